@@ -1,0 +1,12 @@
+# Writes the list of the files that are compiled in: everything in ART as art/…, everything in UI as ui/….
+file(GLOB art LIST_DIRECTORIES false RELATIVE ${ART} ${ART}/*.bmp ${ART}/*.png)
+file(GLOB ui LIST_DIRECTORIES false RELATIVE ${UI} ${UI}/*.ui ${UI}/*.html ${UI}/*.css)
+set(xml "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<gresources>\n  <gresource prefix=\"/marlowick/art\">\n")
+foreach(file ${art})
+  string(APPEND xml "    <file>${file}</file>\n")
+endforeach()
+string(APPEND xml "  </gresource>\n  <gresource prefix=\"/marlowick/ui\">\n")
+foreach(file ${ui})
+  string(APPEND xml "    <file>${file}</file>\n")
+endforeach()
+file(WRITE ${MANIFEST} "${xml}  </gresource>\n</gresources>\n")

@@ -1,0 +1,4 @@
+#include "cookies/CookieScanner.h"
+
+void CookieScanner::GetCookies() {}
+void CookieScanner::CleanUp() {}

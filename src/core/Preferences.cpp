@@ -1,0 +1,52 @@
+#include "core/Preferences.h"
+
+#include "core/Conversions.h"
+#include "core/Program.h"
+#include "core/frmMain.h"
+#include "core/frmSplash.h"
+
+namespace {
+
+constexpr const char* IniFile = "\\browser.ini";
+
+// The value of a key as a number, and in its failure the key and the file.
+int16_t Number(Program& program, const char* key, double (*convert)(std::string_view)) {
+  const std::string path = program.AppPath + IniFile;
+  const std::string value = program.general.ReadIniKey(path, key);
+  try {
+    return ToInt16(convert(value));
+  } catch (const Failure& failure) {
+    throw Failure("The setting \"[" + std::string(key) + "]\" in \"" + HostPath(path) +
+                  "\" can't be used: " + failure.what() + ". Put a number on the line below it.");
+  }
+}
+
+}  // namespace
+
+void Preferences::LoadIni(Program& program) {
+  const std::string ini = program.AppPath + IniFile;
+  CookieTrapMode = Number(program, "cookietrap", LeadingNumber);
+  NewTabMode = Number(program, "newtab", LeadingNumber);
+  HistoryInTab = Number(program, "history", LeadingNumber);
+  SearchInTab = Number(program, "searchtab", LeadingNumber);
+  PopupPolicy = Number(program, "popups", LeadingNumber);
+  SkinFolder = program.general.ReadIniKey(ini, "skin");
+  PaintMode = Number(program, "paint", LeadingNumber);
+  DefaultPage = program.general.ReadIniKey(ini, "default");
+  SearchPage = program.general.ReadIniKey(ini, "search");
+  AutoCompleteOff = Number(program, "autocomplete", StrictNumber);
+
+  lstFilter.clear();
+  program.slot.Open(program.AppPath + "\\filter.dat", FileSlot::Mode::Input);
+  while (!program.slot.EndOfFile()) lstFilter.push_back(program.slot.LineInput());
+  program.slot.Close();
+
+  if (program.SplashUp == 1) program.splash().Status("Loading skin...");
+
+  program.main().skin.LoadSkin(program.AppPath + "\\" + SkinFolder);
+
+  program.main().frame.SizingNow = 0;
+  program.menu.OpenMenuName.clear();
+  program.menu.MenuLoaded = 0;
+  program.menu.MenuMode = 0;
+}

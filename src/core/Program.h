@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/General.h"
+#include "core/Preferences.h"
+#include "core/Slot.h"
+#include "menus/MenuState.h"
+#include "platform/Colour.h"
+#include "platform/Desktop.h"
+#include "platform/Files.h"
+
+class frmSplash;
+class frmMain;
+class frmDummy;
+class frmMenu;
+
+// The skin's colours as variables, with the values that the built-in skin has.
+struct Colours {
+  Colour MenuHiBackColour = ButtonTextColour;
+  Colour MenuTextColour = ButtonTextColour;
+  Colour MenuHiTextColour = WindowBackgroundColour;
+  Colour TabTextColour = WindowBackgroundColour;
+  Colour TabTextDisabledColour = ButtonTextColour;
+  Colour StatusTextColour = 0;
+  Colour ProgressBarColour = ButtonTextColour;
+};
+
+// The life of the process: the window slots, the program's folder, and what all windows share.
+class Program {
+ public:
+  explicit Program(Desktop& desktop);
+  ~Program();
+
+  // Shows the splash, which brings up everything else.
+  void Start();
+
+  Desktop& desktop;
+  FileSlot slot;
+  General general{slot};
+  Preferences preferences;
+  MenuState menu;
+  Colours colours;
+
+  std::string AppPath;            // the program's folder, never with a trailing backslash
+  int16_t Unloading = 0;          // 1 once the main window is going down
+  int16_t SplashUp = 0;           // 1 while the splash lives
+  std::string SplashMaximised;    // "1" when the system opened the first window maximised
+  int16_t SkinRestartNeeded = 0;  // while 1, the main window's unload does nothing at all
+
+  Slot<frmSplash> splash;
+  Slot<frmMain> main;
+  Slot<frmDummy> dummy;
+  Slot<frmMenu> popup_menu;
+};

@@ -1,0 +1,42 @@
+#include "core/frmDummy.h"
+
+#include "core/Program.h"
+#include "core/frmMain.h"
+
+frmDummy::frmDummy(Program& program)
+    : Window(program.desktop, Kind::Relay, {0, 0, 1800, 300}, "Marlowick"),
+      Timer1(program.desktop, 500, true),
+      program_(program) {
+  Resize = [this] { Form_Resize(); };
+  GotFocus = [this] { program_.main().SetFocus(); };
+  QueryUnload = [this] { program_.dummy.Unload(); };
+  Timer1.Tick = [this] { Timer1_Timer(); };
+}
+
+void frmDummy::Form_Load() {
+  Top = -9999999;
+  Left = -9999999;
+}
+
+// Keeps the window off the screen, wherever it was put.
+void frmDummy::Timer1_Timer() {
+  if (WindowState == Minimised) return;
+  if (Top != -999999) Top = -999999;
+  if (Left != -999999) Left = -999999;
+}
+
+void frmDummy::Form_Resize() {
+  frmMain& main = program_.main();
+  const bool minimised = WindowState == Minimised;
+  main.WindowState = minimised ? Minimised : Normal;
+  main.Visible = !minimised;
+  if (WindowState != Maximised) return;
+  main.Visible = true;
+  main.frame.SizingNow = 0;
+  main.frame.MaxiWindow();
+}
+
+void frmDummy::Form_Unload(bool&) {
+  program_.main().address.SaveComplete();
+  program_.main.Unload();
+}

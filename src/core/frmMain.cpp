@@ -1,0 +1,95 @@
+#include "core/frmMain.h"
+
+#include "core/Program.h"
+#include "core/frmDummy.h"
+#include "core/frmSplash.h"
+#include "menus/frmMenu.h"
+#include "platform/Text.h"
+
+frmMain::frmMain(Program& program)
+    : Window(program.desktop, Kind::Main, {0, 0, 10605, 6810}, "Tabbed Web Browser"),
+      program(program),
+      frame(*this),
+      skin(*this),
+      strip(*this),
+      tabs(*this),
+      events(*this),
+      popups(*this),
+      layouts(*this),
+      address(*this),
+      log(*this),
+      history(*this),
+      toolbar(*this),
+      menubar(*this),
+      menus(*this),
+      launch(*this),
+      cookies(*this) {
+  Activate = [this] { Form_Activate(); };
+  GotFocus = [this] { Form_GotFocus(); };
+}
+
+void frmMain::Form_Load() {
+  frmSplash& splash = program.splash();
+  program.AppPath = program.desktop.ProgramFolder();
+  if (program.AppPath.ends_with('\\') || program.AppPath.ends_with('/')) program.AppPath.pop_back();
+  program.Unloading = 0;
+  program.colours = Colours();
+  events.Timer2.Interval = 200;
+  frame.labCaption.ForeColor = 0;
+  splash.Status("Loading preferences...");
+  program.preferences.LoadIni(program);
+  splash.Status("Analysing cookie cache...");
+  cookies.GetCookies();
+  splash.Status("Setting up initial tabs...");
+  frame.StatusBar1.ForeColor = program.colours.StatusTextColour;
+  frame.picProgress.BackColor = program.colours.ProgressBarColour;
+  events.ShowIdle();
+  tabs.CurrentTab = 0;
+  const std::string command_line = program.desktop.CommandLine();
+  if (!command_line.empty())
+    tabs.WebBrowser1(0).Navigate(Text::Replace(command_line, "\"", ""));
+  else
+    tabs.WebBrowser1(0).GoHome();
+  tabs.Timer1(0).Enabled = true;
+  program.desktop.DoEvents();
+  splash.Status("Starting browser...");
+  frame.Form_Resize();
+  tabs.UpdateBrowsers();
+  program.splash.Unload();
+  if (program.SplashMaximised == "1") frame.MaxiWindow();
+  program.SplashUp = 0;
+  program.dummy().Show();
+}
+
+void frmMain::ResizeForm() {
+  frame.Form_Resize();
+  events.ShowIdle();
+}
+
+void frmMain::Form_Activate() { program.menu.FavOpenPath.clear(); }
+
+void frmMain::Form_GotFocus() {
+  program.menu.FavOpenPath.clear();
+  if (WindowState != Minimised) return;
+  WindowState = Normal;
+  Visible = true;
+}
+
+// The owner slot of a window that doesn't exist here: only the kept handle changes.
+void frmMain::SwapOwner(bool restore, long owner) {
+  if (restore) SavedOwner = owner;
+}
+
+void frmMain::Form_Unload(bool& cancel) {
+  if (program.SkinRestartNeeded == 1) return;
+  program.Unloading = 1;
+  Skipping([&] { program.popup_menu.Unload(); });
+  program.menu.FavOpenPath.clear();
+  SwapOwner(false, hWndProxy);
+  Skipping([&] { Hide(); });
+  Skipping([&] { program.desktop.DoEvents(); });
+  tabs.RemoveAllTabs();
+  if (program.preferences.CookieTrapMode != 0) cookies.CleanUp();
+  cancel = true;
+  program.desktop.End(0);
+}

@@ -1,0 +1,3 @@
+#include "history/HistoryLog.h"
+
+void HistoryLog::UpDateHistory(int16_t) {}

@@ -1,0 +1,3 @@
+#include "history/HistoryPages.h"
+
+void HistoryPages::OpenHistory() {}

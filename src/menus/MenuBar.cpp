@@ -1,0 +1,3 @@
+#include "menus/MenuBar.h"
+
+void MenuBar::ResetMenus(const Label&) {}

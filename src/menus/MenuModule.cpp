@@ -1,0 +1,3 @@
+#include "menus/MenuModule.h"
+
+void MenuModule::MenuCommand(const std::string&) {}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/Scene.h"
+
+// The browser element: one page. A control of the scene whose place a real page fills.
+//
+// A read of Busy, LocationName or LocationURL fails when the process behind the page has died during a load
+// that hasn't ended; any operation may then fail.
+class Browser : public Control {
+ public:
+  // Commands and options of ExecWB.
+  static constexpr long SaveAs = 4, Cut = 11, Copy = 12, Paste = 13, SelectAll = 17;
+  static constexpr long DoDefault = 0, DontPromptUser = 2;
+
+  using Control::Control;
+
+  // Takes what people type: a full address, an absolute local path, a bare host with or without port and
+  // path; empty is "about:blank". What can't be loaded ends in an error page whose LocationURL is that
+  // address.
+  virtual void Navigate(const std::string& address) = 0;
+  virtual void GoHome() = 0;
+  virtual void GoBack() = 0;     // fails where there is no earlier page
+  virtual void GoForward() = 0;  // fails where there is no later page
+  virtual void Stop() = 0;
+  virtual void Refresh() = 0;
+
+  virtual bool Busy() const = 0;
+  virtual std::string LocationName() const = 0;  // the page's title
+  virtual std::string LocationURL() const = 0;   // empty before the first page
+
+  // True: no request of any element leaves this machine; local files go on working.
+  virtual bool Offline() const = 0;
+  virtual void SetOffline(bool offline) = 0;
+
+  // Fails for a command it doesn't know. SaveAs asks for a file; the others act on the page and its focused
+  // field.
+  virtual void ExecWB(long command, long option) = 0;
+
+  // Gives the page the keyboard.
+  virtual void SetFocus() = 0;
+
+  // What users of any browser expect, in dialogs and windows of the element's own.
+  virtual void OpenWindow() = 0;  // a plain window outside the program on the current page
+  virtual void ShowFind() = 0;
+  virtual void ShowPrint() = 0;
+  virtual void ShowProperties() = 0;
+
+  // Events. Index and array are the program's business: it wires each element when it is made.
+  std::function<void()> DocumentComplete, DownloadBegin, OnQuit, TitleChange;
+  std::function<void(long progress, long maximum)> ProgressChange;  // 0 hides; -1 of 0 at the end of a load
+  std::function<void(const std::string& text)> StatusTextChange;
+  // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with
+  // neither the element opens a plain window of its own.
+  std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
+
+ protected:
+  void Describe(DrawItem& item) override { item.Foreign = true; }
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Scene.h"
+
+// An editable field with a drop-down of a list that is always sorted: ascending, without regard to case. What
+// the user sees is a widget of the desktop; the text, the selection and the list live here.
+class ComboBox : public Control {
+ public:
+  using Control::Control;
+
+  // Setting the text puts the cursor at its start and raises no event.
+  virtual std::string Text() const = 0;
+  virtual void SetText(const std::string& text) = 0;
+  // Characters, from 0.
+  virtual long SelStart() const = 0;
+  virtual void Select(long start, long length) = 0;
+  virtual long SelLength() const = 0;
+  virtual void SetFocus() = 0;
+
+  // The list has changed: a drop-down that is open shows it anew.
+  virtual void ListChanged() {}
+
+  // Key codes are those of the program: 13 Enter, 8 Backspace, 16 Shift, 12 Clear, 46 Delete, 27 Escape;
+  // letters and digits are their capital ASCII codes, any other key is some other number.
+  std::function<void(int key_ascii)> KeyPress;
+  std::function<void(int key_code, int shift)> KeyUp;
+  std::function<void()> Click;  // an item of the drop-down was chosen; Text is that item
+
+ protected:
+  void Describe(DrawItem& item) override { item.Foreign = true; }
+};

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Events.h"
+#include "platform/Scene.h"
+#include "platform/Timer.h"
+
+class Browser;
+class ComboBox;
+class Drawing;
+class Window;
+class WindowHost;
+
+// Date and time of day by the system's clock and zone.
+struct Moment {
+  int Year = 0, Month = 0, Day = 0, Hour = 0, Minute = 0, Second = 0;
+};
+
+struct ScreenRect {
+  Twips Left = 0, Top = 0, Right = 0, Bottom = 0;
+};
+
+enum class Buttons { Ok, YesNo };
+enum class Answer { Ok, Yes, No };
+
+// What the program asks of the outside. Implemented by platform/gtk, and by the fakes of the tests.
+class Desktop : public Clock {
+ public:
+  // Every event of the outside goes through this gate.
+  Events Gate;
+
+  virtual Drawing& Draws() = 0;
+
+  // The program's folder, installed from the delivered files where it wasn't there. Fails where that can't be
+  // done.
+  virtual std::string ProgramFolder() = 0;
+  // The command line behind the program's name, its arguments joined by blanks.
+  virtual std::string CommandLine() = 0;
+
+  // One pass of the event pump: handles what is waiting, and doesn't wait for more.
+  virtual void DoEvents() = 0;
+  // Ends the process. Nothing of the program runs after it.
+  [[noreturn]] virtual void End(int status) = 0;
+
+  virtual Moment Now() = 0;
+  // The date in the system's short form.
+  virtual std::string ShortDate(const Moment& moment) = 0;
+
+  virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
+  virtual std::unique_ptr<Browser> MakeBrowser(Control& parent) = 0;
+  virtual std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) = 0;
+
+  // The part of the screen that panels leave free, on the monitor where the window is. Twips.
+  virtual ScreenRect WorkArea(const Window& window) = 0;
+
+  // A modal box over the program's windows, with its text and title as they stand.
+  virtual Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) = 0;
+
+  // The desktop's file dialogs. `filter` is pairs of a name and patterns, all parted by "|", patterns by ";".
+  // The result is the chosen path; a cancel fails.
+  virtual std::string ShowOpen(const std::string& title, const std::string& filter) = 0;
+  virtual std::string ShowSave(const std::string& title, const std::string& filter) = 0;
+
+  // Starts a program with its arguments, as they stand, and doesn't wait. Fails where it can't be started.
+  virtual void Shell(const std::string& command) = 0;
+};

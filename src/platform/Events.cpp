@@ -1,0 +1,23 @@
+#include "platform/Events.h"
+
+#include <utility>
+
+void Events::Run(const std::function<void()>& handler) {
+  struct Depth {
+    explicit Depth(int& count) : count(count) { ++count; }
+    ~Depth() { --count; }
+    int& count;
+  };
+  try {
+    const Depth depth(depth_);
+    handler();
+  } catch (const Failure& failure) {
+    if (!Unhandled) throw;
+    Unhandled(failure);
+  }
+  if (depth_ == 0) std::exchange(buried_, {}).clear();
+}
+
+void Events::Bury(std::shared_ptr<void> thing) {
+  if (depth_ > 0) buried_.push_back(std::move(thing));
+}

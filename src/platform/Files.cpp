@@ -1,0 +1,211 @@
+#include "platform/Files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "platform/Failure.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr size_t ChunkBytes = 64 * 1024;
+
+bool Exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+
+[[noreturn]] void Fail(const std::string& what, const std::string& path, int error) {
+  throw Failure(what + " \"" + path + "\": " + std::strerror(error));
+}
+
+template <class Accept>
+std::vector<std::string> Names(const std::string& path, Accept accept) {
+  std::vector<std::string> names;
+  const std::string folder = HostPath(path);
+  DIR* listing = ::opendir(folder.c_str());
+  if (!listing) return names;
+  while (const dirent* entry = ::readdir(listing)) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    struct stat status {};
+    if (::stat((folder + "/" + name).c_str(), &status) == 0 && accept(status.st_mode)) names.push_back(name);
+  }
+  ::closedir(listing);
+  return names;
+}
+
+// The spelling that the folder has for a name, exact first; the name itself where there is none.
+std::string Spelling(const std::string& folder, const std::string& name) {
+  if (Exists(folder + "/" + name)) return name;
+  const std::string lower = Text::LowerCase(name);
+  DIR* listing = ::opendir(folder.empty() ? "/" : folder.c_str());
+  if (!listing) return name;
+  std::string found = name;
+  while (const dirent* entry = ::readdir(listing)) {
+    if (Text::LowerCase(entry->d_name) != lower) continue;
+    found = entry->d_name;
+    break;
+  }
+  ::closedir(listing);
+  return found;
+}
+
+bool WriteAll(int file, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(file, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    text.remove_prefix(static_cast<size_t>(written));
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string HostPath(const std::string& path) {
+  if (Exists(path)) return path;
+  const std::string slashed = Text::Replace(path, "\\", "/");
+  if (slashed.empty() || slashed[0] != '/' || Exists(slashed)) return slashed;
+  std::string host;
+  for (size_t at = 1; at <= slashed.size();) {
+    size_t end = slashed.find('/', at);
+    if (end == slashed.npos) end = slashed.size();
+    if (end > at) host += "/" + Spelling(host, slashed.substr(at, end - at));
+    at = end + 1;
+  }
+  return host.empty() ? "/" : host;
+}
+
+std::vector<std::string> FolderNames(const std::string& path) {
+  return Names(path, [](mode_t mode) { return S_ISDIR(mode); });
+}
+
+std::vector<std::string> FileNames(const std::string& path) {
+  return Names(path, [](mode_t mode) { return S_ISREG(mode); });
+}
+
+void MakeFolder(const std::string& path) {
+  const std::string folder = HostPath(path);
+  if (::mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) Fail("Can't create the folder", folder, errno);
+}
+
+std::string ReadWholeFile(const std::string& path) {
+  const std::string host = HostPath(path);
+  const int file = ::open(host.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) Fail("Can't read the file", host, errno);
+  std::string content;
+  for (;;) {
+    const size_t had = content.size();
+    content.resize(had + ChunkBytes);
+    const ssize_t got = ::read(file, content.data() + had, ChunkBytes);
+    const int error = errno;
+    content.resize(had + (got > 0 ? static_cast<size_t>(got) : 0));
+    if (got > 0 || (got < 0 && error == EINTR)) continue;
+    ::close(file);
+    if (got < 0) Fail("Can't read the file", host, error);
+    return content;
+  }
+}
+
+FileSlot::~FileSlot() { Abandon(); }
+
+void FileSlot::Open(const std::string& path, Mode mode) {
+  if (IsOpen()) throw Failure("Can't open \"" + HostPath(path) + "\": \"" + path_ + "\" is still open");
+  path_ = HostPath(path);
+  mode_ = mode;
+  buffer_.clear();
+  at_ = 0;
+  ended_ = false;
+  temporary_.clear();
+  if (mode == Mode::Input) {
+    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status {};
+    if (file_ >= 0 && ::fstat(file_, &status) == 0 && S_ISDIR(status.st_mode)) {
+      Abandon();
+      errno = EISDIR;
+    }
+  } else if (mode == Mode::Append) {
+    file_ = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+  } else {
+    struct stat status {};
+    const bool replaces = ::stat(path_.c_str(), &status) == 0;
+    if (replaces && S_ISDIR(status.st_mode)) Fail("Can't write the file", path_, EISDIR);
+    if (replaces && ::access(path_.c_str(), W_OK) != 0) Fail("Can't write the file", path_, errno);
+    temporary_ = path_ + ".new-" + std::to_string(::getpid());
+    file_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file_ >= 0 && replaces && ::fchmod(file_, status.st_mode & 0777) != 0) { /* keeps the usual mode */
+    }
+  }
+  if (file_ < 0) Fail(mode == Mode::Input ? "Can't open the file" : "Can't write the file", path_, errno);
+}
+
+void FileSlot::Fill() {
+  while (!ended_ && at_ >= buffer_.size()) {
+    buffer_.resize(ChunkBytes);
+    at_ = 0;
+    const ssize_t got = ::read(file_, buffer_.data(), buffer_.size());
+    const int error = errno;
+    buffer_.resize(got > 0 ? static_cast<size_t>(got) : 0);
+    if (got < 0 && error == EINTR) continue;
+    if (got < 0) Fail("Can't read the file", path_, error);
+    ended_ = got == 0;
+  }
+}
+
+bool FileSlot::EndOfFile() {
+  if (!IsOpen() || mode_ != Mode::Input) throw Failure("No file is open for input");
+  Fill();
+  return at_ >= buffer_.size();
+}
+
+std::string FileSlot::LineInput() {
+  if (EndOfFile()) throw Failure("The file \"" + path_ + "\" ends where a further line is expected");
+  std::string line;
+  while (!EndOfFile()) {
+    const char* start = buffer_.data() + at_;
+    const size_t left = buffer_.size() - at_;
+    const auto* end = static_cast<const char*>(std::memchr(start, '\n', left));
+    line.append(start, end ? static_cast<size_t>(end - start) : left);
+    at_ += end ? static_cast<size_t>(end - start) + 1 : left;
+    if (!end) continue;
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    break;
+  }
+  return line;
+}
+
+void FileSlot::Print(std::string_view line) {
+  if (!IsOpen() || mode_ == Mode::Input) throw Failure("No file is open for output");
+  buffer_ += line;
+  buffer_ += "\r\n";
+  if (mode_ == Mode::Append || buffer_.size() < ChunkBytes) return;
+  if (!WriteAll(file_, buffer_)) {
+    const int error = errno;
+    Abandon();
+    Fail("Can't write the file", path_, error);
+  }
+  buffer_.clear();
+}
+
+void FileSlot::Close() {
+  if (!IsOpen()) return;
+  bool good = mode_ == Mode::Input || WriteAll(file_, buffer_);
+  if (mode_ == Mode::Output) {
+    good = good && ::fsync(file_) == 0 && ::rename(temporary_.c_str(), path_.c_str()) == 0;
+    if (good) temporary_.clear();
+  }
+  const int error = errno;
+  Abandon();
+  if (!good) Fail("Can't write the file", path_, error);
+}
+
+void FileSlot::Abandon() {
+  if (file_ >= 0) ::close(file_);
+  file_ = -1;
+  if (!temporary_.empty()) ::unlink(temporary_.c_str());
+  temporary_.clear();
+  buffer_.clear();
+}

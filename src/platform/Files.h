@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Turns a path as the program joins it ("…\history\day.htm") into a path of the host: the path itself where
+// it exists, else backslashes as separators, each component by its exact spelling first and then without
+// regard to case. Components that exist in no spelling stay as they are written.
+std::string HostPath(const std::string& path);
+
+// The names in a folder, in no order; empty where it can't be read. Sub-folders only, or files only.
+std::vector<std::string> FolderNames(const std::string& path);
+std::vector<std::string> FileNames(const std::string& path);
+
+// Creates one folder. Fails where that can't be done; a folder that exists is no failure.
+void MakeFolder(const std::string& path);
+
+// The whole content of a file. Fails where it can't be read.
+std::string ReadWholeFile(const std::string& path);
+
+// The program's only way to a file: one slot, so that no two files are open at once. Opening while the slot
+// is taken fails.
+class FileSlot {
+ public:
+  enum class Mode { Input, Output, Append };
+
+  FileSlot() = default;
+  FileSlot(const FileSlot&) = delete;
+  FileSlot& operator=(const FileSlot&) = delete;
+  ~FileSlot();
+
+  // Output goes to a new file beside the old one, which takes its place when the slot is closed; until then,
+  // and where anything fails, the old file stays whole. What is appended reaches the file in one write at the
+  // closing.
+  void Open(const std::string& path, Mode mode);
+  bool IsOpen() const { return file_ >= 0; }
+
+  // Input. A line ends at LF or CR LF; text behind the last line end is a line too. LineInput fails at the
+  // end.
+  bool EndOfFile();
+  std::string LineInput();
+
+  // Output and Append: the text and CR LF.
+  void Print(std::string_view line);
+
+  // Fails where written text doesn't reach the disk.
+  void Close();
+  // Lets go of the file and of what was printed. Never fails.
+  void Abandon();
+
+ private:
+  void Fill();
+
+  int file_ = -1;
+  Mode mode_ = Mode::Input;
+  std::string path_;       // the host's path
+  std::string temporary_;  // the new file, while open for output
+  std::string buffer_;     // read ahead, or printed and not written yet
+  size_t at_ = 0;
+  bool ended_ = false;
+};

@@ -1,0 +1,120 @@
+#include "tabs/BrowserEvents.h"
+
+#include "core/Conversions.h"
+#include "core/Program.h"
+#include "core/frmMain.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr Twips FullProgress = 1380;
+constexpr int16_t BusyFrames = 8;
+constexpr int IdleFrame = 8;
+
+}  // namespace
+
+BrowserEvents::BrowserEvents(frmMain& main)
+    : Timer2(main.program.desktop, 100, false), Timer3(main.program.desktop, 2000, true), main_(main) {
+  Timer2.Tick = [this] { Timer2_Timer(); };
+  Timer3.Tick = [this] { main_.strip.UpdateTabs(); };
+}
+
+void BrowserEvents::Wire(Browser& browser, int16_t Index) {
+  browser.DownloadBegin = [this, Index] { DownloadBegin(Index); };
+  browser.DocumentComplete = [this] { DocumentComplete(); };
+  browser.TitleChange = [this] { DocumentComplete(); };
+  browser.ProgressChange = [this, Index](long progress, long maximum) {
+    ProgressChange(Index, progress, maximum);
+  };
+  browser.StatusTextChange = [this, Index](const std::string& text) { StatusTextChange(Index, text); };
+  browser.OnQuit = [this, Index] { OnQuit(Index); };
+  browser.NewWindow2 = [this](Browser*& taker, bool& cancel) { main_.popups.NewWindow2(taker, cancel); };
+}
+
+void BrowserEvents::ShowIdle() {
+  AnimFrame = 0;
+  main_.frame.Picture3.Picture = main_.skin.PicStore(IdleFrame).Picture;
+}
+
+void BrowserEvents::DownloadBegin(int16_t Index) {
+  main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
+  main_.tabs.Timer1(Index).Enabled = true;
+}
+
+void BrowserEvents::Timer1_Timer(int16_t Index) {
+  TabSet& tabs = main_.tabs;
+  try {
+    if (tabs.WebBrowser1(Index).Busy()) {
+      Timer2.Enabled = true;
+      return;
+    }
+    Timer2.Enabled = false;
+    tabs.Timer1(Index).Enabled = false;
+    main_.frame.Picture3.Picture = main_.skin.PicStore(IdleFrame).Picture;
+    main_.log.UpDateHistory(Index);
+  } catch (const Failure&) {
+    // A dead browser. Where one of the three can't be unloaded, as with tab 0, the others still go.
+    Skipping([&] { tabs.picTab.Unload(Index); });
+    Skipping([&] { tabs.Timer1.Unload(Index); });
+    Skipping([&] { tabs.WebBrowser1.Unload(Index); });
+    if (tabs.CurrentTab == Index) tabs.CurrentTab = ToInt16(tabs.WebBrowser1.UBound());
+  }
+}
+
+void BrowserEvents::Timer2_Timer() {
+  if (AnimFrame == BusyFrames) AnimFrame = 0;
+  main_.frame.Picture3.Picture = main_.skin.PicStore(AnimFrame).Picture;
+  ++AnimFrame;
+}
+
+void BrowserEvents::DocumentComplete() {
+  // The tab on show may have lost its element to a page that closed itself.
+  Skipping([this] { main_.address.SetAddressText(); });
+  main_.strip.UpdateTabs();
+}
+
+void BrowserEvents::ProgressChange(int16_t Index, long Progress, long ProgressMax) {
+  Surface& bar = main_.frame.picProgress;
+  const Surface& page = main_.frame.Picture1;
+  const auto limit = [&bar] {
+    if (bar.Width > FullProgress) bar.Width = FullProgress;
+  };
+  // The tab on show may have lost its element to a page that closed itself.
+  Skipping([&] {
+    Browser& shown = main_.tabs.WebBrowser1(main_.tabs.CurrentTab);
+    if (shown.Width == page.Width && shown.Height == page.Height) return;
+    shown.Width = page.Width;
+    shown.Height = page.Height;
+  });
+  limit();
+  try {
+    if (Index != main_.tabs.CurrentTab) return;
+    if (Progress != 0) {
+      bar.Visible = true;
+      if (ProgressMax == 0) throw Failure("A progress out of nothing can't be shown");
+      bar.Width = (FullProgress / static_cast<double>(ProgressMax)) * static_cast<double>(Progress);
+      main_.Refresh();
+    } else {
+      bar.Visible = false;
+    }
+    limit();
+  } catch (const Failure&) {
+    limit();
+    bar.Visible = false;
+  }
+}
+
+void BrowserEvents::StatusTextChange(int16_t Index, const std::string& text) {
+  if (!text.empty()) LastStatusText = text;
+  if (Index != main_.tabs.CurrentTab) return;
+  std::string shown = text;
+  Label& label = main_.frame.StatusBar1;
+  if (main_.TextWidth(text) > label.Width)
+    shown = Text::Left(text, static_cast<size_t>(ToInt16(label.Width / main_.TextWidth("W")))) + "...";
+  label.Caption = shown;
+}
+
+void BrowserEvents::OnQuit(int16_t Index) {
+  main_.tabs.picTab.Unload(Index);
+  main_.tabs.Timer1.Unload(Index);
+}

@@ -1,0 +1,3 @@
+#include "tabs/PopupHandling.h"
+
+void PopupHandling::NewWindow2(Browser*&, bool&) {}

@@ -1,0 +1,4 @@
+#include "tabs/TabLayouts.h"
+
+void TabLayouts::SaveTabLayout(const std::string&) {}
+void TabLayouts::RestoreTabLayout(const std::string&) {}

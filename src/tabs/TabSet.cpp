@@ -1,0 +1,91 @@
+#include "tabs/TabSet.h"
+
+#include "core/Conversions.h"
+#include "core/Program.h"
+#include "core/frmMain.h"
+#include "platform/Text.h"
+
+TabSet::TabSet(frmMain& main)
+    : WebBrowser1(main.program.desktop.Gate, "WebBrowser1",
+                  [&main](int16_t index) {
+                    auto browser = main.program.desktop.MakeBrowser(main.frame.Picture1);
+                    main.events.Wire(*browser, index);
+                    return browser;
+                  }),
+      picTab(main.program.desktop.Gate, "picTab",
+             [&main](int16_t index) { return main.strip.MakeTab(index); }),
+      Timer1(main.program.desktop.Gate, "Timer1",
+             [&main](int16_t index) {
+               auto timer = std::make_unique<Timer>(main.program.desktop, 5, false);
+               timer->Tick = [&main, index] { main.events.Timer1_Timer(index); };
+               return timer;
+             }),
+      main_(main) {}
+
+void TabSet::AddTab(const std::string& address) {
+  const int16_t n = ToInt16(WebBrowser1.UBound() + 1);
+  WebBrowser1.Load(n);
+  Timer1.Load(n);
+  picTab.Load(n);
+  picTab(n).Top = picTab(0).Top;
+  picTab(n).Left = picTab(n - 1).Left + picTab(n - 1).Width;
+  picTab(n).Visible = true;
+  WebBrowser1(n).Visible = true;
+  if (Text::LowerCase(address) == "home")
+    WebBrowser1(n).GoHome();
+  else
+    WebBrowser1(n).Navigate(address);
+  Timer1(n).Enabled = true;
+  main_.program.desktop.DoEvents();
+  CurrentTab = ToInt16(WebBrowser1.UBound());
+  WebBrowser1(CurrentTab).Width = main_.frame.Picture1.Width;
+  WebBrowser1(CurrentTab).Height = main_.frame.Picture1.Height;
+  UpdateBrowsers();
+}
+
+void TabSet::DelTab() {
+  Skipping([this] {
+    if (CurrentTab == 0) return;
+    WebBrowser1.Unload(CurrentTab);
+    picTab.Unload(CurrentTab);
+    Timer1.Unload(CurrentTab);
+    CurrentTab = ToInt16(WebBrowser1.UBound());
+    PackTabs();
+    UpdateBrowsers();
+  });
+}
+
+void TabSet::PackTabs() {
+  if (WebBrowser1.UBound() == 0) return;
+  ListLiveTabs();
+  for (size_t k = 1; k < lstMenu.size(); ++k)
+    picTab(lstMenu[k]).Left = picTab(0).Left + picTab(0).Width * static_cast<double>(k);
+}
+
+const std::vector<int16_t>& TabSet::ListLiveTabs() {
+  lstMenu.clear();
+  for (int i = 0; i <= WebBrowser1.UBound(); ++i)
+    if (WebBrowser1.Has(i))
+      Skipping([&] {
+        WebBrowser1(i).LocationName();
+        lstMenu.push_back(ToInt16(i));
+      });
+  return lstMenu;
+}
+
+void TabSet::UpdateBrowsers() {
+  Skipping([this] { WebBrowser1(CurrentTab).Width = main_.frame.Picture1.Width; });
+  Skipping([this] { WebBrowser1(CurrentTab).Height = main_.frame.Picture1.Height; });
+  Skipping([this] { WebBrowser1(CurrentTab).ZOrder(0); });
+  Skipping([this] { main_.strip.UpdateTabs(); });
+  Skipping([this] { main_.address.SetAddressText(); });
+}
+
+void TabSet::RemoveAllTabs() {
+  for (int i = 0, last = WebBrowser1.UBound(); i <= last; ++i) {
+    CurrentTab = ToInt16(i);
+    Skipping([&] { WebBrowser1.Unload(i); });
+    Skipping([&] { picTab.Unload(i); });
+    Skipping([&] { Timer1.Unload(i); });
+  }
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/Browser.h"
+#include "platform/ControlArray.h"
+#include "platform/Scene.h"
+#include "platform/Timer.h"
+
+class frmMain;
+
+// The tabs: an index into three parallel arrays. Element 0 is permanent; the others come and go, leaving
+// holes.
+class TabSet {
+ public:
+  explicit TabSet(frmMain& main);
+
+  ControlArray<Browser> WebBrowser1;
+  ControlArray<Surface> picTab;
+  ControlArray<Timer> Timer1;  // polls its browser while a load is watched
+
+  int16_t CurrentTab = 0;  // the tab on show
+
+  // A new tab at the end, shown at once, on an address; "home" in any case is the browser's home page. Fails
+  // as the steps fail.
+  void AddTab(const std::string& address);
+  // Removes the tab on show, but never tab 0. Ends at the first failure, without a word.
+  void DelTab();
+  void RemoveAllTabs();
+  // Shows the tab `CurrentTab`.
+  void UpdateBrowsers();
+  // Nothing is to be done when the layout changes.
+  void CheckTabLeft() {}
+
+  // Refills the scratch list with the indices of the live tabs, ascending: the list position is a tab's
+  // ordinal.
+  const std::vector<int16_t>& ListLiveTabs();
+
+ private:
+  void PackTabs();
+
+  frmMain& main_;
+  std::vector<int16_t> lstMenu;
+};

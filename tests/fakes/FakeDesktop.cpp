@@ -1,0 +1,199 @@
+#include "fakes/FakeDesktop.h"
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/Failure.h"
+#include "platform/Text.h"
+
+namespace {
+
+class FakeHost : public WindowHost {
+ public:
+  explicit FakeHost(FakeDesktop& desktop) : desktop_(desktop) {}
+  void Show() override {}
+  void Hide() override {}
+  void Move() override {}
+  void Resize() override {}
+  void Caption() override {}
+  void State() override {}
+  void Focus() override {}
+  void Invalidate() override { ++desktop_.repaints; }
+  void Repaint() override {}
+
+ private:
+  FakeDesktop& desktop_;
+};
+
+}  // namespace
+
+void FakeBrowser::Do(const std::string& what) {
+  log_.push_back(what);
+  if (fails) throw Failure(what + " fails");
+}
+
+void FakeBrowser::Navigate(const std::string& address) {
+  Do("Navigate " + address);
+  url = address;
+}
+
+void FakeBrowser::ExecWB(long command, long option) {
+  Do("ExecWB " + std::to_string(command) + " " + std::to_string(option));
+}
+
+bool FakeBrowser::Busy() const {
+  if (dead) throw Failure("The page is dead");
+  return busy;
+}
+
+std::string FakeBrowser::LocationName() const {
+  if (dead) throw Failure("The page is dead");
+  return title;
+}
+
+std::string FakeBrowser::LocationURL() const {
+  if (dead) throw Failure("The page is dead");
+  return url;
+}
+
+void FakeComboBox::SetText(const std::string& value) {
+  text = value;
+  start = length = 0;
+}
+
+void FakeComboBox::Select(long from, long count) {
+  const long size = static_cast<long>(Text::Length(text));
+  start = std::clamp(from, 0L, size);
+  length = std::clamp(count, 0L, size - start);
+}
+
+void FakeComboBox::Type(const std::string& key, int key_code) {
+  if (KeyPress && key.size() == 1) KeyPress(key[0]);
+  const std::string head = Text::Left(text, static_cast<size_t>(start));
+  text = head + key + Text::Behind(text, static_cast<size_t>(start + length));
+  start += static_cast<long>(Text::Length(key));
+  length = 0;
+  if (KeyUp) KeyUp(key_code, 0);
+}
+
+void FakeComboBox::PressEnter() {
+  if (KeyPress) KeyPress(13);
+  if (KeyUp) KeyUp(13, 0);
+}
+
+FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}
+FakeDesktop::~FakeDesktop() = default;
+
+void FakeDesktop::Advance(int milliseconds) {
+  const long end = time_ + milliseconds;
+  for (;;) {
+    auto next = counts_.end();
+    for (auto count = counts_.begin(); count != counts_.end(); ++count)
+      if (count->second.due <= end && (next == counts_.end() || count->second.due < next->second.due))
+        next = count;
+    if (next == counts_.end()) break;
+    time_ = next->second.due;
+    next->second.due += next->second.interval;
+    const auto tick = next->second.tick;
+    Gate.Run(tick);
+  }
+  time_ = end;
+}
+
+void FakeDesktop::DoEvents() {
+  log.push_back("DoEvents");
+  if (during_events) during_events();
+}
+
+void FakeDesktop::End(int status) {
+  log.push_back("End " + std::to_string(status));
+  throw ProcessEnded{status};
+}
+
+std::string FakeDesktop::ShortDate(const Moment& moment) {
+  return std::to_string(moment.Day) + "/" + std::to_string(moment.Month) + "/" + std::to_string(moment.Year);
+}
+
+std::unique_ptr<WindowHost> FakeDesktop::MakeHost(Window&) { return std::make_unique<FakeHost>(*this); }
+
+std::unique_ptr<Browser> FakeDesktop::MakeBrowser(Control& parent) {
+  return std::make_unique<FakeBrowser>(parent, log);
+}
+
+std::unique_ptr<ComboBox> FakeDesktop::MakeComboBox(Control& parent, const Place& place) {
+  return std::make_unique<FakeComboBox>(parent, place);
+}
+
+Answer FakeDesktop::MsgBox(const std::string& text, Buttons, const std::string& title) {
+  log.push_back("MsgBox " + title + "|" + text);
+  if (answers.empty()) return Answer::Ok;
+  const Answer answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+std::string FakeDesktop::ShowOpen(const std::string& title, const std::string& filter) {
+  log.push_back("ShowOpen " + title + "|" + filter);
+  if (files.empty() || files.front().empty()) throw Failure("Cancelled");
+  const std::string file = files.front();
+  files.pop_front();
+  return file;
+}
+
+std::string FakeDesktop::ShowSave(const std::string& title, const std::string& filter) {
+  log.push_back("ShowSave " + title + "|" + filter);
+  if (files.empty() || files.front().empty()) throw Failure("Cancelled");
+  const std::string file = files.front();
+  files.pop_front();
+  return file;
+}
+
+void FakeDesktop::Shell(const std::string& command) { log.push_back("Shell " + command); }
+
+int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {
+  counts_[++last_number_] = {milliseconds, time_ + milliseconds, std::move(tick)};
+  return last_number_;
+}
+
+void FakeDesktop::Stop(int number) { counts_.erase(number); }
+
+TemporaryFolder::TemporaryFolder() {
+  std::string name = std::filesystem::temp_directory_path() / "marlowick-test-XXXXXX";
+  if (!mkdtemp(name.data())) throw Failure("No temporary folder can be made");
+  path = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path, ignored);
+}
+
+void TemporaryFolder::Write(const std::string& name, const std::string& content) const {
+  const std::filesystem::path file = path + "/" + name;
+  std::filesystem::create_directories(file.parent_path());
+  std::ofstream(file, std::ios::binary) << content;
+}
+
+std::string TemporaryFolder::Read(const std::string& name) const {
+  std::ostringstream content;
+  content << std::ifstream(path + "/" + name, std::ios::binary).rdbuf();
+  return content.str();
+}
+
+ProgramFolder::ProgramFolder() {
+  Write("browser.ini",
+        "[Skin]\r\ndefault\r\n\r\n[History]\r\n 0\r\n\r\n[SearchTab]\r\n "
+        "0\r\n\r\n[Search]\r\nhttp://search.test/\r\n"
+        "\r\n[Default]\r\nhome\r\n\r\n[Popups]\r\n3\r\n\r\n[Paint]\r\n "
+        "0\r\n\r\n[NewTab]\r\n0\r\n\r\n[AutoComplete]"
+        "\r\n 0\r\n\r\n[CookieTrap]\r\n0\r\n\r\n");
+  Write("filter.dat", "");
+  Write("launch.dat", "");
+  Write("history.dat",
+        "[date]\r\n<h1>#date#</"
+        "h1>\r\n[end]\r\n[history]\r\n#main#\r\n[end]\r\n[contents]\r\n#list#\r\n[end]\r\n");
+}

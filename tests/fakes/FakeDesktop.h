@@ -1,0 +1,139 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Browser.h"
+#include "platform/ComboBox.h"
+#include "platform/Desktop.h"
+#include "platform/Drawing.h"
+#include "platform/Window.h"
+
+// What FakeDesktop::End throws: nothing of the program runs after it.
+struct ProcessEnded {
+  int status;
+};
+
+// A page that does what the test says, and writes down what it was asked.
+class FakeBrowser : public Browser {
+ public:
+  FakeBrowser(Control& parent, std::vector<std::string>& log) : Browser(&parent, {}), log_(log) {}
+
+  void Navigate(const std::string& address) override;
+  void GoHome() override { Do("GoHome"); }
+  void GoBack() override { Do("GoBack"); }
+  void GoForward() override { Do("GoForward"); }
+  void Stop() override { Do("Stop"); }
+  void Refresh() override { Do("Refresh"); }
+  bool Busy() const override;
+  std::string LocationName() const override;
+  std::string LocationURL() const override;
+  bool Offline() const override { return offline; }
+  void SetOffline(bool value) override { offline = value; }
+  void ExecWB(long command, long option) override;
+  void SetFocus() override { Do("SetFocus"); }
+  void OpenWindow() override { Do("OpenWindow"); }
+  void ShowFind() override { Do("ShowFind"); }
+  void ShowPrint() override { Do("ShowPrint"); }
+  void ShowProperties() override { Do("ShowProperties"); }
+
+  std::string title, url;
+  bool busy = false, offline = false;
+  bool dead = false;   // every read fails
+  bool fails = false;  // every operation fails
+
+ private:
+  void Do(const std::string& what);
+
+  std::vector<std::string>& log_;
+};
+
+// A field without a widget. Type() is the user at the keyboard.
+class FakeComboBox : public ComboBox {
+ public:
+  FakeComboBox(Control& parent, const Place& place) : ComboBox(&parent, place) {}
+
+  std::string Text() const override { return text; }
+  void SetText(const std::string& value) override;
+  long SelStart() const override { return start; }
+  long SelLength() const override { return length; }
+  void Select(long from, long count) override;
+  void SetFocus() override {}
+
+  // Replaces the selection by one key's text and raises the key's events.
+  void Type(const std::string& key, int key_code = 65);
+  void PressEnter();
+
+  std::string text;
+  long start = 0, length = 0;
+};
+
+// The outside as a test wants it: a clock that moves by hand, dialogs that answer from a list, pages that do
+// as told.
+class FakeDesktop : public Desktop {
+ public:
+  // `folder` becomes the program's folder.
+  explicit FakeDesktop(std::string folder);
+  ~FakeDesktop() override;
+
+  // Moves the clock; timers tick in order.
+  void Advance(int milliseconds);
+
+  Drawing& Draws() override { return *drawing; }
+  std::string ProgramFolder() override { return folder; }
+  std::string CommandLine() override { return command_line; }
+  void DoEvents() override;
+  [[noreturn]] void End(int status) override;
+  Moment Now() override { return now; }
+  std::string ShortDate(const Moment& moment) override;
+  std::unique_ptr<WindowHost> MakeHost(Window& window) override;
+  std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
+  std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
+  ScreenRect WorkArea(const Window&) override { return work_area; }
+  Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
+  std::string ShowOpen(const std::string& title, const std::string& filter) override;
+  std::string ShowSave(const std::string& title, const std::string& filter) override;
+  void Shell(const std::string& command) override;
+  int Start(int milliseconds, std::function<void()> tick) override;
+  void Stop(int number) override;
+
+  std::string folder, command_line;
+  Moment now = {2026, 11, 22, 20, 15, 7};
+  ScreenRect work_area = {0, 0, 15360, 11520};  // 1024 x 768 pixels
+  std::deque<Answer> answers;                   // of message boxes
+  std::deque<std::string> files;                // of file dialogs; empty text or none: cancel
+  std::function<void()> during_events;          // runs in each pass of the event pump
+  std::vector<std::string> log;                 // what was asked, in order
+  std::unique_ptr<Drawing> drawing;
+  int repaints = 0;  // how often a window was told to compare its picture
+
+ private:
+  struct Count {
+    int interval;
+    long due;
+    std::function<void()> tick;
+  };
+  std::map<int, Count> counts_;
+  int last_number_ = 0;
+  long time_ = 0;
+};
+
+// A folder that is gone with the test.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  void Write(const std::string& name, const std::string& content) const;
+  std::string Read(const std::string& name) const;
+  std::string path;
+};
+
+// A program folder with what a start needs.
+class ProgramFolder : public TemporaryFolder {
+ public:
+  ProgramFolder();
+};
