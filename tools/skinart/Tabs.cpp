@@ -94,7 +94,7 @@ void drawAccent(Canvas& canvas, const TabStyle& tab) {
       canvas.rect(10, 0, TabWidth - 20, 2, tab.accent);
       return;
     case TabShape::Sheet:
-      canvas.rect(1, 0, TabWidth - 2, 3, tab.accent);
+      canvas.rect(1, 0, TabWidth - 2, 2, tab.accent);
       return;
   }
 }
