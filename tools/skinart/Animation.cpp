@@ -60,9 +60,9 @@ void waves(cairo_t* cr, const AnimationStyle& style, int frame) {
   double level = Y + H - 5;
   sea(cr, level - 1, 17, height * 0.7, phase + 2, style.two);
   double middle = W / 2.0;
-  double slope = swell(middle + 1, 22, height, phase) - swell(middle - 1, 22, height, phase);
+  double slope = idle ? 0 : swell(middle + 1, 22, height, phase) - swell(middle - 1, 22, height, phase);
   cairo_save(cr);
-  cairo_translate(cr, X + middle, level + swell(middle, 22, height, phase));
+  cairo_translate(cr, X + middle, level - 1 + swell(middle, 22, height, phase));
   cairo_rotate(cr, slope * 0.35);
   boat(cr, White, style.three);
   cairo_restore(cr);

@@ -6,7 +6,15 @@ namespace skinart {
 namespace {
 
 /// Numbers that keep the textures of the pieces apart.
-enum Stream : uint32_t { TitleStream = 1, MenuStream, ToolStream, StripStream, StatusStream, EdgeStream };
+enum Stream : uint32_t {
+  TitleStream = 1,
+  MenuStream,
+  ToolStream,
+  StripStream,
+  StatusStream,
+  EdgeStream,
+  MenuBackStream
+};
 
 /// Paints `bands` into the rows shown; what is below them repeats the last row.
 Canvas paintBar(const Theme& theme, const Bands& bands, int width, int height, int rowsShown, Stream stream) {
@@ -78,7 +86,10 @@ Kit::Kit(const Theme& theme_)
       menuBar(paintBar(theme, theme.menuBar, 338, 25, shown::MenuBar, MenuStream)),
       toolBar(paintBar(theme, theme.toolBar, 800, 40, shown::ToolBar, ToolStream)),
       strip(paintBar(theme, theme.strip, 338, 25, shown::Strip, StripStream)),
-      statusBar(paintBar(theme, theme.statusBar, 500, 20, shown::StatusBar, StatusStream)) {}
+      statusBar(paintBar(theme, theme.statusBar, 500, 20, shown::StatusBar, StatusStream)),
+      menuBack(300, 300, theme.menu.back) {
+  applyTexture(menuBack, theme.texture, 0, 0, 300, 300, Grain::Lying, MenuBackStream);
+}
 
 Canvas titleBar(const Kit& kit) { return kit.titleBar.part(0, 0, 800, 26); }
 Canvas menuBar(const Kit& kit) { return kit.menuBar.part(0, 0, 338, 25); }

@@ -17,8 +17,8 @@ constexpr int StatusBar = 17;
 /// Thickness of the window's frame.
 constexpr int FrameWidth = 5;
 
-/// A theme with its five bars painted. Every other piece stands on one of them and copies what is
-/// behind it, since the program knows no transparent pixels.
+/// A theme with its bars and the ground of its menus painted. Every other piece stands on one of them and
+/// copies what is behind it, since the program knows no transparent pixels.
 struct Kit {
   explicit Kit(const Theme& theme);
 
@@ -28,6 +28,7 @@ struct Kit {
   Canvas toolBar;    ///< 800 x 40
   Canvas strip;      ///< 338 x 25, without the points that only bare places have
   Canvas statusBar;  ///< 500 x 20
+  Canvas menuBack;   ///< 300 x 300
 };
 
 Canvas titleBar(const Kit& kit);

@@ -1,7 +1,5 @@
 #include "Brand.h"
 
-#include <cairo.h>
-
 #include <cmath>
 #include <memory>
 #include <numbers>
@@ -75,29 +73,6 @@ void drawBoat(cairo_t* cr) {
   cairo_curve_to(cr, -6, 2, -7.5, 0, -8, -2);
   cairo_close_path(cr);
   fillGradient(cr, -2, 4, lighter(Hull, 0.25), Hull);
-}
-
-/// The program's sign on a square of 16 units: a sail over a swell.
-void drawSign(cairo_t* cr) {
-  cairo_new_path(cr);
-  roundedRect(cr, 0, 0, 16, 16, 3, 3);
-  cairo_save(cr);
-  cairo_clip_preserve(cr);
-  fillGradient(cr, 0, 16, Sea, DeepSea);
-
-  triangle(cr, 8, 2, 8, 11, 3, 11);
-  setSource(cr, White);
-  cairo_fill(cr);
-  triangle(cr, 9, 4, 9, 11, 13, 11);
-  setSource(cr, Foam);
-  cairo_fill(cr);
-  wavePath(cr, 0, 16, 16, 12.5, 8, 0.7, 1.2);
-  setSource(cr, Foam);
-  cairo_fill(cr);
-  wavePath(cr, 0, 16, 16, 13.7, 8, 0.7, 1.2);
-  setSource(cr, Navy);
-  cairo_fill(cr);
-  cairo_restore(cr);
 }
 
 void writeIcon(int size, const std::filesystem::path& folder) {
@@ -197,6 +172,28 @@ void writePopup(const std::filesystem::path& folder) {
 }
 
 }  // namespace
+
+void drawSign(cairo_t* cr) {
+  cairo_new_path(cr);
+  roundedRect(cr, 0, 0, 16, 16, 3, 3);
+  cairo_save(cr);
+  cairo_clip_preserve(cr);
+  fillGradient(cr, 0, 16, Sea, DeepSea);
+
+  triangle(cr, 8, 2, 8, 11, 3, 11);
+  setSource(cr, White);
+  cairo_fill(cr);
+  triangle(cr, 9, 4, 9, 11, 13, 11);
+  setSource(cr, Foam);
+  cairo_fill(cr);
+  wavePath(cr, 0, 16, 16, 12.5, 8, 0.7, 1.2);
+  setSource(cr, Foam);
+  cairo_fill(cr);
+  wavePath(cr, 0, 16, 16, 13.7, 8, 0.7, 1.2);
+  setSource(cr, Navy);
+  cairo_fill(cr);
+  cairo_restore(cr);
+}
 
 void writeBrand(const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);

@@ -66,10 +66,14 @@ void drawFace(Canvas& canvas, const Face& face, int x, int y, int width, int hei
   setSource(cr, face.outline);
   cairo_fill(cr);
   double inner = std::max(0.0, radius - 1);
+  cairo_save(cr);
   roundedRect(cr, x + 1, y + 1, width - 2, height - 2, inner, inner);
+  cairo_clip_preserve(cr);
   fillGradient(cr, y + 1, height - 2, face.top, face.bottom);
-  int inset = 1 + static_cast<int>(std::ceil(inner));
-  canvas.rect(x + inset, y + 1, width - 2 * inset, 1, face.light);
+  cairo_rectangle(cr, x + 1, y + 1, width - 2, 1);
+  setSource(cr, face.light);
+  cairo_fill(cr);
+  cairo_restore(cr);
 }
 
 int toolButtonLeft(Icon icon) {
@@ -119,7 +123,8 @@ Canvas windowButton(const Kit& kit, WindowButton button, bool down) {
       if (down) canvas.rect(1, 1, 13, 13, face.top);
       break;
   }
-  drawGlyph(canvas, button, 0, 0, down ? styles.glyphDown : styles.glyph);
+  Colour glyph = close ? styles.glyphClose : styles.glyph;
+  drawGlyph(canvas, button, 0, 0, down ? styles.glyphDown : glyph);
   return canvas;
 }
 

@@ -74,10 +74,11 @@ Path mirrored(const Path& path, double middle) {
 
 // Solid icons: full shapes on whole pixels.
 
+/// A page under a tab of its own; the rest of its head is the tab behind.
 Shapes solidPage() {
-  return {{.part = IconPart::PageTab, .path = roundedTop(8, 7, 10, 6, 2)},
-          {.part = IconPart::PageTab, .path = box(6, 12, 20, 14)},
-          {.part = IconPart::Page, .path = box(8, 15, 16, 9), .layer = 1, .outlined = false}};
+  return {{.part = IconPart::PageTab, .path = roundedTop(6, 7, 20, 19, 2)},
+          {.part = IconPart::Page, .path = box(8, 14, 16, 10), .layer = 1, .outlined = false},
+          {.part = IconPart::Page, .path = box(8, 9, 7, 5), .layer = 1, .outlined = false}};
 }
 
 Shapes solidIcon(Icon icon) {
@@ -142,18 +143,19 @@ Shapes solidIcon(Icon icon) {
   return {};
 }
 
-// Line icons: strokes of one weight.
+// Line icons: strokes of one weight, on whole coordinates, where lines of even weight are sharp.
 
 Shapes linePage(double weight) {
+  double head = 11 + weight;
   return {{.part = IconPart::Page,
-           .path = polyline({{15, 26}, {7, 26}, {7, 8}, {16, 8}, {16, 13}, {26, 13}, {26, 16}}),
-           .stroke = weight}};
+           .path = polyline({{14, 26}, {7, 26}, {7, 8}, {26, 8}, {26, 16}}),
+           .stroke = weight},
+          {.part = IconPart::Page, .path = polyline({{15, 8}, {15, head}, {26, head}}), .stroke = weight}};
 }
 
 Shapes lineIcon(Icon icon, double weight) {
-  // Lines of even weight lie sharp on whole coordinates, odd ones on halves.
-  const double c = std::lround(weight) % 2 == 0 ? 17 : Middle;
-  const Path arrow = [c](cairo_t* cr) {
+  static constexpr double c = 17;
+  const Path arrow = [](cairo_t* cr) {
     polyline({{c + 9, c}, {c - 9, c}})(cr);
     polyline({{c - 2, c - 8}, {c - 10, c}, {c - 2, c + 8}})(cr);
   };
@@ -187,7 +189,7 @@ Shapes lineIcon(Icon icon, double weight) {
     case Icon::History:
       return {{.part = IconPart::Rim, .path = disc(c, c, 9), .stroke = weight},
               {.part = IconPart::Hands,
-               .path = polyline({{c, c - 5}, {c, c}, {c + 5, c}}),
+               .path = polyline({{c, c - 6}, {c, c}, {c + 5, c}}),
                .stroke = weight,
                .layer = 1}};
     case Icon::Search:
@@ -220,8 +222,10 @@ struct Inks {
     if (found == style.colours.end()) {
       return style.family == IconFamily::Solid && isHollow(part) ? behind : plain();
     }
+    if (isHollow(part)) return found->second;
     if (state == State::Rest) return mix(found->second, style.rest, style.mute);
-    return state == State::Hover ? found->second : darker(found->second, 0.18);
+    bool shaded = state == State::Down && style.finish == IconFinish::Relief;
+    return shaded ? darker(found->second, 0.18) : found->second;
   }
 };
 
@@ -285,7 +289,9 @@ void drawIcon(Canvas& canvas, const IconStyle& style, Icon icon, State state, in
   cairo_t* cr = canvas.cr();
   cairo_save(cr);
   cairo_translate(cr, x, y);
-  bool round = style.family == IconFamily::Line;
+  bool line = style.family == IconFamily::Line;
+  bool round = line && style.ends == LineEnds::Round;
+  if (line && style.weight % 2 != 0) cairo_translate(cr, -0.5, -0.5);
   cairo_set_line_cap(cr, round ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
   cairo_set_line_join(cr, round ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
   if (style.finish == IconFinish::Engraved) {
@@ -293,7 +299,7 @@ void drawIcon(Canvas& canvas, const IconStyle& style, Icon icon, State state, in
     cairo_translate(cr, 0, 1);
     setSource(cr, style.glint);
     for (const Shape& shape : shapes) {
-      if (!isHollow(shape.part) || round) trace(cr, shape, 0);
+      if (line || !isHollow(shape.part)) trace(cr, shape, 0);
     }
     cairo_restore(cr);
   }

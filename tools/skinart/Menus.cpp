@@ -6,9 +6,10 @@ namespace {
 
 constexpr int Thickness = 2;
 constexpr int IconSize = 14;
-constexpr uint32_t BackStream = 20;
+constexpr uint32_t SpacerStream = 20;
 
-Canvas iconField(const Kit& kit) { return {IconSize, IconSize, kit.theme.menu.back}; }
+/// What is behind an icon in the first row of a menu of favourites.
+Canvas iconField(const Kit& kit) { return kit.menuBack.part(6, 8, IconSize, IconSize); }
 
 bool isLine(const Kit& kit) { return kit.theme.icon.family == IconFamily::Line; }
 
@@ -96,15 +97,12 @@ Canvas menuBottomLeft(const Kit& kit) {
   return piece;
 }
 
-Canvas menuBackground(const Kit& kit) {
-  Canvas back(300, 300, kit.theme.menu.back);
-  applyTexture(back, kit.theme.texture, 0, 0, 300, 300, Grain::Lying, BackStream);
-  return back;
-}
+Canvas menuBackground(const Kit& kit) { return kit.menuBack.part(0, 0, 300, 300); }
 
 Canvas menuSpacer(const Kit& kit) {
   const MenuStyle& menu = kit.theme.menu;
   Canvas spacer(140, 8, menu.back);
+  applyTexture(spacer, kit.theme.texture, 0, 0, 140, 8, Grain::Lying, SpacerStream);
   switch (menu.spacer) {
     case SpacerStyle::Etched:
       spacer.rect(0, 3, 140, 1, menu.lineDark);

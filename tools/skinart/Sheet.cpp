@@ -18,7 +18,8 @@ constexpr int WindowHeight = 400;
 
 /// Long bitmaps show their beginning only.
 Canvas sample(const Canvas& canvas) {
-  return canvas.part(0, 0, std::min(canvas.width(), 170), std::min(canvas.height(), 60));
+  return canvas.part(0, 0, std::min(canvas.width(), 170),
+                     std::min(canvas.height(), canvas.width() < 10 ? 14 : 44));
 }
 
 int factorFor(const Canvas& canvas) { return canvas.width() <= 5 ? 6 : canvas.width() <= 60 ? 3 : 2; }

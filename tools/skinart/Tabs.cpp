@@ -6,7 +6,7 @@ namespace {
 constexpr int TabWidth = 150;
 constexpr int TabHeight = 21;
 constexpr int TabTop = 4;      // row of the strip
-constexpr int OtherStart = 3;  // the tabs in the back stand lower
+constexpr int OtherStart = 5;  // the tabs in the back stand lower
 
 void chamfer(cairo_t* cr, double x, double y, double width, double height, double cut) {
   cairo_move_to(cr, x, y + height);

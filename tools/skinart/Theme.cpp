@@ -25,6 +25,7 @@ const Words<TabShape> TabWords = {{"round", TabShape::Round},
 const Words<SpacerStyle> SpacerWords = {
     {"etched", SpacerStyle::Etched}, {"dotted", SpacerStyle::Dotted}, {"hairline", SpacerStyle::Hairline}};
 const Words<IconFamily> FamilyWords = {{"solid", IconFamily::Solid}, {"line", IconFamily::Line}};
+const Words<LineEnds> EndWords = {{"round", LineEnds::Round}, {"square", LineEnds::Square}};
 const Words<IconFinish> FinishWords = {
     {"relief", IconFinish::Relief}, {"engraved", IconFinish::Engraved}, {"flat", IconFinish::Flat}};
 const Words<WindowButtonStyle> WindowButtonWords = {{"plate", WindowButtonStyle::Plate},
@@ -227,6 +228,7 @@ IconStyle readIcon(Settings& in) {
   return {.family = in.word("icon.family", FamilyWords),
           .finish = in.word("icon.finish", FinishWords),
           .weight = in.whole("icon.weight"),
+          .ends = in.word("icon.ends", EndWords),
           .rest = in.colour("icon.rest"),
           .hover = in.colour("icon.hover"),
           .down = in.colour("icon.down"),
@@ -242,6 +244,7 @@ WindowButtonStyles readWindowButton(Settings& in) {
           .close = in.face("windowbutton.close"),
           .closeDown = in.face("windowbutton.close.down"),
           .glyph = in.colour("windowbutton.glyph"),
+          .glyphClose = in.colour("windowbutton.glyph.close"),
           .glyphDown = in.colour("windowbutton.glyph.down")};
 }
 

@@ -70,12 +70,14 @@ struct PlateStyle {
 };
 
 enum class IconFamily { Solid, Line };
+enum class LineEnds { Round, Square };
 enum class IconFinish { Relief, Engraved, Flat };
 enum class IconPart { Arrow, Refresh, Stop, Page, PageTab, Plus, Minus, Clock, Hands, Lens, Rim, Handle };
 struct IconStyle {
   IconFamily family = IconFamily::Solid;
   IconFinish finish = IconFinish::Flat;
-  int weight = 2;  ///< thickness of strokes
+  int weight = 2;  ///< thickness of a line icon's strokes
+  LineEnds ends = LineEnds::Round;
   Colour rest, hover, down;
   Colour glint;                        ///< the light edge of an engraved icon
   double mute = 0;                     ///< share of `rest` mixed into the parts' colours at rest
@@ -86,7 +88,7 @@ enum class WindowButtonStyle { Plate, Disc, Bare };
 struct WindowButtonStyles {
   WindowButtonStyle style = WindowButtonStyle::Plate;
   Face rest, down, close, closeDown;
-  Colour glyph, glyphDown;
+  Colour glyph, glyphClose, glyphDown;
 };
 
 enum class AnimationKind { Waves, Lamps, Moon, Plane };

@@ -1,5 +1,6 @@
 #include "Window.h"
 
+#include "Brand.h"
 #include "Buttons.h"
 
 namespace skinart {
@@ -8,8 +9,8 @@ namespace {
 constexpr int MenuTop = shown::TitleBar;
 constexpr int ToolTop = MenuTop + shown::MenuBar;
 constexpr int StripTop = ToolTop + shown::ToolBar;
-constexpr int PageTop = StripTop + shown::Strip;
-constexpr int StatusHeight = 20;  // from the status bar's top to the window's foot
+constexpr int PageTop = StripTop + shown::Strip - 1;  // the page covers the strip's last row
+constexpr int StatusHeight = 20;                      // from the status bar's top to the window's foot
 constexpr int TabWidth = 150;
 constexpr int TabTop = 4;
 constexpr int RowHeight = 15;
@@ -96,6 +97,10 @@ void drawStatusBar(Canvas& window, const Theme& theme, const Art& art, const Sce
 
 void drawTitleBar(Canvas& window, const Theme& theme, const Art& art, const Scene& scene) {
   window.tile(art.at("titlebar.bmp"), 0, 0, scene.width, shown::TitleBar);
+  cairo_save(window.cr());
+  cairo_translate(window.cr(), 8, 4);
+  drawSign(window.cr());
+  cairo_restore(window.cr());
   drawText(window, 29, 5, scene.width - 100, scene.title, theme.text.title);
   window.blit(art.at("closebutton.bmp"), scene.width - 20, 5);
   window.blit(art.at("maxbutton.bmp"), scene.width - 37, 5);
