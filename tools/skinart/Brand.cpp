@@ -19,6 +19,7 @@ constexpr Colour Sea{0x2c, 0x5a, 0x9c};
 constexpr Colour Foam{0x9f, 0xc3, 0xee};
 constexpr Colour Sky{0xdd, 0xe9, 0xf7};
 constexpr Colour HighSky{0x8f, 0xb4, 0xe0};
+constexpr Colour Haze{0xe6, 0xee, 0xf8};
 constexpr Colour Hull{0x8a, 0x33, 0x24};
 constexpr Colour Sun{0xff, 0xd9, 0x8a};
 
@@ -53,9 +54,9 @@ void wavePath(cairo_t* cr, double left, double right, double bottom, double leve
               double height, double phase) {
   cairo_new_path(cr);
   cairo_move_to(cr, left, bottom);
-  for (double x = left; x <= right; x += length / 32) {
-    cairo_line_to(cr, x, level + height * std::sin(Turn * x / length - phase));
-  }
+  auto surface = [&](double x) { return level + height * std::sin(Turn * x / length - phase); };
+  for (double x = left; x < right; x += length / 32) cairo_line_to(cr, x, surface(x));
+  cairo_line_to(cr, right, surface(right));
   cairo_line_to(cr, right, bottom);
   cairo_close_path(cr);
 }
@@ -84,11 +85,13 @@ void writeIcon(int size, const std::filesystem::path& folder) {
 
 /// 400 x 180: a boat off the coast at sunrise. The lowest 60 rows are calm water for the texts.
 void writeSplash(const std::filesystem::path& folder) {
-  constexpr int Width = 400, Height = 180, Horizon = 92, TextTop = 120;
+  constexpr int Width = 400, Height = 180, HazeTop = 50, Horizon = 92, TextTop = 120;
   Picture splash(Width, Height);
   cairo_t* cr = splash.cr();
   cairo_rectangle(cr, 0, 0, Width, Height);
-  fillGradient(cr, 0, Horizon, HighSky, {0xff, 0xf1, 0xdc});
+  fillGradient(cr, 0, HazeTop, HighSky, Haze);
+  cairo_rectangle(cr, 0, HazeTop, Width, Height);
+  fillGradient(cr, HazeTop, Horizon - HazeTop, Haze, {0xff, 0xef, 0xd6});
   cairo_arc(cr, 292, Horizon - 12, 22, 0, Turn);
   setSource(cr, Sun);
   cairo_fill(cr);

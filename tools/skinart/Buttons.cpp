@@ -117,7 +117,7 @@ Canvas windowButton(const Kit& kit, WindowButton button, bool down) {
       drawFace(canvas, face, 1, 1, 13, 13, 2.5);
       break;
     case WindowButtonStyle::Disc:
-      drawDisc(canvas, face, 7.5, 7.5, 7);
+      drawDisc(canvas, face, 7.5, 7.5, 6.5);
       break;
     case WindowButtonStyle::Bare:
       if (down) canvas.rect(1, 1, 13, 13, face.top);

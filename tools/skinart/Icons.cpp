@@ -256,20 +256,15 @@ void reliefFill(cairo_t* cr, const Shape& shape, Colour colour) {
 }
 
 void drawLayer(cairo_t* cr, const Shapes& shapes, int layer, const Inks& inks) {
-  IconFinish finish = inks.style.finish;
+  bool relief = inks.style.finish == IconFinish::Relief;
   for (const Shape& shape : shapes) {
-    if (shape.layer != layer || !shape.outlined) continue;
-    if (finish == IconFinish::Relief) {
-      setSource(cr, darker(inks.of(shape.part), 0.45));
-      trace(cr, shape, 2);
-    } else if (layer > 1) {
-      setSource(cr, inks.behind);  // a moat that sets the sign off from the page below
-      trace(cr, shape, 3);
-    }
+    if (!relief || shape.layer != layer || !shape.outlined) continue;
+    setSource(cr, darker(inks.of(shape.part), 0.45));
+    trace(cr, shape, 2);
   }
   for (const Shape& shape : shapes) {
     if (shape.layer != layer) continue;
-    if (finish == IconFinish::Relief) {
+    if (relief) {
       reliefFill(cr, shape, inks.of(shape.part));
     } else {
       setSource(cr, inks.of(shape.part));
@@ -278,13 +273,41 @@ void drawLayer(cairo_t* cr, const Shapes& shapes, int layer, const Inks& inks) {
   }
 }
 
+bool isBadge(IconPart part) { return part == IconPart::Plus || part == IconPart::Minus; }
+
+/// Where the colours don't part the sign from its page, the page stops short of it.
+void clipBadge(cairo_t* cr) {
+  cairo_new_path(cr);
+  cairo_rectangle(cr, -1, -1, Field + 2, Field + 2);
+  cairo_rectangle(cr, 16, 16, Field - 16, Field - 16);
+  cairo_set_fill_rule(cr, CAIRO_FILL_RULE_EVEN_ODD);
+  cairo_clip(cr);
+  cairo_set_fill_rule(cr, CAIRO_FILL_RULE_WINDING);
+}
+
+void drawShapes(cairo_t* cr, const Shapes& shapes, const Inks& inks) {
+  int lastLayer = 0;
+  for (const Shape& shape : shapes) lastLayer = std::max(lastLayer, shape.layer);
+  if (inks.style.finish == IconFinish::Engraved) {
+    cairo_save(cr);
+    cairo_translate(cr, 0, 1);
+    setSource(cr, inks.style.glint);
+    for (const Shape& shape : shapes) {
+      if (inks.style.family == IconFamily::Line || !isHollow(shape.part)) trace(cr, shape, 0);
+    }
+    cairo_restore(cr);
+  }
+  for (int layer = 0; layer <= lastLayer; ++layer) drawLayer(cr, shapes, layer, inks);
+}
+
 }  // namespace
 
 void drawIcon(Canvas& canvas, const IconStyle& style, Icon icon, State state, int x, int y) {
   const Inks inks{style, state, canvas.at(x + Field / 2, y + Field / 2)};
   const Shapes shapes = style.family == IconFamily::Solid ? solidIcon(icon) : lineIcon(icon, style.weight);
-  int lastLayer = 0;
-  for (const Shape& shape : shapes) lastLayer = std::max(lastLayer, shape.layer);
+  Shapes ground;
+  Shapes badges;
+  for (const Shape& shape : shapes) (isBadge(shape.part) ? badges : ground).push_back(shape);
 
   cairo_t* cr = canvas.cr();
   cairo_save(cr);
@@ -294,16 +317,11 @@ void drawIcon(Canvas& canvas, const IconStyle& style, Icon icon, State state, in
   if (line && style.weight % 2 != 0) cairo_translate(cr, -0.5, -0.5);
   cairo_set_line_cap(cr, round ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
   cairo_set_line_join(cr, round ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
-  if (style.finish == IconFinish::Engraved) {
-    cairo_save(cr);
-    cairo_translate(cr, 0, 1);
-    setSource(cr, style.glint);
-    for (const Shape& shape : shapes) {
-      if (line || !isHollow(shape.part)) trace(cr, shape, 0);
-    }
-    cairo_restore(cr);
-  }
-  for (int layer = 0; layer <= lastLayer; ++layer) drawLayer(cr, shapes, layer, inks);
+  cairo_save(cr);
+  if (!badges.empty() && style.finish != IconFinish::Relief) clipBadge(cr);
+  drawShapes(cr, ground, inks);
+  cairo_restore(cr);
+  drawShapes(cr, badges, inks);
   cairo_restore(cr);
 }
 

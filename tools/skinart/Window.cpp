@@ -49,11 +49,13 @@ void drawMenuBar(Canvas& window, const Theme& theme, const Art& art, const Scene
 
 void drawToolBar(Canvas& window, const Art& art, const Scene& scene) {
   window.tile(art.at("buttonbar.bmp"), FrameWidth, ToolTop, scene.width, shown::ToolBar);
-  for (int i = 0; i < 8; ++i) {
-    int state = i == scene.pressed ? 2 : i == scene.hovered ? 1 : 0;
-    window.blit(art.at(ToolFiles[i][state]), FrameWidth + toolButtonLeft(static_cast<Icon>(i)), ToolTop + 1);
-  }
   int scrollers = scene.width - 61;
+  for (int i = 0; i < 8; ++i) {
+    int left = FrameWidth + toolButtonLeft(static_cast<Icon>(i));
+    if (left + 33 > scrollers) break;
+    int state = i == scene.pressed ? 2 : i == scene.hovered ? 1 : 0;
+    window.blit(art.at(ToolFiles[i][state]), left, ToolTop + 1);
+  }
   if (scrollers - AddressLeft > 60) {
     window.rect(AddressLeft, ToolTop + 7, scrollers - AddressLeft - 6, 21, White);
     window.frame(AddressLeft, ToolTop + 7, scrollers - AddressLeft - 6, 21, {140, 140, 140});
@@ -91,7 +93,7 @@ void drawPage(Canvas& window, const Scene& scene) {
 void drawStatusBar(Canvas& window, const Theme& theme, const Art& art, const Scene& scene) {
   int top = scene.height - StatusHeight;
   window.tile(art.at("statusbar.bmp"), 0, top, scene.width, shown::StatusBar);
-  drawText(window, 8, top + 1, scene.width - 140, "Status: Opening page", theme.text.status);
+  drawText(window, 8, top + 1, scene.width - 140, scene.status, theme.text.status);
   window.rect(scene.width - 120, top + 2, 60, 13, theme.text.progress);
 }
 
@@ -202,9 +204,10 @@ Canvas preview(const Theme& theme, const Art& art) {
                        {.width = 240,
                         .height = 160,
                         .title = theme.name,
-                        .tabs = {"Harbour", "Tides"},
+                        .tabs = {"Harbour", ""},
                         .selected = 0,
-                        .hovered = 1});
+                        .hovered = 1,
+                        .status = "Status: Done"});
 }
 
 }  // namespace skinart

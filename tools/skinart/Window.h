@@ -15,6 +15,7 @@ struct Scene {
   int hovered = -1;
   int pressed = -1;
   int frame = 8;
+  std::string status = "Status: Opening page";
 };
 Canvas composeWindow(const Theme& theme, const Art& art, const Scene& scene);
 
