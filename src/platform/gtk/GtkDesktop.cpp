@@ -1,6 +1,5 @@
 #include "platform/gtk/GtkDesktop.h"
 
-#include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
@@ -11,7 +10,7 @@
 #include "platform/gtk/BrowserWorld.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
-#include "platform/gtk/GtkComboBox.h"
+#include "platform/gtk/ComboWidget.h"
 #include "platform/gtk/ProgramFiles.h"
 
 namespace {
@@ -36,9 +35,13 @@ int GtkDesktop::Run(const std::function<void()>& start) {
 }
 
 std::string GtkDesktop::ProgramFolder() {
-  const std::string folder = FindProgramFolder();
-  world_ = std::make_unique<BrowserWorld>(folder, Gate, [this] { return MainFrame(); });
-  return folder;
+  if (folder_.empty()) folder_ = FindProgramFolder();
+  return folder_;
+}
+
+BrowserWorld& GtkDesktop::World() {
+  if (!world_) world_ = std::make_unique<BrowserWorld>(ProgramFolder(), Gate, [this] { return MainFrame(); });
+  return *world_;
 }
 
 void GtkDesktop::DoEvents() {
@@ -58,7 +61,7 @@ void GtkDesktop::Die(const Failure& failure) {
   MsgBox(std::string(failure.what()) + "\n\nMarlowick can't go on and closes. Put right what is named above, and start " +
              "it again.",
          Buttons::Ok, "Marlowick");
-  End(1);
+  GtkDesktop::End(1);
 }
 
 Moment GtkDesktop::Now() {
@@ -96,11 +99,11 @@ std::unique_ptr<WindowHost> GtkDesktop::MakeHost(Window& window) {
 }
 
 std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
-  return std::make_unique<GtkBrowser>(parent, *world_);
+  return std::make_unique<GtkBrowser>(parent, World());
 }
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<GtkComboBox>(parent, place, Gate);
+  return std::make_unique<ComboWidget>(parent, place, Gate);
 }
 
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }

@@ -47,12 +47,14 @@ class GtkDesktop : public Desktop {
   void EndPopups();
 
  private:
+  BrowserWorld& World();
   static void OnEvent(GdkEvent* event, gpointer self);
   void LookForPressOutside(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
 
   std::string command_line_;
   std::unique_ptr<Drawing> drawing_;
+  std::string folder_;
   std::unique_ptr<BrowserWorld> world_;
   std::vector<PopupHost*> popups_;
   bool dying_ = false;
