@@ -99,12 +99,19 @@ bool PngIsWhole(std::string_view content) {
   return false;
 }
 
+// Whether an end follows the last scan of a JPEG file. A preview inside the file has an end of its own,
+// before that scan.
+bool JpegIsWhole(std::string_view content) {
+  const size_t end = content.rfind("\xFF\xD9"), scan = content.rfind("\xFF\xDA");
+  return end != content.npos && scan != content.npos && end > scan;
+}
+
 Picture Decode(std::string_view content) {
   if (content.starts_with(BitmapStart)) return BitmapFile::Decode(content);
-  if (content.starts_with(JpegStart)) return Decoder("jpeg").Decode(content);
-  if (!content.starts_with(PngStart)) throw Failure("it is no BMP, PNG or JPEG picture");
-  if (!PngIsWhole(content)) throw Failure("it is cut short");
-  return Decoder("png").Decode(content);
+  const bool jpeg = content.starts_with(JpegStart);
+  if (!jpeg && !content.starts_with(PngStart)) throw Failure("it is no BMP, PNG or JPEG picture");
+  if (!(jpeg ? JpegIsWhole(content) : PngIsWhole(content))) throw Failure("it is cut short");
+  return Decoder(jpeg ? "jpeg" : "png").Decode(content);
 }
 
 // A file that is open for reading.
