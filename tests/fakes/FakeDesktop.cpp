@@ -61,7 +61,7 @@ std::string FakeBrowser::LocationURL() const {
 }
 
 void FakeComboBox::SetText(const std::string& value) {
-  text = value;
+  text = Text::Valid(value);
   start = length = 0;
 }
 
@@ -83,6 +83,11 @@ void FakeComboBox::Type(const std::string& key, int key_code) {
 void FakeComboBox::PressEnter() {
   if (KeyPress) KeyPress(13);
   if (KeyUp) KeyUp(13, 0);
+}
+
+void FakeComboBox::Choose(size_t index) {
+  SetText(List(index));
+  if (Click) Click();
 }
 
 FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}

@@ -67,6 +67,8 @@ class FakeComboBox : public ComboBox {
   // Replaces the selection by one key's text and raises the key's events.
   void Type(const std::string& key, int key_code = 65);
   void PressEnter();
+  // Picks an item of the drop-down.
+  void Choose(size_t index);
 
   std::string text;
   long start = 0, length = 0;
