@@ -8,7 +8,7 @@
 
 #include "platform/Drawing.h"
 #include "platform/gtk/BrowserWorld.h"
-#include "platform/gtk/ComboWidget.h"
+#include "platform/gtk/GtkComboField.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
 #include "platform/gtk/ProgramFiles.h"
@@ -104,7 +104,7 @@ std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
 }
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<ComboWidget>(parent, place, Gate);
+  return std::make_unique<GtkComboField>(parent, place, Gate);
 }
 
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
