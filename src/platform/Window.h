@@ -75,6 +75,7 @@ class Window : public Surface {
 
  protected:
   using Surface::Describe;
+  Window* AsWindow() override { return this; }
 
  private:
   Desktop& desktop_;
