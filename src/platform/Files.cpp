@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr size_t ChunkBytes = 64 * 1024;
+constexpr size_t ChunkBytes = 16 * 1024;
 
 bool Exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
