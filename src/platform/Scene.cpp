@@ -56,6 +56,11 @@ void Control::Detach() {
   parent_ = nullptr;
 }
 
+void Control::PressByName() {
+  const auto press = AccessiblePress ? AccessiblePress : Click;
+  if (press) press();
+}
+
 Window* Control::Root() {
   Control* top = this;
   while (top->parent_) top = top->parent_;
