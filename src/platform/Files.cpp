@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr size_t ChunkBytes = 64 * 1024;
+constexpr size_t ChunkBytes = 16 * 1024;
 
 bool Exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
@@ -53,14 +53,37 @@ std::string Spelling(const std::string& folder, const std::string& name) {
   return found;
 }
 
-bool WriteAll(int file, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(file, text.data(), text.size());
+// Only what is a file: a pipe would be waited for, and a device may never end. -1 where it can't be opened.
+int OpenForReading(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  struct stat status {};
+  if (file < 0 || (::fstat(file, &status) == 0 && S_ISREG(status.st_mode))) return file;
+  ::close(file);
+  errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+  return -1;
+}
+
+// How many bytes reach the file: fewer than there are where it fails.
+size_t WriteAll(int file, std::string_view text) {
+  size_t all = 0;
+  while (all < text.size()) {
+    const ssize_t written = ::write(file, text.data() + all, text.size() - all);
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    text.remove_prefix(static_cast<size_t>(written));
+    if (written <= 0) break;
+    all += static_cast<size_t>(written);
   }
-  return true;
+  return all;
+}
+
+// Takes back what a full disk took of an append, unless another program has written behind it.
+void TakeBack(int file, size_t written) {
+  const int error = errno;
+  const off_t end = ::lseek(file, 0, SEEK_CUR);
+  struct stat status {};
+  if (written > 0 && ::fstat(file, &status) == 0 && status.st_size == end &&
+      ::ftruncate(file, end - static_cast<off_t>(written)) != 0) { /* what is there stays */
+  }
+  errno = error;
 }
 
 }  // namespace
@@ -94,7 +117,7 @@ void MakeFolder(const std::string& path) {
 
 std::string ReadWholeFile(const std::string& path) {
   const std::string host = HostPath(path);
-  const int file = ::open(host.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = OpenForReading(host);
   if (file < 0) Fail("Can't read the file", host, errno);
   std::string content;
   for (;;) {
@@ -121,12 +144,7 @@ void FileSlot::Open(const std::string& path, Mode mode) {
   ended_ = false;
   temporary_.clear();
   if (mode == Mode::Input) {
-    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat status {};
-    if (file_ >= 0 && ::fstat(file_, &status) == 0 && S_ISDIR(status.st_mode)) {
-      Abandon();
-      errno = EISDIR;
-    }
+    file_ = OpenForReading(path_);
   } else if (mode == Mode::Append) {
     file_ = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
   } else {
@@ -182,7 +200,7 @@ void FileSlot::Print(std::string_view line) {
   buffer_ += line;
   buffer_ += "\r\n";
   if (mode_ == Mode::Append || buffer_.size() < ChunkBytes) return;
-  if (!WriteAll(file_, buffer_)) {
+  if (WriteAll(file_, buffer_) < buffer_.size()) {
     const int error = errno;
     Abandon();
     Fail("Can't write the file", path_, error);
@@ -192,7 +210,12 @@ void FileSlot::Print(std::string_view line) {
 
 void FileSlot::Close() {
   if (!IsOpen()) return;
-  bool good = mode_ == Mode::Input || WriteAll(file_, buffer_);
+  bool good = true;
+  if (mode_ != Mode::Input) {
+    const size_t written = WriteAll(file_, buffer_);
+    good = written == buffer_.size();
+    if (!good && mode_ == Mode::Append) TakeBack(file_, written);
+  }
   if (mode_ == Mode::Output) {
     good = good && ::fsync(file_) == 0 && ::rename(temporary_.c_str(), path_.c_str()) == 0;
     if (good) temporary_.clear();

@@ -41,8 +41,8 @@ void boat(cairo_t* cr, Colour sail, Colour hull) {
     cairo_fill(cr);
   };
   setSource(cr, sail);
-  triangle(-0.5, -11, -0.5, -3, -6, -3);
-  triangle(1, -9, 1, -3, 5, -3);
+  triangle(-0.5, -10, -0.5, -3, -6, -3);
+  triangle(1, -8, 1, -3, 5, -3);
   setSource(cr, hull);
   cairo_move_to(cr, -6, -2);
   cairo_line_to(cr, 6, -2);
@@ -55,9 +55,9 @@ void boat(cairo_t* cr, Colour sail, Colour hull) {
 /// Swells pass under a boat; at rest the sea is calm.
 void waves(cairo_t* cr, const AnimationStyle& style, int frame) {
   bool idle = frame == IdleFrame;
-  double height = idle ? 0.7 : 2.2;
+  double height = idle ? 0.7 : 2;
   double phase = idle ? 0 : turnOf(frame);
-  double level = Y + H - 5;
+  double level = Y + H - 4;
   sea(cr, level - 1, 17, height * 0.7, phase + 2, style.two);
   double middle = W / 2.0;
   double slope = idle ? 0 : swell(middle + 1, 22, height, phase) - swell(middle - 1, 22, height, phase);

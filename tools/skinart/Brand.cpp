@@ -67,6 +67,9 @@ void drawBoat(cairo_t* cr) {
   fillGradient(cr, -15, 12, White, Sky);
   triangle(cr, 0.5, -12.5, 0.5, -3, 6, -3);
   fillGradient(cr, -13, 10, Foam, HighSky);
+  cairo_rectangle(cr, -0.5, -15, 0.6, 13);
+  setSource(cr, Navy);
+  cairo_fill(cr);
   cairo_move_to(cr, -8, -2);
   cairo_line_to(cr, 8, -2);
   cairo_curve_to(cr, 7, 1, 5, 2, 4, 2);

@@ -113,7 +113,7 @@ Canvas otherTab(const Kit& kit) {
   const TabStyle& tab = kit.theme.tab;
   int height = TabHeight - OtherStart - baseRows(kit.theme.strip);
   if (tab.shape == TabShape::Pill) {
-    drawPill(canvas, tab.other, OtherStart, height - 1);
+    drawPill(canvas, tab.other, OtherStart, height);
   } else {
     drawTab(canvas, tab.shape, tab.other, OtherStart, height);
   }

@@ -1,6 +1,5 @@
 #include "platform/gtk/GtkDesktop.h"
 
-#include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
 #include <algorithm>
@@ -9,9 +8,9 @@
 
 #include "platform/Drawing.h"
 #include "platform/gtk/BrowserWorld.h"
+#include "platform/gtk/GtkComboField.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
-#include "platform/gtk/GtkComboBox.h"
 #include "platform/gtk/ProgramFiles.h"
 
 namespace {
@@ -36,9 +35,13 @@ int GtkDesktop::Run(const std::function<void()>& start) {
 }
 
 std::string GtkDesktop::ProgramFolder() {
-  const std::string folder = FindProgramFolder();
-  world_ = std::make_unique<BrowserWorld>(folder, Gate, [this] { return MainFrame(); });
-  return folder;
+  if (folder_.empty()) folder_ = FindProgramFolder();
+  return folder_;
+}
+
+BrowserWorld& GtkDesktop::World() {
+  if (!world_) world_ = std::make_unique<BrowserWorld>(ProgramFolder(), Gate, [this] { return MainFrame(); });
+  return *world_;
 }
 
 void GtkDesktop::DoEvents() {
@@ -55,16 +58,17 @@ void GtkDesktop::Die(const Failure& failure) {
   if (dying_) std::_Exit(1);
   dying_ = true;
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
-  MsgBox(std::string(failure.what()) + "\n\nMarlowick can't go on and closes. Put right what is named above, and start " +
-             "it again.",
+  MsgBox(std::string(failure.what()) +
+             "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",
          Buttons::Ok, "Marlowick");
-  End(1);
+  GtkDesktop::End(1);
 }
 
 Moment GtkDesktop::Now() {
   GDateTime* now = g_date_time_new_now_local();
-  const Moment moment{g_date_time_get_year(now), g_date_time_get_month(now),  g_date_time_get_day_of_month(now),
-                      g_date_time_get_hour(now), g_date_time_get_minute(now), g_date_time_get_second(now)};
+  const Moment moment{g_date_time_get_year(now),         g_date_time_get_month(now),
+                      g_date_time_get_day_of_month(now), g_date_time_get_hour(now),
+                      g_date_time_get_minute(now),       g_date_time_get_second(now)};
   g_date_time_unref(now);
   return moment;
 }
@@ -96,11 +100,11 @@ std::unique_ptr<WindowHost> GtkDesktop::MakeHost(Window& window) {
 }
 
 std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
-  return std::make_unique<GtkBrowser>(parent, *world_);
+  return std::make_unique<GtkBrowser>(parent, World());
 }
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<GtkComboBox>(parent, place, Gate);
+  return std::make_unique<GtkComboField>(parent, place, Gate);
 }
 
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
@@ -127,6 +131,8 @@ std::string GtkDesktop::ShowOpen(const std::string& title, const std::string& fi
 std::string GtkDesktop::ShowSave(const std::string& title, const std::string& filter) {
   return Dialogs::ShowSave(MainFrame(), title, filter);
 }
+
+void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
@@ -166,8 +172,8 @@ void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
   gtk_main_do_event(event);
 }
 
-// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a press
-// outside the program comes to the menu itself, from outside its bounds.
+// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a
+// press outside the program comes to the menu itself, from outside its bounds.
 void GtkDesktop::LookForPressOutside(GdkEvent* event) {
   if (popups_.empty() || event->type != GDK_BUTTON_PRESS) return;
   const bool inside = std::any_of(popups_.begin(), popups_.end(), [event](PopupHost* popup) {

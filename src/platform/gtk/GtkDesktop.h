@@ -34,6 +34,7 @@ class GtkDesktop : public Desktop {
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
   void Shell(const std::string& command) override;
+  void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
 
@@ -47,12 +48,14 @@ class GtkDesktop : public Desktop {
   void EndPopups();
 
  private:
+  BrowserWorld& World();
   static void OnEvent(GdkEvent* event, gpointer self);
   void LookForPressOutside(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
 
   std::string command_line_;
   std::unique_ptr<Drawing> drawing_;
+  std::string folder_;
   std::unique_ptr<BrowserWorld> world_;
   std::vector<PopupHost*> popups_;
   bool dying_ = false;
