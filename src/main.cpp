@@ -1,1 +1,18 @@
-int main() { return 0; }
+#include <gtkmm/main.h>
+
+#include "core/Program.h"
+#include "core/frmSplash.h"
+#include "platform/gtk/GtkDesktop.h"
+
+int main(int argc, char** argv) {
+  // The program places its own windows on the screen, which only X11 allows.
+  gdk_set_allowed_backends("x11");
+  if (!gtk_init_check(nullptr, nullptr)) {
+    std::fprintf(stderr, "marlowick: no display can be opened; DISPLAY is \"%s\"\n", g_getenv("DISPLAY"));
+    return 1;
+  }
+  Gtk::Main::init_gtkmm_internals();
+  GtkDesktop desktop(argc, argv);
+  Program program(desktop);
+  return desktop.Run([&program] { program.Start(); });
+}

@@ -56,10 +56,15 @@ void Control::Detach() {
   parent_ = nullptr;
 }
 
+void Control::PressByName() {
+  const auto press = AccessiblePress ? AccessiblePress : Click;
+  if (press) press();
+}
+
 Window* Control::Root() {
   Control* top = this;
   while (top->parent_) top = top->parent_;
-  return dynamic_cast<Window*>(top);
+  return top->AsWindow();
 }
 
 Twips Control::RootLeft() const { return parent_ ? parent_->RootLeft() + Left : 0; }

@@ -73,6 +73,9 @@ class Control {
   std::function<void(const Mouse&)> MouseDown, MouseMove, MouseUp;
   std::function<void()> Click, DblClick;
   std::function<void(const DataObject&)> OLEDragDrop;
+  // What pressing by name does where that is more than a click.
+  std::function<void()> AccessiblePress;
+  void PressByName();
 
   // 0: to the front of its siblings; 1: to their back.
   void ZOrder(int position);
@@ -95,6 +98,8 @@ class Control {
 
  protected:
   friend class Window;
+  // A window is the root of its tree.
+  virtual Window* AsWindow() { return nullptr; }
   // Fills in what this kind of control shows. `item` comes with the control's identity, bounds and clip.
   virtual void Describe(DrawItem& item);
   Drawing& Draws();

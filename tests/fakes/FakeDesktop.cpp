@@ -84,7 +84,7 @@ std::string FakeBrowser::LocationURL() const {
 }
 
 void FakeComboBox::SetText(const std::string& value) {
-  text = value;
+  text = Text::Valid(value);
   start = length = 0;
 }
 
@@ -106,6 +106,11 @@ void FakeComboBox::Type(const std::string& key, int key_code) {
 void FakeComboBox::PressEnter() {
   if (KeyPress) KeyPress(13);
   if (KeyUp) KeyUp(13, 0);
+}
+
+void FakeComboBox::Choose(size_t index) {
+  SetText(List(index));
+  if (Click) Click();
 }
 
 FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}
@@ -179,7 +184,10 @@ std::string FakeDesktop::ShowSave(const std::string& title, const std::string& f
   return file;
 }
 
-void FakeDesktop::Shell(const std::string& command) { log.push_back("Shell " + command); }
+void FakeDesktop::Shell(const std::string& command) {
+  log.push_back("Shell " + command);
+  if (!command.empty() && command == no_program) throw Failure("no such program");
+}
 
 int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {
   counts_[++last_number_] = {milliseconds, time_ + milliseconds, std::move(tick)};

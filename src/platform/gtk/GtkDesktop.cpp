@@ -1,1 +1,188 @@
-#include "platform/Desktop.h"
+#include "platform/gtk/GtkDesktop.h"
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/Drawing.h"
+#include "platform/gtk/BrowserWorld.h"
+#include "platform/gtk/GtkComboField.h"
+#include "platform/gtk/Dialogs.h"
+#include "platform/gtk/GtkBrowser.h"
+#include "platform/gtk/ProgramFiles.h"
+
+namespace {
+
+// One pass of the pump handles what is waiting; a source that never runs dry doesn't hold it.
+constexpr int MostEventsInOnePass = 200;
+
+}  // namespace
+
+GtkDesktop::GtkDesktop(int argc, char** argv) : drawing_(MakeDrawing()) {
+  for (int i = 1; i < argc; ++i) command_line_ += (i > 1 ? " " : "") + std::string(argv[i]);
+  gdk_event_handler_set(&GtkDesktop::OnEvent, this, nullptr);
+  Gate.Unhandled = [this](const Failure& failure) { Die(failure); };
+}
+
+GtkDesktop::~GtkDesktop() = default;
+
+int GtkDesktop::Run(const std::function<void()>& start) {
+  Gate.Run(start);
+  gtk_main();
+  return 0;
+}
+
+std::string GtkDesktop::ProgramFolder() {
+  if (folder_.empty()) folder_ = FindProgramFolder();
+  return folder_;
+}
+
+BrowserWorld& GtkDesktop::World() {
+  if (!world_) world_ = std::make_unique<BrowserWorld>(ProgramFolder(), Gate, [this] { return MainFrame(); });
+  return *world_;
+}
+
+void GtkDesktop::DoEvents() {
+  for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
+}
+
+void GtkDesktop::End(int status) {
+  if (world_) world_->Shutdown();
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
+void GtkDesktop::Die(const Failure& failure) {
+  if (dying_) std::_Exit(1);
+  dying_ = true;
+  std::fprintf(stderr, "marlowick: %s\n", failure.what());
+  MsgBox(std::string(failure.what()) +
+             "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",
+         Buttons::Ok, "Marlowick");
+  GtkDesktop::End(1);
+}
+
+Moment GtkDesktop::Now() {
+  GDateTime* now = g_date_time_new_now_local();
+  const Moment moment{g_date_time_get_year(now),         g_date_time_get_month(now),
+                      g_date_time_get_day_of_month(now), g_date_time_get_hour(now),
+                      g_date_time_get_minute(now),       g_date_time_get_second(now)};
+  g_date_time_unref(now);
+  return moment;
+}
+
+std::string GtkDesktop::ShortDate(const Moment& moment) {
+  GDateTime* date = g_date_time_new_local(moment.Year, moment.Month, moment.Day, 0, 0, 0);
+  char* text = g_date_time_format(date, "%x");
+  const std::string result = text ? text : "";
+  g_free(text);
+  g_date_time_unref(date);
+  return result;
+}
+
+std::unique_ptr<WindowHost> GtkDesktop::MakeHost(Window& window) {
+  switch (window.WindowKind()) {
+    case Window::Kind::Main: {
+      auto host = std::make_unique<MainHost>(*this, window);
+      main_host = host.get();
+      return host;
+    }
+    case Window::Kind::Splash:
+      return std::make_unique<SplashHost>(*this, window);
+    case Window::Kind::Popup:
+      return std::make_unique<PopupHost>(*this, window);
+    case Window::Kind::Relay:
+      break;
+  }
+  return std::make_unique<RelayHost>(*this, window);
+}
+
+std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
+  return std::make_unique<GtkBrowser>(parent, World());
+}
+
+std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
+  return std::make_unique<GtkComboField>(parent, place, Gate);
+}
+
+GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
+
+ScreenRect GtkDesktop::WorkArea(const Window& window) {
+  GdkDisplay* display = gdk_display_get_default();
+  GdkMonitor* monitor = gdk_display_get_monitor_at_point(
+      display, static_cast<int>((window.Left + window.Width / 2) / TwipsPerPixel),
+      static_cast<int>((window.Top + window.Height / 2) / TwipsPerPixel));
+  GdkRectangle area{};
+  gdk_monitor_get_workarea(monitor, &area);
+  return {area.x * TwipsPerPixel, area.y * TwipsPerPixel, (area.x + area.width) * TwipsPerPixel,
+          (area.y + area.height) * TwipsPerPixel};
+}
+
+Answer GtkDesktop::MsgBox(const std::string& text, Buttons buttons, const std::string& title) {
+  return Dialogs::MsgBox(MainFrame(), text, buttons, title);
+}
+
+std::string GtkDesktop::ShowOpen(const std::string& title, const std::string& filter) {
+  return Dialogs::ShowOpen(MainFrame(), title, filter);
+}
+
+std::string GtkDesktop::ShowSave(const std::string& title, const std::string& filter) {
+  return Dialogs::ShowSave(MainFrame(), title, filter);
+}
+
+void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
+
+void GtkDesktop::Shell(const std::string& command) {
+  GError* error = nullptr;
+  if (g_spawn_command_line_async(command.c_str(), &error)) return;
+  const std::string reason = error->message;
+  g_error_free(error);
+  throw Failure("The program \"" + command + "\" can't be started: " + reason);
+}
+
+int GtkDesktop::Start(int milliseconds, std::function<void()> tick) {
+  struct Count {
+    Events& gate;
+    std::function<void()> tick;
+  };
+  const auto run = +[](gpointer data) -> gboolean {
+    const auto* count = static_cast<Count*>(data);
+    // The count may be stopped, and so gone, by its own tick.
+    const auto own_tick = count->tick;
+    count->gate.Run(own_tick);
+    return G_SOURCE_CONTINUE;
+  };
+  const auto drop = +[](gpointer data) { delete static_cast<Count*>(data); };
+  return static_cast<int>(g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(milliseconds), run,
+                                             new Count{Gate, std::move(tick)}, drop));
+}
+
+void GtkDesktop::Stop(int number) { g_source_remove(static_cast<guint>(number)); }
+
+void GtkDesktop::EndPopups() {
+  // The end of one may be the end of others.
+  for (PopupHost* popup : std::vector(popups_))
+    if (std::find(popups_.begin(), popups_.end(), popup) != popups_.end()) popup->End();
+}
+
+void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
+  static_cast<GtkDesktop*>(self)->LookForPressOutside(event);
+  gtk_main_do_event(event);
+}
+
+// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a
+// press outside the program comes to the menu itself, from outside its bounds.
+void GtkDesktop::LookForPressOutside(GdkEvent* event) {
+  if (popups_.empty() || event->type != GDK_BUTTON_PRESS) return;
+  const bool inside = std::any_of(popups_.begin(), popups_.end(), [event](PopupHost* popup) {
+    GdkWindow* menu = gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj()));
+    if (!menu) return false;
+    int left = 0, top = 0;
+    gdk_window_get_origin(menu, &left, &top);
+    const double x = event->button.x_root - left, y = event->button.y_root - top;
+    return x >= 0 && y >= 0 && x < gdk_window_get_width(menu) && y < gdk_window_get_height(menu);
+  });
+  if (!inside) EndPopups();
+}

@@ -1,0 +1,287 @@
+"""The real program on a real screen: Xvfb, openbox, a session bus, a local web server."""
+
+import atexit
+import functools
+import http.server
+import io
+import os
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import threading
+import time
+import unittest
+
+from PIL import Image
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+PROGRAM = os.environ.get("MARLOWICK_PROGRAM", os.path.join(ROOT, "build", "marlowick"))
+SCREEN = (1280, 900)
+
+
+def wait_for(condition, what, seconds=20.0):
+    """Waits until condition() is true and returns its value; fails naming what was waited for."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s in vain for {what}")
+        time.sleep(0.05)
+
+
+def run(*command, check=True, **more):
+    return subprocess.run(command, check=check, capture_output=True, text=True, timeout=30, **more).stdout.strip()
+
+
+class Screen:
+    """An X server with a window manager and a session bus, for one test file."""
+
+    def __init__(self, scale=1):
+        read, write = os.pipe()
+        self.processes = [
+            subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
+                              "-nolisten", "tcp"], pass_fds=[write], stderr=subprocess.DEVNULL)]
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            number = pipe.readline().strip()
+        bus = run("dbus-daemon", "--session", "--fork", "--print-address=1", "--print-pid=1").splitlines()
+        self.bus_pid = int(bus[1])
+        os.environ.update(DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS=bus[0], GDK_BACKEND="x11",
+                          LANG="C.UTF-8", GTK_THEME="Adwaita", NO_AT_BRIDGE="0")
+        os.environ.pop("GDK_SCALE", None)
+        self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        wait_for(lambda: "openbox" in run("wmctrl", "-m", check=False).lower(), "the window manager")
+        atexit.register(self.close)
+
+    def close(self):
+        for process in reversed(self.processes):
+            process.terminate()
+            process.wait(10)
+        self.processes = []
+        if self.bus_pid:
+            try:
+                os.kill(self.bus_pid, signal.SIGTERM)
+            except ProcessLookupError:
+                pass
+        self.bus_pid = 0
+
+    def shot(self, path=None):
+        """The screen as a picture; also saved where a path is given."""
+        data = subprocess.run(["import", "-window", "root", "png:-"], check=True, capture_output=True, timeout=30).stdout
+        if path:
+            with open(path, "wb") as file:
+                file.write(data)
+        return Image.open(io.BytesIO(data)).convert("RGB")
+
+
+class Server:
+    """A web server on this machine. `pages` maps a path to HTML, or to a function of the handler."""
+
+    def __init__(self, pages=None):
+        self.pages = dict(pages or {})
+        self.requests = []
+        server = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                server.requests.append(self.path)
+                page = server.pages.get(self.path.split("?")[0])
+                if callable(page):
+                    page(self)
+                    return
+                body = (page if page is not None else "<title>Not here</title>").encode()
+                self.send_response(200 if page is not None else 404)
+                self.send_header("Content-Type", "text/html; charset=utf-8")
+                self.send_header("Content-Length", str(len(body)))
+                self.end_headers()
+                self.wfile.write(body)
+
+            def log_message(self, *_):
+                pass
+
+        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.http.daemon_threads = True
+        threading.Thread(target=self.http.serve_forever, daemon=True).start()
+        self.address = f"http://127.0.0.1:{self.http.server_address[1]}"
+
+    def close(self):
+        self.http.shutdown()
+        self.http.server_close()
+
+
+def children_of(pid):
+    """All processes below one, by the process table."""
+    parents = {}
+    for entry in os.listdir("/proc"):
+        if entry.isdigit():
+            try:
+                with open(f"/proc/{entry}/stat") as file:
+                    parents[int(entry)] = int(file.read().rpartition(")")[2].split()[1])
+            except OSError:
+                pass
+    found, below = set(), {pid}
+    while below:
+        below = {child for child, parent in parents.items() if parent in below} - found
+        found |= below
+    return found
+
+
+class Marlowick:
+    """One run of the program, in a folder of its own unless one is given."""
+
+    def __init__(self, *arguments, home=None, settings=None, environment=None, shown=True):
+        self.own_home = home is None
+        self.home = home or os.path.join(tempfile.mkdtemp(prefix="marlowick-e2e-"), "home")
+        if settings and not os.path.exists(self.home):
+            shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), self.home)
+            self.set(**settings)
+        self.process = subprocess.Popen([PROGRAM, *arguments],
+                                        env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})})
+        if shown:
+            self.window = wait_for(self.find_window, "the main window")
+
+    def set(self, **settings):
+        """Changes values of browser.ini."""
+        path = os.path.join(self.home, "browser.ini")
+        with open(path, newline="") as file:
+            text = file.read()
+        for key, value in settings.items():
+            text = re.sub(rf"(?i)(\[{key}\]\r\n).*?\r\n", lambda match: f"{match[1]}{value}\r\n", text)
+        with open(path, "w", newline="") as file:
+            file.write(text)
+
+    def find_window(self):
+        ids = run("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--class", "", check=False)
+        for window in ids.split():
+            width, height = self.size(window)
+            if width >= 375 and height >= 200 and window in self.managed():
+                return window
+        return None
+
+    @staticmethod
+    def managed():
+        """The windows that the window manager knows, as decimal texts."""
+        return [str(int(line.split()[0], 16)) for line in run("wmctrl", "-l", check=False).splitlines()]
+
+    @staticmethod
+    def size(window):
+        text = run("xdotool", "getwindowgeometry", "--shell", window, check=False)
+        values = dict(line.split("=") for line in text.splitlines())
+        return int(values.get("WIDTH", 0)), int(values.get("HEIGHT", 0))
+
+    @property
+    def rect(self):
+        """Left, top, width, height on the screen."""
+        text = run("xdotool", "getwindowgeometry", "--shell", self.window)
+        values = dict(line.split("=") for line in text.splitlines())
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    @property
+    def title(self):
+        return run("xdotool", "getwindowname", self.window, check=False)
+
+    def wait_title(self, title):
+        wait_for(lambda: self.title == title, f'the title "{title}"')
+
+    def move(self, x, y):
+        """The mouse, to a point of the main window."""
+        left, top, _, _ = self.rect
+        run("xdotool", "mousemove", str(left + x), str(top + y))
+        time.sleep(0.05)
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        run("xdotool", "click", str(button))
+        time.sleep(0.05)
+
+    def drag(self, x, y, by_x, by_y, steps=10):
+        self.move(x, y)
+        run("xdotool", "mousedown", "1")
+        for _ in range(steps):
+            run("xdotool", "mousemove_relative", "--", str(by_x // steps), str(by_y // steps))
+            time.sleep(0.02)
+        run("xdotool", "mouseup", "1")
+        time.sleep(0.3)
+
+    def key(self, *keys):
+        run("xdotool", "key", *keys)
+
+    def type_address(self, address):
+        """Into the address field, and Enter."""
+        self.click(400, 57)
+        self.key("ctrl+a")
+        run("xdotool", "type", address)
+        self.key("Return")
+
+    def pixel(self, screen, x, y):
+        left, top, _, _ = self.rect
+        return screen.shot().getpixel((left + x, top + y))
+
+    def page_pixel(self, screen):
+        """The middle of the page."""
+        _, _, width, height = self.rect
+        return self.pixel(screen, width // 2, height // 2)
+
+    def close(self):
+        """As the task bar does; then no process of the program's is left."""
+        below = children_of(self.process.pid)
+        if self.process.poll() is None:
+            run("wmctrl", "-i", "-c", self.window, check=False)
+        status = self.process.wait(15)
+        wait_for(lambda: not any(os.path.exists(f"/proc/{pid}") and not zombie(pid) for pid in below),
+                 "the end of all child processes", 10)
+        self.clean()
+        return status
+
+    def kill(self):
+        for pid in [*children_of(self.process.pid), self.process.pid]:
+            try:
+                os.kill(pid, signal.SIGKILL)
+            except ProcessLookupError:
+                pass
+        self.process.wait(10)
+        self.clean()
+
+    def clean(self):
+        if self.own_home:
+            shutil.rmtree(os.path.dirname(self.home), ignore_errors=True)
+
+
+def zombie(pid):
+    try:
+        with open(f"/proc/{pid}/stat") as file:
+            return file.read().rpartition(")")[2].split()[0] == "Z"
+    except OSError:
+        return True
+
+
+class ProgramTest(unittest.TestCase):
+    """A test with a screen of its file's own, a server, and programs that end with it."""
+
+    screen = None
+
+    @classmethod
+    def setUpClass(cls):
+        if ProgramTest.screen is None:
+            ProgramTest.screen = Screen()
+
+    def setUp(self):
+        self.server = Server()
+        self.addCleanup(self.server.close)
+
+    def start(self, *arguments, **more):
+        program = Marlowick(*arguments, **more)
+        self.addCleanup(lambda: program.process.poll() is None and program.kill())
+        return program
+
+    def page(self, path, html):
+        """Serves a page and returns its address."""
+        self.server.pages[path] = html
+        return self.server.address + path
+
+
+main = functools.partial(unittest.main, verbosity=2)

