@@ -1,12 +1,105 @@
 #include "address/AddressBar.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmMain.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr int16_t Enter = 13, Backspace = 8, Shift = 16, Clear = 12, Delete = 46;
+
+// Keys that end no typing: deleting never completes again.
+constexpr std::array Excluded = {Enter, Backspace, Shift, Clear, Delete};
+
+// Schemes that nobody types, in upper case.
+constexpr std::array<std::string_view, 2> Prefixes = {"HTTP://", "FILE:///"};
+
+// The length of the prefix, 0 for none. It is the same in characters and in bytes of the key.
+size_t PrefixLength(std::string_view Key) {
+  for (const std::string_view prefix : Prefixes)
+    if (Key.starts_with(prefix)) return prefix.size();
+  return 0;
+}
+
+}  // namespace
 
 AddressBar::AddressBar(frmMain& main)
-    : Combo1(main.program.desktop.MakeComboBox(main.frame.CoolBar1, {4200, 100, 4785, 315})), main_(main) {}
+    : Combo1(main.program.desktop.MakeComboBox(main.frame.CoolBar1, {4200, 100, 4785, 315})), main_(main) {
+  Combo1->KeyPress = [this](int key_ascii) { Combo1_KeyPress(ToInt16(key_ascii)); };
+  Combo1->KeyUp = [this](int key_code, int) { Combo1_KeyUp(ToInt16(key_code)); };
+  Combo1->Click = [this] { Combo1_Click(); };
+  Combo1->ListCount = [this] { return list_.Size(); };
+  Combo1->List = [this](size_t index) -> const std::string& { return list_[index]; };
+  Combo1->ListIndex = [this](const std::string& text) { return list_.IndexOf(text); };
+}
 
-void AddressBar::ClearList() {}
-void AddressBar::AddItem(const std::string&) {}
-void AddressBar::SetAddressText() {}
-void AddressBar::SaveComplete() {}
+void AddressBar::ClearList() {
+  list_.Clear();
+  Combo1->ListChanged();
+}
+
+void AddressBar::AddItem(const std::string& item) {
+  list_.Add(item);
+  Combo1->ListChanged();
+}
+
+void AddressBar::Combo1_KeyPress(int16_t KeyAscii) {
+  if (KeyAscii != Enter) return;
+  const std::string address = Combo1->Text();
+  const bool known = Lists(address) || address.empty();
+  if (!known) AddItem(address);
+  Combo1_Click();
+}
+
+bool AddressBar::Lists(const std::string& address) const {
+  const std::string lower = Text::LowerCase(address);
+  return std::any_of(list_.begin(), list_.end(),
+                     [&lower](const SortedList::Item& item) { return Text::LowerCase(item.Text) == lower; });
+}
+
+void AddressBar::Combo1_KeyUp(int16_t KeyCode) {
+  if (main_.program.preferences.AutoCompleteOff == 1) return;
+  const std::string Typed = Combo1->Text();
+  const size_t N = Text::Length(Typed);
+  if (std::find(Excluded.begin(), Excluded.end(), KeyCode) != Excluded.end()) return;
+  const std::string key = Text::UpperCase(Typed);
+  for (const auto& [Item, Key] : list_) {
+    const size_t P = PrefixLength(Key);
+    if (P > 0 && std::string_view(Key).substr(P).starts_with(key)) return CompleteWith(Item, P, N);
+    if (Key.starts_with(key)) return CompleteWith(Item, 0, N);
+  }
+}
+
+void AddressBar::CompleteWith(const std::string& Item, size_t P, size_t N) {
+  Combo1->SetText(Item);
+  Combo1->Select(static_cast<long>(P + N), static_cast<long>(Text::Length(Item) - P - N));
+}
+
+void AddressBar::Combo1_Click() {
+  main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
+  TabSet& tabs = main_.tabs;
+  tabs.WebBrowser1(tabs.CurrentTab).Navigate(Combo1->Text());
+  tabs.Timer1(tabs.CurrentTab).Enabled = true;
+}
+
+void AddressBar::SetAddressText() {
+  TabSet& tabs = main_.tabs;
+  const Browser& shown = tabs.WebBrowser1(tabs.CurrentTab);
+  std::string U = Text::Replace(shown.LocationURL(), "%20", " ");
+  // An error page of the browser element: behind the "#" stands the address that failed.
+  if (Text::LowerCase(Text::Left(U, 3)) == "res") U.erase(0, U.find('#') + 1);
+  Combo1->SetText(U);
+  tabs.picTab(tabs.CurrentTab).ToolTipText = shown.LocationName() + " (" + U + ")";
+}
+
+void AddressBar::SaveComplete() {
+  FileSlot& slot = main_.program.slot;
+  slot.Open(main_.program.AppPath + "\\autocomplete.dat", FileSlot::Mode::Output);
+  for (const auto& [Item, Key] : list_) slot.Print(Item);
+  slot.Close();
+}

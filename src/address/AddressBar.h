@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
+#include "address/SortedList.h"
 #include "platform/ComboBox.h"
 
 class frmMain;
@@ -16,15 +18,24 @@ class AddressBar {
   std::unique_ptr<ComboBox> Combo1;
 
   void ClearList();
-  // At its sorted place.
+  // At its sorted place, as it stands.
   void AddItem(const std::string& item);
 
   // Shows the address of the tab on show, in the field and in the tab's tool tip. Fails where that tab has
-  // lost its browser element.
+  // lost its browser element; where it has lost its button only, the field shows the address all the same.
   void SetAddressText();
-  // Writes the whole list to `autocomplete.dat`. Fails where that can't be done.
+  // Writes the whole list to `autocomplete.dat`. Fails where that can't be done, and the old file stays.
   void SaveComplete();
 
  private:
+  void Combo1_KeyPress(int16_t KeyAscii);
+  void Combo1_KeyUp(int16_t KeyCode);
+  // Sends the tab on show to the field's text.
+  void Combo1_Click();
+  // Shows an item with what stands behind its prefix and the typed characters selected.
+  void CompleteWith(const std::string& Item, size_t P, size_t N);
+  bool Lists(const std::string& address) const;
+
   frmMain& main_;
+  SortedList list_;
 };

@@ -25,11 +25,17 @@ std::string General::ReadSectionText(const std::string& path, const std::string&
   LastKeyValue.clear();
   const std::string header = Text::LowerCase("[" + key + "]");
   slot_.Open(path, FileSlot::Mode::Input);
-  while (!slot_.EndOfFile()) {
-    if (Text::LowerCase(slot_.LineInput()) != header) continue;
-    LastKeyValue = slot_.LineInput();
-    for (std::string line = slot_.LineInput(); Text::LowerCase(line) != "[end]"; line = slot_.LineInput())
-      LastKeyValue += "\r\n" + line;
+  try {
+    while (!slot_.EndOfFile()) {
+      if (Text::LowerCase(slot_.LineInput()) != header) continue;
+      LastKeyValue = slot_.LineInput();
+      for (std::string line = slot_.LineInput(); Text::LowerCase(line) != "[end]"; line = slot_.LineInput())
+        LastKeyValue += "\r\n" + line;
+    }
+  } catch (const Failure&) {
+    // The log tries again with the next page, and finds the slot free.
+    slot_.Abandon();
+    throw;
   }
   slot_.Close();
   return LastKeyValue;

@@ -9,7 +9,8 @@
 #include "platform/Scene.h"
 
 // An editable field with a drop-down of a list that is always sorted: ascending, without regard to case. What
-// the user sees is a widget of the desktop; the text, the selection and the list live here.
+// the user sees is a widget of the desktop, which has the text and the selection; the list is the owner's,
+// who lends it item by item.
 class ComboBox : public Control {
  public:
   using Control::Control;
@@ -23,6 +24,11 @@ class ComboBox : public Control {
   virtual long SelLength() const = 0;
   virtual void SetFocus() = 0;
 
+  // What the drop-down shows; it asks for the items in view only. A reference holds until the list changes.
+  std::function<size_t()> ListCount;
+  std::function<const std::string&(size_t index)> List;
+  // Where a text stands in the list, or would stand: from 0 to ListCount.
+  std::function<size_t(const std::string& text)> ListIndex;
   // The list has changed: a drop-down that is open shows it anew.
   virtual void ListChanged() {}
 

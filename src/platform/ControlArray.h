@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/Events.h"
 #include "platform/Failure.h"
@@ -20,19 +20,20 @@ class ControlArray {
 
   ControlArray(Events& events, std::string name, Maker make)
       : events_(events), name_(std::move(name)), make_(std::move(make)) {
-    elements_[0] = make_(0);
+    elements_.push_back(make_(0));
   }
   ControlArray(const ControlArray&) = delete;
 
   // Fails where the element is missing.
   T& operator()(int index) {
-    const auto found = elements_.find(index);
-    if (found == elements_.end()) throw Failure(Named(index) + " does not exist");
-    return *found->second;
+    if (!Has(index)) throw Failure(Named(index) + " does not exist");
+    return *elements_[static_cast<size_t>(index)];
   }
 
-  bool Has(int index) const { return elements_.contains(index); }
-  int UBound() const { return elements_.rbegin()->first; }
+  bool Has(int index) const {
+    return index >= 0 && index <= UBound() && elements_[static_cast<size_t>(index)];
+  }
+  int UBound() const { return static_cast<int>(elements_.size()) - 1; }
 
   // A loaded element of a visible kind is hidden at first. Fails where it exists, or past 32767.
   void Load(int index) {
@@ -40,7 +41,8 @@ class ControlArray {
     if (index < 0 || index > INT16_MAX) throw Failure(Named(index) + ": the index is out of range");
     std::unique_ptr<T> element = make_(static_cast<int16_t>(index));
     if constexpr (requires { element->Visible = false; }) element->Visible = false;
-    elements_[index] = std::move(element);
+    if (index > UBound()) elements_.resize(static_cast<size_t>(index) + 1);
+    elements_[static_cast<size_t>(index)] = std::move(element);
   }
 
   // The element leaves the array and the screen at once; a handler of its own that is running may end in
@@ -50,8 +52,8 @@ class ControlArray {
     T& element = (*this)(index);
     if constexpr (requires { element.Detach(); }) element.Detach();
     if constexpr (requires { element.Enabled = false; }) element.Enabled = false;
-    events_.Bury(std::move(elements_[index]));
-    elements_.erase(index);
+    events_.Bury(std::move(elements_[static_cast<size_t>(index)]));
+    while (!elements_.back()) elements_.pop_back();
   }
 
  private:
@@ -60,5 +62,5 @@ class ControlArray {
   Events& events_;
   std::string name_;
   Maker make_;
-  std::map<int, std::shared_ptr<T>> elements_;
+  std::vector<std::shared_ptr<T>> elements_;  // null: a hole; the last one is never null
 };

@@ -12,6 +12,8 @@
 
 class Browser;
 class ComboBox;
+class Dialog;
+class DialogHost;
 class Drawing;
 class Window;
 class WindowHost;
@@ -54,6 +56,8 @@ class Desktop : public Clock {
   virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
   virtual std::unique_ptr<Browser> MakeBrowser(Control& parent) = 0;
   virtual std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) = 0;
+  // Joins a dialog to its look. Fails where one side lacks a name of the other.
+  virtual std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) = 0;
 
   // The part of the screen that panels leave free, on the monitor where the window is. Twips.
   virtual ScreenRect WorkArea(const Window& window) = 0;

@@ -53,14 +53,27 @@ std::string Spelling(const std::string& folder, const std::string& name) {
   return found;
 }
 
-bool WriteAll(int file, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(file, text.data(), text.size());
+// How many bytes reach the file: fewer than there are where it fails.
+size_t WriteAll(int file, std::string_view text) {
+  size_t all = 0;
+  while (all < text.size()) {
+    const ssize_t written = ::write(file, text.data() + all, text.size() - all);
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    text.remove_prefix(static_cast<size_t>(written));
+    if (written <= 0) break;
+    all += static_cast<size_t>(written);
   }
-  return true;
+  return all;
+}
+
+// Takes back what a full disk took of an append, unless another program has written behind it.
+void TakeBack(int file, size_t written) {
+  const int error = errno;
+  const off_t end = ::lseek(file, 0, SEEK_CUR);
+  struct stat status {};
+  if (written > 0 && ::fstat(file, &status) == 0 && status.st_size == end &&
+      ::ftruncate(file, end - static_cast<off_t>(written)) != 0) { /* what is there stays */
+  }
+  errno = error;
 }
 
 }  // namespace
@@ -182,7 +195,7 @@ void FileSlot::Print(std::string_view line) {
   buffer_ += line;
   buffer_ += "\r\n";
   if (mode_ == Mode::Append || buffer_.size() < ChunkBytes) return;
-  if (!WriteAll(file_, buffer_)) {
+  if (WriteAll(file_, buffer_) < buffer_.size()) {
     const int error = errno;
     Abandon();
     Fail("Can't write the file", path_, error);
@@ -192,7 +205,12 @@ void FileSlot::Print(std::string_view line) {
 
 void FileSlot::Close() {
   if (!IsOpen()) return;
-  bool good = mode_ == Mode::Input || WriteAll(file_, buffer_);
+  bool good = true;
+  if (mode_ != Mode::Input) {
+    const size_t written = WriteAll(file_, buffer_);
+    good = written == buffer_.size();
+    if (!good && mode_ == Mode::Append) TakeBack(file_, written);
+  }
   if (mode_ == Mode::Output) {
     good = good && ::fsync(file_) == 0 && ::rename(temporary_.c_str(), path_.c_str()) == 0;
     if (good) temporary_.clear();

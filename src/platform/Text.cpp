@@ -48,6 +48,8 @@ void Append(std::string& text, char32_t code) {
   }
 }
 
+char LowerLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
 // Unicode's own case pairs, whatever locale the process runs in.
 locale_t UnicodeLocale() {
   static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
@@ -105,14 +107,21 @@ std::string UpperCase(std::string_view text) {
 }
 
 std::string LowerCase(std::string_view text) {
-  return Map(
-      text, [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; },
-      [](char32_t code) {
-        return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), UnicodeLocale()));
-      });
+  return Map(text, LowerLetter, [](char32_t code) {
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(code), UnicodeLocale()));
+  });
 }
 
-bool SameWithoutCase(std::string_view a, std::string_view b) { return LowerCase(a) == LowerCase(b); }
+bool SameWithoutCase(std::string_view a, std::string_view b) {
+  // Plain letters, byte by byte; from the first character that isn't one, all the rest. Long lists of lines
+  // are compared, and hardly one is the same.
+  for (; !a.empty() && !b.empty(); a.remove_prefix(1), b.remove_prefix(1)) {
+    const auto left = static_cast<uint8_t>(a[0]), right = static_cast<uint8_t>(b[0]);
+    if (left >= 0x80 || right >= 0x80) return LowerCase(a) == LowerCase(b);
+    if (left != right && LowerLetter(a[0]) != LowerLetter(b[0])) return false;
+  }
+  return a.size() == b.size();
+}
 
 std::string Replace(std::string_view text, std::string_view what, std::string_view by) {
   std::string result;

@@ -51,13 +51,23 @@ void BrowserEvents::Timer1_Timer(int16_t Index) {
     Timer2.Enabled = false;
     tabs.Timer1(Index).Enabled = false;
     main_.frame.Picture3.Picture = main_.skin.PicStore(IdleFrame).Picture;
-    main_.log.UpDateHistory(Index);
+    Record(Index);
   } catch (const Failure&) {
     // A dead browser. Where one of the three can't be unloaded, as with tab 0, the others still go.
     Skipping([&] { tabs.picTab.Unload(Index); });
     Skipping([&] { tabs.Timer1.Unload(Index); });
     Skipping([&] { tabs.WebBrowser1.Unload(Index); });
     if (tabs.CurrentTab == Index) tabs.CurrentTab = ToInt16(tabs.WebBrowser1.UBound());
+  }
+}
+
+// A log that can't be written leaves the page unrecorded; it is no reason to sweep the tab away. A dead page
+// that the log stumbled over still shows itself.
+void BrowserEvents::Record(int16_t Index) {
+  try {
+    main_.log.UpDateHistory(Index);
+  } catch (const Failure&) {
+    main_.tabs.WebBrowser1(Index).LocationURL();
   }
 }
 

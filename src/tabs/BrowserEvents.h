@@ -31,6 +31,7 @@ class BrowserEvents {
   void OnQuit(int16_t Index);
 
  private:
+  void Record(int16_t Index);
   void Timer2_Timer();
 
   frmMain& main_;

@@ -1,3 +1,66 @@
 #include "tabs/PopupHandling.h"
 
-void PopupHandling::NewWindow2(Browser*&, bool&) {}
+#include "core/Program.h"
+#include "core/frmMain.h"
+#include "tabs/frmPopup.h"
+
+namespace {
+
+// Values of the preference; all others let the element open a window of its own.
+constexpr int16_t PolicyNone = 0, PolicyTab = 2, PolicyAsk = 3;
+
+// How many requests one answer may serve. Each waits inside the one before it, on the one stack.
+constexpr int MostAtOnce = 8;
+
+}  // namespace
+
+PopupHandling::PopupHandling(frmMain& main)
+    : popup(main.program.desktop.Gate, [&main] { return std::make_shared<frmPopup>(main.program); }),
+      main_(main) {}
+
+PopupHandling::~PopupHandling() = default;
+
+void PopupHandling::NewWindow2(Browser*& taker, bool& cancel) {
+  Skipping([&] {
+    switch (main_.program.preferences.PopupPolicy) {
+      case PolicyNone:
+        cancel = true;
+        break;
+      case PolicyTab:
+        TakeInNewTab(taker);
+        break;
+      case PolicyAsk:
+        Ask(taker, cancel);
+        break;
+      default:
+        break;
+    }
+  });
+}
+
+// A request that comes while the question stands shares it: one dialog, one answer for all who wait. One that
+// comes while the answer is being acted on takes that answer. What exceeds the most at once isn't opened, so
+// that one answer never opens more than a handful of windows.
+void PopupHandling::Ask(Browser*& taker, bool& cancel) {
+  struct Turn {
+    explicit Turn(int& count) : count(++count) {}
+    ~Turn() { --count; }
+    int& count;
+  };
+  if (asking_ == MostAtOnce) {
+    cancel = true;
+    return;
+  }
+  const Turn turn(asking_);
+  if (asking_ == 1) PopupAnswer = 0;
+  if (asking_ == 1 || popup.Loaded()) popup().ShowModal();
+  if (PopupAnswer == InNewTab) TakeInNewTab(taker);
+  if (PopupAnswer == DoNotOpen) cancel = true;
+}
+
+void PopupHandling::TakeInNewTab(Browser*& taker) {
+  TabSet& tabs = main_.tabs;
+  tabs.AddTab("about:blank");
+  taker = &tabs.WebBrowser1(tabs.CurrentTab);
+  tabs.UpdateBrowsers();
+}

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 
 #include "platform/Failure.h"
 #include "platform/Text.h"
@@ -27,6 +28,28 @@ class FakeHost : public WindowHost {
 
  private:
   FakeDesktop& desktop_;
+};
+
+// A dialog without widgets. A modal one ends by what the user does in it.
+class FakeDialog : public DialogHost {
+ public:
+  FakeDialog(FakeDesktop& desktop, Dialog& dialog) : desktop_(desktop), dialog_(dialog) {}
+  void Show() override { desktop_.log.push_back("Show " + dialog_.Name); }
+  void Hide() override { desktop_.log.push_back("Hide " + dialog_.Name); }
+  void SetFocus(Controls::Control&) override {}
+  void Changed(Controls::Control&, Controls::Aspect) override {}
+  void ShowModal() override {
+    for (dialog_.Visible = true; dialog_.Visible;) {
+      if (desktop_.acts.empty()) throw std::logic_error(dialog_.Name + " waits for a user for ever");
+      const auto act = desktop_.acts.front();
+      desktop_.acts.pop_front();
+      desktop_.Gate.Run([&] { act(dialog_); });
+    }
+  }
+
+ private:
+  FakeDesktop& desktop_;
+  Dialog& dialog_;
 };
 
 }  // namespace
@@ -61,7 +84,7 @@ std::string FakeBrowser::LocationURL() const {
 }
 
 void FakeComboBox::SetText(const std::string& value) {
-  text = value;
+  text = Text::Valid(value);
   start = length = 0;
 }
 
@@ -83,6 +106,11 @@ void FakeComboBox::Type(const std::string& key, int key_code) {
 void FakeComboBox::PressEnter() {
   if (KeyPress) KeyPress(13);
   if (KeyUp) KeyUp(13, 0);
+}
+
+void FakeComboBox::Choose(size_t index) {
+  SetText(List(index));
+  if (Click) Click();
 }
 
 FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}
@@ -128,6 +156,10 @@ std::unique_ptr<ComboBox> FakeDesktop::MakeComboBox(Control& parent, const Place
   return std::make_unique<FakeComboBox>(parent, place);
 }
 
+std::unique_ptr<DialogHost> FakeDesktop::MakeDialog(Dialog& dialog) {
+  return std::make_unique<FakeDialog>(*this, dialog);
+}
+
 Answer FakeDesktop::MsgBox(const std::string& text, Buttons, const std::string& title) {
   log.push_back("MsgBox " + title + "|" + text);
   if (answers.empty()) return Answer::Ok;
@@ -164,6 +196,10 @@ int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {
 }
 
 void FakeDesktop::Stop(int number) { counts_.erase(number); }
+
+std::function<void(Dialog&)> Press(const std::string& button) {
+  return [button](Dialog& dialog) { dynamic_cast<Controls::CommandButton&>(dialog.Part(button)).Click(); };
+}
 
 TemporaryFolder::TemporaryFolder() {
   std::string name = std::filesystem::temp_directory_path() / "marlowick-test-XXXXXX";

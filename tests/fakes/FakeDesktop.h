@@ -9,6 +9,7 @@
 
 #include "platform/Browser.h"
 #include "platform/ComboBox.h"
+#include "platform/Controls.h"
 #include "platform/Desktop.h"
 #include "platform/Drawing.h"
 #include "platform/Window.h"
@@ -71,6 +72,8 @@ class FakeComboBox : public ComboBox {
   // Replaces the selection by one key's text and raises the key's events.
   void Type(const std::string& key, int key_code = 65);
   void PressEnter();
+  // Picks an item of the drop-down.
+  void Choose(size_t index);
 
   std::string text;
   long start = 0, length = 0;
@@ -97,6 +100,7 @@ class FakeDesktop : public Desktop {
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
+  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   ScreenRect WorkArea(const Window&) override { return work_area; }
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
@@ -108,12 +112,13 @@ class FakeDesktop : public Desktop {
 
   std::string folder, command_line;
   Moment now = {2026, 11, 22, 20, 15, 7};
-  ScreenRect work_area = {0, 0, 15360, 11520};  // 1024 x 768 pixels
-  std::deque<Answer> answers;                   // of message boxes
-  std::deque<std::string> files;                // of file dialogs; empty text or none: cancel
-  std::string no_program;                       // the command that Shell can't start
-  std::function<void()> during_events;          // runs in each pass of the event pump
-  std::vector<std::string> log;                 // what was asked, in order
+  ScreenRect work_area = {0, 0, 15360, 11520};    // 1024 x 768 pixels
+  std::deque<Answer> answers;                     // of message boxes
+  std::deque<std::string> files;                  // of file dialogs; empty text or none: cancel
+  std::string no_program;                         // the command that Shell can't start
+  std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
+  std::function<void()> during_events;            // runs in each pass of the event pump
+  std::vector<std::string> log;                   // what was asked, in order
   std::unique_ptr<Drawing> drawing;
   int repaints = 0;  // how often a window was told to compare its picture
 
@@ -127,6 +132,9 @@ class FakeDesktop : public Desktop {
   int last_number_ = 0;
   long time_ = 0;
 };
+
+// The user presses a dialog's button.
+std::function<void(Dialog&)> Press(const std::string& button);
 
 // A folder that is gone with the test.
 class TemporaryFolder {

@@ -8,9 +8,9 @@
 
 #include "platform/Drawing.h"
 #include "platform/gtk/BrowserWorld.h"
+#include "platform/gtk/GtkComboField.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
-#include "platform/gtk/ComboWidget.h"
 #include "platform/gtk/ProgramFiles.h"
 
 namespace {
@@ -58,16 +58,17 @@ void GtkDesktop::Die(const Failure& failure) {
   if (dying_) std::_Exit(1);
   dying_ = true;
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
-  MsgBox(std::string(failure.what()) + "\n\nMarlowick can't go on and closes. Put right what is named above, and start " +
-             "it again.",
+  MsgBox(std::string(failure.what()) +
+             "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",
          Buttons::Ok, "Marlowick");
   GtkDesktop::End(1);
 }
 
 Moment GtkDesktop::Now() {
   GDateTime* now = g_date_time_new_now_local();
-  const Moment moment{g_date_time_get_year(now), g_date_time_get_month(now),  g_date_time_get_day_of_month(now),
-                      g_date_time_get_hour(now), g_date_time_get_minute(now), g_date_time_get_second(now)};
+  const Moment moment{g_date_time_get_year(now),         g_date_time_get_month(now),
+                      g_date_time_get_day_of_month(now), g_date_time_get_hour(now),
+                      g_date_time_get_minute(now),       g_date_time_get_second(now)};
   g_date_time_unref(now);
   return moment;
 }
@@ -103,7 +104,7 @@ std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
 }
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<ComboWidget>(parent, place, Gate);
+  return std::make_unique<GtkComboField>(parent, place, Gate);
 }
 
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
@@ -169,8 +170,8 @@ void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
   gtk_main_do_event(event);
 }
 
-// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a press
-// outside the program comes to the menu itself, from outside its bounds.
+// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a
+// press outside the program comes to the menu itself, from outside its bounds.
 void GtkDesktop::LookForPressOutside(GdkEvent* event) {
   if (popups_.empty() || event->type != GDK_BUTTON_PRESS) return;
   const bool inside = std::any_of(popups_.begin(), popups_.end(), [event](PopupHost* popup) {

@@ -104,7 +104,8 @@ void PopupHost::End() {
 MainHost::MainHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scene, Gtk::WINDOW_TOPLEVEL) {
   frame_.set_role("main");
   frame_.add_events(Gdk::STRUCTURE_MASK | Gdk::FOCUS_CHANGE_MASK);
-  frame_.signal_configure_event().connect([this](GdkEventConfigure* event) { return OnConfigure(event); }, false);
+  frame_.signal_configure_event().connect([this](GdkEventConfigure* event) { return OnConfigure(event); },
+                                          false);
   frame_.signal_window_state_event().connect([this](GdkEventWindowState* event) { return OnState(event); });
   frame_.signal_delete_event().connect([this](GdkEventAny*) {
     desktop_.Gate.Run([this] {
@@ -145,6 +146,7 @@ void MainHost::Hide() {
 }
 
 void MainHost::Move() {
+  ask_again_ = true;
   settled_at_ = g_get_monotonic_time() + SettlingMicroseconds;
   SceneHost::Move();
 }
@@ -166,8 +168,8 @@ bool MainHost::OnConfigure(GdkEventConfigure*) {
   return false;
 }
 
-// Takes over where the window really stands, once the program's own moves and sizes have been carried out and no
-// drag is going on: reports before that are of places on the way.
+// Takes over where the window really stands, once the program's own moves and sizes have been carried out and
+// no drag is going on: reports before that are of places on the way.
 void MainHost::AdoptPlace() {
   waiting_ = scene_.Captures() || g_get_monotonic_time() < settled_at_;
   if (waiting_) {
@@ -178,8 +180,18 @@ void MainHost::AdoptPlace() {
   int left = 0, top = 0, width = 0, height = 0;
   frame_.get_position(left, top);
   frame_.get_size(width, height);
-  if (left != Pixels(scene_.Left) || top != Pixels(scene_.Top))
+  if (left != Pixels(scene_.Left) || top != Pixels(scene_.Top)) {
+    // Some window managers keep a window on the screen when it is moved and sized at once, but not when it is
+    // moved alone.
+    if (ask_again_) {
+      Move();
+      ask_again_ = false;
+      ApplyPlace();
+      AdoptPlace();
+      return;
+    }
     scene_.Placed(left * TwipsPerPixel, top * TwipsPerPixel);
+  }
   if (width == Pixels(scene_.Width) && height == Pixels(scene_.Height)) return;
   desktop_.Gate.Run([&] { scene_.Sized(width * TwipsPerPixel, height * TwipsPerPixel); });
 }
@@ -211,7 +223,8 @@ RelayHost::~RelayHost() {
 }
 
 void RelayHost::Caption() {
-  if (desktop_.main_host) desktop_.main_host->Frame().set_title(Text::Left(Text::Valid(scene_.Caption()), 500));
+  if (desktop_.main_host)
+    desktop_.main_host->Frame().set_title(Text::Left(Text::Valid(scene_.Caption()), 500));
 }
 
 void RelayHost::State() {

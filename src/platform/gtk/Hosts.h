@@ -45,7 +45,8 @@ class SplashHost : public SceneHost {
   void Show() override;
 };
 
-// A popup menu: above everything, without the keyboard. It grabs the mouse, so that a press anywhere else ends it.
+// A popup menu: above everything, without the keyboard. It grabs the mouse, so that a press anywhere else
+// ends it.
 class PopupHost : public SceneHost {
  public:
   PopupHost(GtkDesktop& desktop, Window& scene);
@@ -59,8 +60,8 @@ class PopupHost : public SceneHost {
   bool grabbed_ = false;
 };
 
-// The main window: managed, without a system frame. It is the one entry on the task bar; what the window manager
-// does to it goes to the window that stands for the entry.
+// The main window: managed, without a system frame. It is the one entry on the task bar; what the window
+// manager does to it goes to the window that stands for the entry.
 class MainHost : public SceneHost {
  public:
   MainHost(GtkDesktop& desktop, Window& scene);
@@ -82,6 +83,7 @@ class MainHost : public SceneHost {
   bool iconified_ = false;
   gint64 settled_at_ = 0;  // microseconds; until then, places that the window manager reports may be old ones
   bool waiting_ = false;
+  bool ask_again_ = false;  // the last move of the program's own hasn't been repeated yet
 };
 
 // The task bar entry.

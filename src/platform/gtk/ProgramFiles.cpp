@@ -36,7 +36,8 @@ files::path ChosenFolder() {
 void Install(const files::path& folder) {
   const files::path delivered = DeliveredFolder();
   if (!files::exists(delivered / "browser.ini"))
-    throw Failure("The delivered files are missing: there is no \"browser.ini\" in \"" + delivered.string() + "\"");
+    throw Failure("The delivered files are missing: there is no \"browser.ini\" in \"" + delivered.string() +
+                  "\"");
   files::path fresh = folder;
   fresh += ".new-" + std::to_string(::getpid());
   files::create_directories(folder.parent_path());
@@ -56,9 +57,11 @@ std::string FindProgramFolder() {
   try {
     if (!files::exists(folder) || files::is_empty(folder)) Install(folder);
   } catch (const files::filesystem_error& error) {
-    throw Failure("The program's folder \"" + folder.string() + "\" can't be made: " + error.code().message());
+    throw Failure("The program's folder \"" + folder.string() +
+                  "\" can't be made: " + error.code().message());
   }
   if (::access(folder.c_str(), W_OK | X_OK) != 0)
-    throw Failure("The program's folder \"" + folder.string() + "\" can't be written: " + std::strerror(errno));
+    throw Failure("The program's folder \"" + folder.string() +
+                  "\" can't be written: " + std::strerror(errno));
   return folder.string();
 }

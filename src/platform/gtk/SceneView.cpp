@@ -15,11 +15,13 @@ namespace {
 int MouseButton(guint button) { return button == 1 ? 1 : button == 3 ? 2 : 4; }
 
 int HeldButtons(guint state) {
-  return (state & GDK_BUTTON1_MASK ? 1 : 0) | (state & GDK_BUTTON3_MASK ? 2 : 0) | (state & GDK_BUTTON2_MASK ? 4 : 0);
+  return (state & GDK_BUTTON1_MASK ? 1 : 0) | (state & GDK_BUTTON3_MASK ? 2 : 0) |
+         (state & GDK_BUTTON2_MASK ? 4 : 0);
 }
 
 int ShiftKeys(guint state) {
-  return (state & GDK_SHIFT_MASK ? 1 : 0) | (state & GDK_CONTROL_MASK ? 2 : 0) | (state & GDK_MOD1_MASK ? 4 : 0);
+  return (state & GDK_SHIFT_MASK ? 1 : 0) | (state & GDK_CONTROL_MASK ? 2 : 0) |
+         (state & GDK_MOD1_MASK ? 4 : 0);
 }
 
 const char* PointerName(Pointer pointer) {
@@ -80,7 +82,8 @@ void SceneView::on_realize() {
     auto* view = static_cast<SceneView*>(self);
     if (!view->dirty_) return;
     if (view->BeforeFrame) view->BeforeFrame();
-    for (const PixelRect& rect : view->Compose()) view->queue_draw_area(rect.Left, rect.Top, rect.Width, rect.Height);
+    for (const PixelRect& rect : view->Compose())
+      view->queue_draw_area(rect.Left, rect.Top, rect.Width, rect.Height);
   };
   update_ = g_signal_connect(clock, "update", G_CALLBACK(update), this);
 }
@@ -94,7 +97,8 @@ void SceneView::Invalidate() {
   if (dirty_) return;
   dirty_ = true;
   if (get_realized())
-    gdk_frame_clock_request_phase(gtk_widget_get_frame_clock(GTK_WIDGET(gobj())), GDK_FRAME_CLOCK_PHASE_UPDATE);
+    gdk_frame_clock_request_phase(gtk_widget_get_frame_clock(GTK_WIDGET(gobj())),
+                                  GDK_FRAME_CLOCK_PHASE_UPDATE);
 }
 
 void SceneView::Repaint() {
@@ -120,13 +124,15 @@ std::vector<PixelRect> SceneView::Compose() {
     width_ = bounds.Width;
     height_ = bounds.Height;
     scale_ = scale;
-    pixels_.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_) * static_cast<size_t>(scale_ * scale_));
+    pixels_.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_) *
+                   static_cast<size_t>(scale_ * scale_));
     damage.push_back({0, 0, width_, height_});
   } else {
     damage = Damage(shown_, wanted);
   }
   if (damage.empty()) return damage;
-  scene_.OwnDesktop().Draws().Compose({pixels_.data(), width_ * scale_, height_ * scale_, scale_}, wanted, damage);
+  scene_.OwnDesktop().Draws().Compose({pixels_.data(), width_ * scale_, height_ * scale_, scale_}, wanted,
+                                      damage);
   PlaceWidgets(wanted);
   shown_ = std::move(wanted);
   return damage;
@@ -158,9 +164,9 @@ bool SceneView::on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) {
   if (!gtk_cairo_should_draw_window(cairo->cobj(), gtk_layout_get_bin_window(gobj())))
     return Gtk::Layout::on_draw(cairo);
   if (dirty_ || pixels_.empty()) Compose();
-  cairo_surface_t* surface =
-      cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels_.data()), CAIRO_FORMAT_RGB24,
-                                          width_ * scale_, height_ * scale_, width_ * scale_ * 4);
+  cairo_surface_t* surface = cairo_image_surface_create_for_data(
+      reinterpret_cast<unsigned char*>(pixels_.data()), CAIRO_FORMAT_RGB24, width_ * scale_, height_ * scale_,
+      width_ * scale_ * 4);
   cairo_surface_set_device_scale(surface, scale_, scale_);
   cairo_set_source_surface(cairo->cobj(), surface, 0, 0);
   cairo_pattern_set_filter(cairo_get_source(cairo->cobj()), CAIRO_FILTER_NEAREST);

@@ -9,8 +9,8 @@
 #include "platform/Events.h"
 #include "platform/Window.h"
 
-// Shows a window's scene: keeps its composed bitmap, paints anew what has changed once a frame, sets the real widgets
-// over their places, and feeds the mouse in.
+// Shows a window's scene: keeps its composed bitmap, paints anew what has changed once a frame, sets the real
+// widgets over their places, and feeds the mouse in.
 class SceneView : public Gtk::Layout {
  public:
   SceneView(Events& gate, Window& scene);
@@ -37,8 +37,8 @@ class SceneView : public Gtk::Layout {
                              const Gtk::SelectionData& data, guint info, guint time) override;
 
  private:
-  // Where the mouse is on the scene, in twips. While the scene captures the mouse this goes by the window's own
-  // position, which runs ahead of the one that the window system has carried out.
+  // Where the mouse is on the scene, in twips. While the scene captures the mouse this goes by the window's
+  // own position, which runs ahead of the one that the window system has carried out.
   struct Point {
     Twips X, Y;
   };

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+// Median times of several ways to do something, in microseconds. Each round runs all of them in turn, so that
+// what else the machine does falls on all alike.
+inline std::vector<double> Medians(int rounds, const std::vector<std::function<void()>>& ways) {
+  using Clock = std::chrono::steady_clock;
+  std::vector<std::vector<double>> times(ways.size());
+  for (int round = 0; round <= rounds; ++round)
+    for (size_t i = 0; i < ways.size(); ++i) {
+      const auto start = Clock::now();
+      ways[i]();
+      const std::chrono::duration<double, std::micro> time = Clock::now() - start;
+      if (round > 0) times[i].push_back(time.count());  // the first round warms up
+    }
+  std::vector<double> medians;
+  for (auto& of_one : times) {
+    std::nth_element(of_one.begin(), of_one.begin() + rounds / 2, of_one.end());
+    medians.push_back(of_one[static_cast<size_t>(rounds / 2)]);
+  }
+  return medians;
+}
+
+// Prints what was measured, a line each, and remembers whether every bound was kept.
+class Report {
+ public:
+  void Ratio(const std::string& name, double ratio, double bound) {
+    const bool kept = ratio <= bound;
+    if (!kept) missed_ = true;
+    std::printf("%s: ratio %.2f (bound %.2f) %s\n", name.c_str(), ratio, bound, kept ? "ok" : "MISSED");
+  }
+  // A figure without a bound.
+  void Figure(const std::string& name, double value, const char* unit) const {
+    std::printf("%s: %.1f %s\n", name.c_str(), value, unit);
+  }
+  // What main returns.
+  int Status() const { return missed_ ? 1 : 0; }
+
+ private:
+  bool missed_ = false;
+};

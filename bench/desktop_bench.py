@@ -1,0 +1,167 @@
+"""What the whole program costs on a screen: start, memory, and doing nothing.
+
+    desktop_bench.py start     exec to painted page, and memory, against the bare window; 10 interleaved runs
+    desktop_bench.py idle N    60 seconds with N loaded tabs: CPU time of the main process, and how often it woke
+    desktop_bench.py drag      300 mouse moves on a grip, with both settings of the refresh
+"""
+
+import ctypes
+import os
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
+from harness import Marlowick, Screen, Server, children_of, run, wait_for  # noqa: E402
+
+BARE = os.path.join(ROOT, "build", "bench", "bare_window")
+RUNS = 10
+GREEN = 0x008000
+TICKS = os.sysconf("SC_CLK_TCK")
+
+
+class Pixels:
+    """Reads single pixels of the screen, quickly."""
+
+    def __init__(self):
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        for name in ("XOpenDisplay", "XGetImage"):
+            getattr(self.x11, name).restype = ctypes.c_void_p
+        self.x11.XGetPixel.restype = self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
+
+    def at(self, x, y):
+        image = ctypes.c_void_p(self.x11.XGetImage(self.display, self.root, x, y, 1, 1, ctypes.c_ulong(~0), 2))
+        pixel = self.x11.XGetPixel(image, 0, 0) & 0xFFFFFF
+        self.x11.XDestroyImage(image)
+        return pixel
+
+
+def memory(pid):
+    """Proportional memory of a process and all below it, in MB."""
+    total = 0
+    for each in [pid, *children_of(pid)]:
+        try:
+            with open(f"/proc/{each}/smaps_rollup") as file:
+                total += sum(int(line.split()[1]) for line in file if line.startswith("Pss:"))
+        except (OSError, ProcessLookupError):
+            pass
+    return total / 1024
+
+
+def verdict(name, value, bound, unit=""):
+    print(f"{name}: {value:.3g}{unit} (bound {bound}{unit}) {'ok' if value <= bound else 'MISSED'}", flush=True)
+
+
+def one_start(pixels, command, environment):
+    began = time.monotonic()
+    process = subprocess.Popen(command, env={**os.environ, **environment})
+    while pixels.at(640, 480) != GREEN:
+        if time.monotonic() - began > 30:
+            raise SystemExit(f"{command[0]} never painted its page")
+        time.sleep(0.002)
+    took = time.monotonic() - began
+    time.sleep(1)
+    used = memory(process.pid)
+    below = children_of(process.pid)
+    process.kill()
+    process.wait()
+    wait_for(lambda: not any(os.path.exists(f"/proc/{pid}/exe") for pid in below), "the end of the pages", 10)
+    wait_for(lambda: pixels.at(640, 480) != GREEN, "an empty screen", 10)
+    return took, used
+
+
+def start(screen):
+    pixels = Pixels()
+    with tempfile.TemporaryDirectory(prefix="marlowick-bench-") as folder:
+        page = os.path.join(folder, "green.html")
+        with open(page, "w") as file:
+            file.write("<title>Green</title><body style='background:#008000'>")
+        program = os.path.join(ROOT, "build", "marlowick")
+        ours, bare = [], []
+        for turn in range(RUNS + 1):
+            a = one_start(pixels, [program, "file://" + page], {"MARLOWICK_HOME": os.path.join(folder, "home")})
+            b = one_start(pixels, [BARE, "file://" + page, os.path.join(folder, "bare")], {})
+            if turn:  # the first pair only warms the caches and installs the folder
+                ours.append(a)
+                bare.append(b)
+        medians = [statistics.median(run_[i] for run_ in runs) for i in (0, 1) for runs in (ours, bare)]
+        print(f"exec to painted page: {medians[0] * 1000:.0f} ms, bare window {medians[1] * 1000:.0f} ms")
+        verdict("start-up ratio", medians[0] / medians[1], 1.15)
+        print(f"memory of the process tree: {medians[2]:.0f} MB, bare window {medians[3]:.0f} MB")
+        verdict("memory above the bare window", medians[2] - medians[3], 20, " MB")
+
+
+def spent(pid):
+    """CPU seconds and voluntary wake-ups of a process's main thread."""
+    with open(f"/proc/{pid}/stat") as file:
+        fields = file.read().rpartition(")")[2].split()
+    with open(f"/proc/{pid}/status") as file:
+        wakes = next(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt"))
+    return (int(fields[11]) + int(fields[12])) / TICKS, wakes
+
+
+def idle(screen, tabs):
+    server = Server({f"/{i}": f"<title>Page {i}</title><p>Nothing moves here" for i in range(tabs)})
+    with tempfile.TemporaryDirectory(prefix="marlowick-bench-") as folder:
+        program = Marlowick(server.address + "/0", home=os.path.join(folder, "home"))
+        program.wait_title("Page 0")
+        for i in range(1, tabs):
+            program.click(160, 60)
+            time.sleep(0.7)
+            program.type_address(f"{server.address}/{i}")
+            program.wait_title(f"Page {i}")
+        program.move(350, 300)
+        time.sleep(12)  # the sweep of the highlights, and the engine's own settling
+        cpu, wakes = spent(program.process.pid)
+        time.sleep(60)
+        cpu_after, wakes_after = spent(program.process.pid)
+        verdict(f"60 s idle with {tabs} loaded tabs, CPU of the main process", cpu_after - cpu, 0.1, " s")
+        print(f"it woke {wakes_after - wakes} times")
+        program.kill()
+    server.close()
+
+
+def drag(screen):
+    server = Server({"/": "<title>Page</title><p>Nothing moves here"})
+    for mode in (0, 1):
+        with tempfile.TemporaryDirectory(prefix="marlowick-bench-") as folder:
+            program = Marlowick(server.address + "/", home=os.path.join(folder, "home"), settings={"Paint": f" {mode}"})
+            program.wait_title("Page")
+            time.sleep(2)
+            _, _, width, height = program.rect
+            program.move(width - 3, height // 2)
+            cpu, _ = spent(program.process.pid)
+            run("xdotool", "mousedown", "1")
+            moves = "".join(f"mousemove_relative -- {1 if i < 150 else -1} 0\nsleep 0.017\n" for i in range(300))
+            subprocess.run(["xdotool", "-"], input=moves, text=True, check=True, timeout=60)
+            run("xdotool", "mouseup", "1")
+            time.sleep(0.3)
+            cpu_after, _ = spent(program.process.pid)
+            print(f"grip drag of 300 moves, fast refresh {'on' if mode else 'off'}: "
+                  f"{(cpu_after - cpu) / 300 * 1000:.2f} ms CPU of the main process a move")
+            program.kill()
+    server.close()
+
+
+def main():
+    what = sys.argv[1] if len(sys.argv) > 1 else "start"
+    screen = Screen()
+    try:
+        if what == "start":
+            start(screen)
+        elif what == "idle":
+            idle(screen, int(sys.argv[2]) if len(sys.argv) > 2 else 1)
+        elif what == "drag":
+            drag(screen)
+        else:
+            raise SystemExit(__doc__)
+    finally:
+        screen.close()
+
+
+main()

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtkmm/button.h>
+#include <gtkmm/entry.h>
+
+#include <memory>
+#include <string>
+
+#include "platform/ComboBox.h"
+#include "platform/Events.h"
+#include "platform/gtk/DropDown.h"
+#include "platform/gtk/HasWidget.h"
+
+// The editable field with a drop-down list, as the user sees it.
+class GtkComboField : public ComboBox, public HasWidget {
+ public:
+  GtkComboField(Control& parent, const Place& place, Events& gate);
+  ~GtkComboField() override;
+
+  GtkWidget* Widget() override;
+
+  std::string Text() const override { return text_; }
+  // Text that isn't valid UTF-8 is made so. Of a text beyond what the entry holds, 64 KB, the rest isn't
+  // seen.
+  void SetText(const std::string& text) override;
+  long SelStart() const override;
+  long SelLength() const override;
+  void Select(long start, long length) override;
+  void SetFocus() override { entry_.grab_focus(); }
+  void ListChanged() override { list_.Refresh(); }
+
+ private:
+  class Pair;
+
+  void Dress();
+  bool EntryKeyPress(GdkEventKey* event);
+  bool EntryKeyRelease(const GdkEventKey& event);
+  bool PressEnter(GdkEventKey* event);
+  void WireClicks();
+  void ToggleList();
+  void Choose(size_t index);
+
+  Events& gate_;
+  DropDown list_{*this};  // outlives the entry, which closes it
+  Gtk::Entry entry_;
+  Gtk::Button button_;
+  std::unique_ptr<Pair> pair_;
+  std::string text_;
+  bool setting_ = false;      // the text is the program's, not the user's
+  bool composing_ = false;    // an input method is at work
+  bool first_click_ = false;  // the mouse button that gave the field the keyboard is still down
+};

@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "core/Program.h"
+#include "core/frmMain.h"
+#include "fakes/FakeDesktop.h"
+#include "tabs/frmPopup.h"
+
+namespace {
+
+class Popups : public testing::Test {
+ protected:
+  Popups() {
+    program.Start();
+    desktop.Gate.Run([this] { tabs().AddTab("http://behind.test/"); });
+    tabs().CurrentTab = 0;
+  }
+
+  struct Outcome {
+    Browser* taker = nullptr;
+    bool cancel = false;
+  };
+
+  // A page's request, as the element raises it.
+  Outcome Request() {
+    Outcome outcome;
+    desktop.Gate.Run([&] { tabs().WebBrowser1(1).NewWindow2(outcome.taker, outcome.cancel); });
+    return outcome;
+  }
+  Outcome Request(int16_t policy) {
+    program.preferences.PopupPolicy = policy;
+    return Request();
+  }
+  TabSet& tabs() { return program.main().tabs; }
+
+  const ProgramFolder folder;
+  FakeDesktop desktop{folder.path};
+  Program program{desktop};
+};
+
+TEST_F(Popups, FollowThePolicy) {
+  EXPECT_TRUE(Request(0).cancel);
+  for (const int16_t own_window : {1, 7, -1}) {
+    const Outcome outcome = Request(own_window);
+    EXPECT_FALSE(outcome.cancel);
+    EXPECT_EQ(outcome.taker, nullptr);
+  }
+  EXPECT_EQ(tabs().WebBrowser1.UBound(), 1);
+  const Outcome taken = Request(2);
+  EXPECT_FALSE(taken.cancel);
+  EXPECT_EQ(tabs().CurrentTab, 2);
+  EXPECT_EQ(taken.taker, &tabs().WebBrowser1(2));
+  EXPECT_TRUE(std::count(desktop.log.begin(), desktop.log.end(), "Navigate about:blank"));
+}
+
+TEST_F(Popups, AskAndDoAsAnswered) {
+  desktop.acts = {Press("CancelButton"), Press("Command1"), Press("OKButton")};
+  const Outcome browser = Request(3);
+  EXPECT_FALSE(browser.cancel);
+  EXPECT_EQ(browser.taker, nullptr);
+  EXPECT_TRUE(Request(3).cancel);
+  EXPECT_EQ(tabs().WebBrowser1.UBound(), 1);
+  const Outcome tab = Request(3);
+  EXPECT_EQ(tab.taker, &tabs().WebBrowser1(2));
+  EXPECT_FALSE(program.main().popups.popup.Loaded());
+}
+
+TEST_F(Popups, FailSilentlyWithTheFlagsAsTheyStand) {
+  desktop.during_events = [] { throw Failure("the pump"); };
+  const Outcome outcome = Request(2);
+  EXPECT_FALSE(outcome.cancel);
+  EXPECT_EQ(outcome.taker, nullptr);
+}
+
+TEST_F(Popups, ShareOneQuestionAndItsAnswer) {
+  Outcome second;
+  desktop.acts = {[&](Dialog&) { second = Request(3); }, Press("Command1")};
+  EXPECT_TRUE(Request(3).cancel);
+  EXPECT_TRUE(second.cancel);
+  EXPECT_TRUE(desktop.acts.empty());
+  // The next request is a question of its own.
+  desktop.acts = {Press("CancelButton")};
+  EXPECT_FALSE(Request(3).cancel);
+}
+
+TEST_F(Popups, KeepAHundredRequestsWithinBounds) {
+  // Each waits inside the one before it, until the most at once do; the user then answers once.
+  int made = 0, taken = 0, refused = 0;
+  const std::function<void(Dialog&)> flood = [&](Dialog& question) {
+    if (made == 100) return Press("OKButton")(question);
+    ++made;
+    desktop.acts = {flood};
+    const Outcome outcome = Request(3);
+    taken += outcome.taker != nullptr;
+    refused += outcome.cancel;
+  };
+  desktop.acts = {flood};
+  EXPECT_NE(Request(3).taker, nullptr);
+  EXPECT_EQ(taken, 7);
+  EXPECT_EQ(refused, 93);
+  EXPECT_EQ(tabs().WebBrowser1.UBound(), 9);
+
+  // One that comes while the answer is acted on takes that answer, and the pages' turn comes to an end.
+  desktop.acts = {Press("OKButton")};
+  desktop.during_events = [&] { Request(3); };
+  EXPECT_NE(Request(3).taker, nullptr);
+  EXPECT_EQ(tabs().WebBrowser1.UBound(), 17);
+}
+
+}  // namespace
