@@ -102,6 +102,8 @@ class Control {
 
  protected:
   friend class Window;
+  // A window is the root of its tree.
+  virtual Window* AsWindow() { return nullptr; }
   // Fills in what this kind of control shows. `item` comes with the control's identity, bounds and clip.
   virtual void Describe(DrawItem& item);
   Drawing& Draws();

@@ -168,7 +168,8 @@ void SceneView::PlaceWidgets(const DisplayList& list) {
 bool SceneView::on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) {
   if (!gtk_cairo_should_draw_window(cairo->cobj(), gtk_layout_get_bin_window(gobj())))
     return Gtk::Layout::on_draw(cairo);
-  if (dirty_ || pixels_.empty()) Compose();
+  // What has changed since the last frame waits for the next one, where all of it is painted.
+  if (pixels_.empty()) Compose();
   cairo_surface_t* surface = cairo_image_surface_create_for_data(
       reinterpret_cast<unsigned char*>(pixels_.data()), CAIRO_FORMAT_RGB24, width_ * scale_, height_ * scale_,
       width_ * scale_ * 4);
