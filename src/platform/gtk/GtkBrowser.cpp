@@ -1,5 +1,6 @@
 #include "platform/gtk/GtkBrowser.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/Failure.h"
@@ -21,6 +22,8 @@ constexpr std::array<EditingCommand, 4> EditingCommands = {
      {Browser::Copy, WEBKIT_EDITING_COMMAND_COPY},
      {Browser::Paste, WEBKIT_EDITING_COMMAND_PASTE},
      {Browser::SelectAll, WEBKIT_EDITING_COMMAND_SELECT_ALL}}};
+
+constexpr double ZoomStep = 1.1;
 
 }  // namespace
 
@@ -90,6 +93,14 @@ void GtkBrowser::OpenWindow() {
 void GtkBrowser::ShowFind() { page_->Find().Show(); }
 void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
+
+void GtkBrowser::Zoom(int step) {
+  const double made = world_.Settings().zoom / 100.0;
+  const double now = webkit_web_view_get_zoom_level(page_->View());
+  const double wanted = step == 0 ? made : step > 0 ? now * ZoomStep : now / ZoomStep;
+  webkit_web_view_set_zoom_level(page_->View(), std::clamp(wanted, ElementSettings::LeastZoom / 100.0,
+                                                           ElementSettings::MostZoom / 100.0));
+}
 
 void GtkBrowser::PrintToFile(const std::string& path, std::function<void(const std::string&)> done) {
   PrintPage::ToFile(*page_, path, std::move(done));

@@ -11,12 +11,17 @@
 namespace {
 
 constexpr long FullProgress = 10000;
+// A small page is complete before its title is known, by a few milliseconds.
+constexpr unsigned TitleWait = 100;  // ms
 constexpr const char* SourcePrefix = "view-source:";
 
 }  // namespace
 
 PageLoad::PageLoad(Page& page) : page_(page) {}
-PageLoad::~PageLoad() = default;
+
+PageLoad::~PageLoad() {
+  if (title_wait_) g_source_remove(title_wait_);
+}
 
 void PageLoad::Attach(WebKitWebView* view) {
   phase_ = Phase::Idle;
@@ -32,6 +37,7 @@ void PageLoad::Attach(WebKitWebView* view) {
 
 void PageLoad::Detach(WebKitWebView* view) {
   source_.reset();
+  StopWaiting();
   g_signal_handlers_disconnect_by_data(view, this);
 }
 
@@ -39,6 +45,8 @@ void PageLoad::Start(const Address::Target& target) {
   source_.reset();
   fallback_ = target.fallback;
   own_coming_ = false;
+  StopWaiting();
+  if (StaysOnPage(target.uri)) return webkit_web_view_load_uri(page_.View(), target.uri.c_str());
   phase_ = Phase::Waiting;
   if (!target.valid) {
     ShowError(LoadErrors::NoAddress(target.uri));
@@ -47,6 +55,14 @@ void PageLoad::Start(const Address::Target& target) {
   } else {
     webkit_web_view_load_uri(page_.View(), target.uri.c_str());
   }
+}
+
+// Another place of the page that is there: no load, and so no report of one.
+bool PageLoad::StaysOnPage(const std::string& uri) const {
+  const std::string shown = TextOf(webkit_web_view_get_uri(page_.View()));
+  const size_t mark = uri.find('#');
+  return mark != uri.npos && uri != shown && own_address_.empty() && !Busy() &&
+         uri.substr(0, mark) == shown.substr(0, shown.find('#'));
 }
 
 void PageLoad::ShowSource(const std::string& uri) {
@@ -106,6 +122,8 @@ bool PageLoad::Proceed() {
 }
 
 void PageLoad::Started() {
+  // The page before is complete, its title or not.
+  if (title_wait_) End();
   phase_ = Phase::Provisional;
   if (announced_) return;
   announced_ = true;
@@ -128,13 +146,35 @@ void PageLoad::Committed() {
 void PageLoad::Finished() {
   // The report of a load that was given up for the one that waits, or that an error page follows.
   const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
-  if (!another) End();
+  if (another) return;
+  const bool untitled = !page_.Closed() && TextOf(webkit_web_view_get_title(page_.View())).empty();
+  if (phase_ == Phase::Committed && untitled && page_.Address() != "about:blank")
+    title_wait_ = g_timeout_add(TitleWait, OnTitleWait, this);
+  else
+    End();
+}
+
+void PageLoad::StopWaiting() {
+  if (title_wait_) g_source_remove(std::exchange(title_wait_, 0));
+}
+
+void PageLoad::Titled() {
+  if (title_wait_) End();
+}
+
+gboolean PageLoad::OnTitleWait(gpointer data) {
+  auto* self = static_cast<PageLoad*>(data);
+  const auto keep = self->page_.shared_from_this();
+  self->title_wait_ = 0;
+  self->End();
+  return G_SOURCE_REMOVE;
 }
 
 void PageLoad::End() {
   // An own page that never came leaves the one that is shown.
   if (own_coming_ && phase_ != Phase::Committed) own_address_.clear();
   phase_ = Phase::Idle;
+  StopWaiting();
   announced_ = own_coming_ = false;
   page_.SetLoadStatus({});
   page_.Tell([](PageOwner& owner) { owner.Progressed(-1, 0); });

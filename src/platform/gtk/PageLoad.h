@@ -28,6 +28,8 @@ class PageLoad {
   void Stop();
   // The page once more, or the address that couldn't be loaded.
   void Again();
+  // The page has got its title.
+  void Titled();
   // A request was turned down or became something else before it started.
   void Denied();
 
@@ -53,6 +55,8 @@ class PageLoad {
   void Started();
   void Committed();
   void Finished();
+  void StopWaiting();
+  bool StaysOnPage(const std::string& uri) const;
   void End();
   bool FallBack(const char* uri);
   void ReportProgress();
@@ -64,6 +68,7 @@ class PageLoad {
   static gboolean OnBadCertificate(WebKitWebView*, const char* uri, GTlsCertificate* certificate,
                                    GTlsCertificateFlags flags, gpointer self);
   static void OnDied(WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self);
+  static gboolean OnTitleWait(gpointer self);
   static void OnProgress(GObject*, GParamSpec*, gpointer self);
 
   Page& page_;
@@ -76,4 +81,5 @@ class PageLoad {
   std::string fallback_;
   Refusal refusal_;
   std::unique_ptr<SourceLoad> source_;
+  unsigned title_wait_ = 0;  // runs while a page that has come may still tell its title
 };
