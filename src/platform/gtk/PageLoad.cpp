@@ -44,6 +44,8 @@ void PageLoad::Detach(WebKitWebView* view) {
 void PageLoad::Start(const Address::Target& target) {
   source_.reset();
   fallback_ = target.fallback;
+  wanted_ = target.uri;
+  instead_.reset();
   own_coming_ = false;
   StopWaiting();
   if (StaysOnPage(target.uri)) return webkit_web_view_load_uri(page_.View(), target.uri.c_str());
@@ -80,7 +82,7 @@ void PageLoad::Stop() {
   source_.reset();
   webkit_web_view_stop_loading(page_.View());
   // What hadn't reached the page yet ends without a report.
-  if (had_source || (Busy() && !webkit_web_view_is_loading(page_.View()))) End();
+  if (had_source || phase_ == Phase::Waiting || (Busy() && !webkit_web_view_is_loading(page_.View()))) End();
 }
 
 void PageLoad::Again() {
@@ -125,14 +127,16 @@ void PageLoad::Started() {
   // The page before is complete, its title or not.
   if (title_wait_) End();
   phase_ = Phase::Provisional;
-  if (announced_) return;
-  announced_ = true;
   page_.SetLoadStatus("Opening " + page_.Address());
+  if (std::exchange(announced_, true)) return;
   page_.Tell([](PageOwner& owner) { owner.LoadBegan(); });
 }
 
 void PageLoad::Committed() {
   phase_ = Phase::Committed;
+  const bool blank = TextOf(webkit_web_view_get_uri(page_.View())) == "about:blank";
+  refused_ = blank && !own_coming_ && wanted_ != "about:blank" ? wanted_ : std::string();
+  wanted_.clear();
   fallback_.clear();
   page_.ClearBars();
   if (!own_coming_) {
@@ -147,6 +151,10 @@ void PageLoad::Finished() {
   // The report of a load that was given up for the one that waits, or that an error page follows.
   const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
   if (another) return;
+  if (!refused_.empty()) {
+    phase_ = Phase::Waiting;
+    return ShowError(LoadErrors::Refused(std::exchange(refused_, {})));
+  }
   const bool untitled = !page_.Closed() && TextOf(webkit_web_view_get_title(page_.View())).empty();
   if (phase_ == Phase::Committed && untitled && page_.Address() != "about:blank")
     title_wait_ = g_timeout_add(TitleWait, OnTitleWait, this);
@@ -208,7 +216,11 @@ gboolean PageLoad::OnFailed(WebKitWebView*, WebKitLoadEvent event, const char* u
                             gpointer data) {
   auto* self = static_cast<PageLoad*>(data);
   const auto keep = self->page_.shared_from_this();
-  if (LoadErrors::IsInterruption(error)) return TRUE;
+  if (LoadErrors::IsInterruption(error)) {
+    if (self->instead_) self->more_comes_ = true;
+    if (self->instead_) self->ShowError(*std::exchange(self->instead_, std::nullopt));
+    return TRUE;
+  }
   // A page of which a part has arrived stays as it is.
   if (event == WEBKIT_LOAD_COMMITTED) return TRUE;
   if (self->page_.World().Offline() && !Address::IsLocal(uri)) {

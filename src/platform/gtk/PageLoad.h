@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/Address.h"
@@ -41,6 +42,8 @@ class PageLoad {
   // Shows a page of the element's own for an address.
   void ShowOwn(const std::string& address, const std::string& html);
   void ShowError(const ErrorPage& error);
+  // The same, once the load under way has reported that its request was turned down.
+  void ShowErrorInstead(const ErrorPage& error) { instead_ = error; }
   // The user accepts the certificate that was refused; false where none was.
   bool Proceed();
 
@@ -78,7 +81,10 @@ class PageLoad {
   bool own_coming_ = false;  // the load under way is an own page
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
+  std::string wanted_;   // what was asked for, up to the arrival of the first part
+  std::string refused_;  // what the engine has put its blank page in the place of
   std::string fallback_;
+  std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::unique_ptr<SourceLoad> source_;
   unsigned title_wait_ = 0;  // runs while a page that has come may still tell its title
