@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "platform/Failure.h"
 #include "platform/gtk/BrowserWorld.h"
@@ -22,8 +23,6 @@ constexpr std::array<EditingCommand, 4> EditingCommands = {
      {Browser::Copy, WEBKIT_EDITING_COMMAND_COPY},
      {Browser::Paste, WEBKIT_EDITING_COMMAND_PASTE},
      {Browser::SelectAll, WEBKIT_EDITING_COMMAND_SELECT_ALL}}};
-
-constexpr double ZoomStep = 1.1;
 
 }  // namespace
 
@@ -95,11 +94,12 @@ void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
 
 void GtkBrowser::Zoom(int step) {
-  const double made = world_.Settings().zoom / 100.0;
-  const double now = webkit_web_view_get_zoom_level(page_->View());
-  const double wanted = step == 0 ? made : step > 0 ? now * ZoomStep : now / ZoomStep;
-  webkit_web_view_set_zoom_level(page_->View(), std::clamp(wanted, ElementSettings::LeastZoom / 100.0,
-                                                           ElementSettings::MostZoom / 100.0));
+  const ElementSettings& settings = world_.Settings();
+  const int now = static_cast<int>(std::lround(webkit_web_view_get_zoom_level(page_->View()) * 100));
+  const int wanted = step == 0
+                         ? settings.zoom
+                         : std::clamp(now + 10 * step, ElementSettings::LeastZoom, ElementSettings::MostZoom);
+  webkit_web_view_set_zoom_level(page_->View(), wanted / 100.0);
 }
 
 void GtkBrowser::PrintToFile(const std::string& path, std::function<void(const std::string&)> done) {
