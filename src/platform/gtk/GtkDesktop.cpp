@@ -8,9 +8,10 @@
 
 #include "platform/Drawing.h"
 #include "platform/gtk/BrowserWorld.h"
-#include "platform/gtk/GtkComboField.h"
+#include "platform/gtk/DialogBinder.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
+#include "platform/gtk/GtkComboField.h"
 #include "platform/gtk/ProgramFiles.h"
 
 namespace {
@@ -105,6 +106,10 @@ std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
   return std::make_unique<GtkComboField>(parent, place, Gate);
+}
+
+std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
+  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
 }
 
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
