@@ -1,5 +1,8 @@
 #include "platform/gtk/GtkBrowser.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <array>
 
 #include "platform/Failure.h"
@@ -90,6 +93,15 @@ void GtkBrowser::OpenWindow() {
 void GtkBrowser::ShowFind() { page_->Find().Show(); }
 void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
+
+void GtkBrowser::Zoom(int step) {
+  const ElementSettings& settings = world_.Settings();
+  const int now = static_cast<int>(std::lround(webkit_web_view_get_zoom_level(page_->View()) * 100));
+  const int wanted = step == 0
+                         ? settings.zoom
+                         : std::clamp(now + 10 * step, ElementSettings::LeastZoom, ElementSettings::MostZoom);
+  webkit_web_view_set_zoom_level(page_->View(), wanted / 100.0);
+}
 
 void GtkBrowser::PrintToFile(const std::string& path, std::function<void(const std::string&)> done) {
   PrintPage::ToFile(*page_, path, std::move(done));

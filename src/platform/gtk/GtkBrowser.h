@@ -32,6 +32,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void ShowFind() override;
   void ShowPrint() override;
   void ShowProperties() override;
+  void Zoom(int step) override;
 
   // Prints the page to a file, PDF, without a question. `done` hears an empty text, or what failed.
   void PrintToFile(const std::string& path, std::function<void(const std::string& failure)> done);
