@@ -12,8 +12,8 @@ frmMain::frmMain(Program& program)
       frame(*this),
       skin(*this),
       strip(*this),
-      tabs(*this),
       events(*this),
+      tabs(*this),
       popups(*this),
       layouts(*this),
       address(*this),
@@ -23,9 +23,11 @@ frmMain::frmMain(Program& program)
       menubar(*this),
       menus(*this),
       launch(*this),
+      keys(*this),
       cookies(*this) {
   Activate = [this] { Form_Activate(); };
   GotFocus = [this] { Form_GotFocus(); };
+  KeyDown = [this](const KeyPress& press) { return keys.Pressed(press); };
 }
 
 void frmMain::Form_Load() {
@@ -43,6 +45,7 @@ void frmMain::Form_Load() {
   splash.Status("Setting up initial tabs...");
   frame.StatusBar1.ForeColor = program.colours.StatusTextColour;
   frame.picProgress.BackColor = program.colours.ProgressBarColour;
+  menubar.ResetMenus(frame.labDummy);
   events.ShowIdle();
   tabs.CurrentTab = 0;
   const std::string command_line = program.desktop.CommandLine();
@@ -64,6 +67,7 @@ void frmMain::Form_Load() {
 void frmMain::ResizeForm() {
   frame.Form_Resize();
   events.ShowIdle();
+  menubar.ResetMenus(frame.labDummy);
 }
 
 void frmMain::Form_Activate() { program.menu.FavOpenPath.clear(); }
@@ -89,7 +93,10 @@ void frmMain::Form_Unload(bool& cancel) {
   Skipping([&] { Hide(); });
   Skipping([&] { program.desktop.DoEvents(); });
   tabs.RemoveAllTabs();
-  if (program.preferences.CookieTrapMode != 0) cookies.CleanUp();
-  cancel = true;
+  if (program.preferences.CookieTrapMode != 0) {
+    // Ends the process itself; where it can't come up, the process ends without it.
+    Skipping([&] { cookies.CleanUp(); });
+    cancel = true;
+  }
   program.desktop.End(0);
 }

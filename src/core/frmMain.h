@@ -4,6 +4,7 @@
 #include "cookies/CookieScanner.h"
 #include "history/HistoryLog.h"
 #include "history/HistoryPages.h"
+#include "menus/Keys.h"
 #include "menus/LaunchMenu.h"
 #include "menus/MenuBar.h"
 #include "menus/MenuModule.h"
@@ -29,8 +30,8 @@ class frmMain : public Window {
   FrameLayout frame;
   Skin skin;
   TabStrip strip;
-  TabSet tabs;
   BrowserEvents events;
+  TabSet tabs;
   PopupHandling popups;
   TabLayouts layouts;
   AddressBar address;
@@ -40,6 +41,7 @@ class frmMain : public Window {
   MenuBar menubar;
   MenuModule menus;
   LaunchMenu launch;
+  Keys keys;
   CookieScanner cookies;
 
   void Form_Load();

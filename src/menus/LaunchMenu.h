@@ -5,12 +5,16 @@
 
 class frmMain;
 
-// The user's own programs.
+// The user's own programs, from `launch.dat`: two lines for each entry, its description and its command.
 class LaunchMenu {
  public:
   explicit LaunchMenu(frmMain& main) : main_(main) {}
 
-  std::vector<std::string> lstLaunchNames, lstLaunchRun;  // captions and commands at equal indices
+  std::vector<std::string> lstLaunchNames, lstLaunchRun;  // descriptions and commands at equal indices
+
+  // Refills the lists from the file and gives the menu's captions, joined by commas. Fails for a missing file
+  // and an odd number of lines.
+  std::string FillMenu();
 
  private:
   frmMain& main_;

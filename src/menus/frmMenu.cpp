@@ -1,13 +1,200 @@
 #include "menus/frmMenu.h"
 
+#include <algorithm>
+#include <array>
+
 #include "core/Program.h"
+#include "core/frmMain.h"
+#include "platform/Text.h"
+#include "skin/TileBitmapModule.h"
+
+namespace {
+
+constexpr Place DesignRow = {240, 120, 615, 225};
+constexpr Twips SeparatorHeight = 120, SeparatorLeft = 60;
+constexpr Twips LeastTextWidth = 1500;
+constexpr Twips FrameThickness = 30;
+constexpr Place Piece = {0, 0, FrameThickness, FrameThickness};
+
+// Titles and files from outside may be of any length. A text wider than this ends in an ellipsis, and no row
+// ends lower than this: the first is wider than most screens, the second what the desktop's windows can have.
+constexpr Twips GreatestTextWidth = 32767;
+constexpr Twips GreatestHeight = 32767 * TwipsPerPixel;
+
+struct FramePiece {
+  Surface frmMenu::*Piece;
+  Store Skin::*Art;
+};
+
+constexpr std::array<FramePiece, 8> Frame = {{
+    {&frmMenu::picTopLeft, &Skin::picMnuTopLeft},
+    {&frmMenu::picTop, &Skin::picMnuTop},
+    {&frmMenu::picTopRight, &Skin::picMnuTopRight},
+    {&frmMenu::picRight, &Skin::picMnuRight},
+    {&frmMenu::picBotRight, &Skin::picMnuBotRight},
+    {&frmMenu::picBottom, &Skin::picMnuBottom},
+    {&frmMenu::picBotLeft, &Skin::picMnuBotLeft},
+    {&frmMenu::picLeft, &Skin::picMnuLeft},
+}};
+
+}  // namespace
 
 frmMenu::frmMenu(Program& program)
-    : Window(program.desktop, Kind::Popup, {0, 0, 4140, 510}, ""), program_(program) {}
+    : Window(program.desktop, Kind::Popup, {0, 0, 4140, 510}, ""),
+      mnuText(program.desktop.Gate, "mnuText",
+              [this, &program](int16_t Index) { return MakeRow(Index, program.colours); }),
+      picSpacer(program.desktop.Gate, "picSpacer", [this](int16_t) { return MakeSpacer(); }),
+      picTop(this, Piece),
+      picRight(this, Piece),
+      picBottom(this, Piece),
+      picLeft(this, Piece),
+      picTopLeft(this, Piece),
+      picTopRight(this, Piece),
+      picBotRight(this, Piece),
+      picBotLeft(this, Piece),
+      program_(program) {
+  picSpacer(0).Visible = false;
+  MouseMove = [this](const Mouse&) { ResetMenus(-1); };
+  Deactivate = [this] { Form_Deactivate(); };
+  LostFocus = [this] { Form_LostFocus(); };
+}
+
+std::unique_ptr<Label> frmMenu::MakeRow(int16_t Index, const Colours& colours) {
+  auto row = std::make_unique<Label>(this, DesignRow, "");
+  row->ForeColor = colours.MenuTextColour;
+  row->AccessibleRole = Role::MenuItem;
+  row->MouseMove = [this, Index](const Mouse&) { ResetMenus(Index); };
+  row->Click = [this, Index] { mnuText_Click(Index); };
+  return row;
+}
+
+std::unique_ptr<Surface> frmMenu::MakeSpacer() {
+  auto spacer = std::make_unique<Surface>(this);
+  spacer->Click = [this] { ResetMenus(-1); };
+  return spacer;
+}
 
 void frmMenu::Form_Load() { program_.menu.MenuLoaded = 1; }
 
 void frmMenu::Form_Unload(bool&) {
+  leaving_ = true;
   program_.menu.OpenMenuName.clear();
   program_.menu.MenuLoaded = 0;
+}
+
+void frmMenu::MakeRows() {
+  const std::vector<std::string>& items = program_.menu.MenuItems;
+  mnuText(0).Caption = items[0];
+  mnuText(0).AccessibleName = items[0];
+  for (size_t i = 1; i < items.size(); ++i) {
+    const Label& above = mnuText(static_cast<int>(i) - 1);
+    const Twips top = above.Height + above.Top;
+    if (top + 2 * DesignRow.Height > GreatestHeight) return;
+    mnuText.Load(static_cast<int>(i));
+    Label& row = mnuText(static_cast<int>(i));
+    row.Caption = items[i];
+    row.AccessibleName = items[i];
+    row.Top = top;
+    row.ZOrder(1);
+    row.Visible = true;
+    if (items[i] != "-") continue;
+    row.Height = SeparatorHeight;
+    row.Visible = false;
+  }
+}
+
+void frmMenu::Measure() {
+  Twips widest = 0;
+  for (int i = 0; i <= mnuText.UBound(); ++i) widest = std::max(widest, TextWidth(mnuText(i).Caption()));
+  widest = std::clamp(widest, LeastTextWidth, GreatestTextWidth);
+  const Label& last = mnuText(mnuText.UBound());
+  Width = 2 * mnuText(0).Left + widest;
+  Height = last.Height + last.Top + mnuText(0).Top;
+  for (int i = 0; i <= mnuText.UBound(); ++i) mnuText(i).Width = Width - 2 * mnuText(0).Left;
+}
+
+void frmMenu::PlaceFrame() {
+  picTopLeft.Left = 0;
+  picTopLeft.Top = 0;
+  picTopRight.Top = 0;
+  picTopRight.Left = Width - picTopRight.Width;
+  picBotRight.Left = picTopRight.Left;
+  picBotRight.Top = Height - picBotRight.Height;
+  picBotLeft.Top = picBotRight.Top;
+  picBotLeft.Left = 0;
+  picTop.Left = 0;
+  picTop.Top = 0;
+  picTop.Width = Width;
+  picLeft.Left = 0;
+  picLeft.Top = 0;
+  picLeft.Height = Height;
+  picRight.Top = 0;
+  picRight.Left = picTopRight.Left;
+  picRight.Height = Height;
+  picBottom.Top = picBotRight.Top;
+  picBottom.Left = 0;
+  picBottom.Width = Width;
+}
+
+void frmMenu::TileFrame() {
+  Skin& skin = program_.main().skin;
+  for (const FramePiece& row : Frame) TileBitmap(this->*row.Piece, skin.*row.Art);
+  TileBitmapForm(*this, skin.picMnuBack);
+}
+
+void frmMenu::MakeSpacers() {
+  int k = 0;
+  for (int i = 0; i <= mnuText.UBound(); ++i) {
+    const Label& row = mnuText(i);
+    if (row.Caption() != "-") continue;
+    picSpacer(k).Top = row.Top;
+    picSpacer(k).Left = SeparatorLeft;
+    picSpacer(k).Width = Width - 2 * SeparatorLeft;
+    picSpacer(k).Height = row.Height;
+    TileBitmap(picSpacer(k), program_.main().skin.picMnuSpacer);
+    picSpacer(k).Visible = true;
+    ++k;
+    picSpacer.Load(k);
+  }
+}
+
+void frmMenu::ResetMenus(int16_t Index) {
+  const Colours& colours = program_.colours;
+  for (int i = 0; i <= mnuText.UBound(); ++i) {
+    Label& row = mnuText(i);
+    const bool highlighted = i == Index;
+    row.ForeColor = highlighted ? colours.MenuHiTextColour : colours.MenuTextColour;
+    if (highlighted) row.BackColor = colours.MenuHiBackColour;
+    row.Opaque = highlighted;
+  }
+}
+
+void frmMenu::mnuText_Click(int16_t Index) {
+  Program& program = program_;
+  program.menu.MenuMode = 0;
+  program.menu.MenuItemIndex = Index;
+  program.main().menus.MenuCommand(Text::LowerCase(mnuText(Index).Caption()));
+  program.main().toolbar.ResetButtons(-1);
+  program.main().menubar.ResetMenus(program.main().frame.labDummy);
+  program.popup_menu.Unload();
+}
+
+void frmMenu::Form_Deactivate() {
+  if (leaving_) return;
+  Program& program = program_;
+  if (program.menu.OpenMenuName != "favourites") {
+    program.menu.OpenMenuName.clear();
+    program.menu.MenuMode = 0;
+  }
+  program.menu.MenuLoaded = 0;
+  program.popup_menu.Unload();
+  program.main().toolbar.ResetButtons(-1);
+  program.main().menubar.ResetMenus(program.main().frame.labDummy);
+}
+
+void frmMenu::Form_LostFocus() {
+  if (leaving_) return;
+  program_.menu.OpenMenuName.clear();
+  program_.menu.MenuLoaded = 0;
+  program_.popup_menu.Unload();
 }

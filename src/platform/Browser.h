@@ -48,6 +48,9 @@ class Browser : public Control {
   virtual void ShowPrint() = 0;
   virtual void ShowProperties() = 0;
 
+  // The page's size: 1 larger, -1 smaller, 0 as it was made.
+  virtual void Zoom(int step) = 0;
+
   // Events. Index and array are the program's business: it wires each element when it is made.
   std::function<void()> DocumentComplete, DownloadBegin, OnQuit, TitleChange;
   std::function<void(long progress, long maximum)> ProgressChange;  // 0 hides; -1 of 0 at the end of a load

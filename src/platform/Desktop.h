@@ -72,4 +72,7 @@ class Desktop : public Clock {
 
   // Starts a program with its arguments, as they stand, and doesn't wait. Fails where it can't be started.
   virtual void Shell(const std::string& command) = 0;
+
+  // The browser element's own settings, in a dialog that isn't modal.
+  virtual void ShowInternetOptions() = 0;
 };

@@ -184,7 +184,11 @@ std::string FakeDesktop::ShowSave(const std::string& title, const std::string& f
   return file;
 }
 
-void FakeDesktop::Shell(const std::string& command) { log.push_back("Shell " + command); }
+void FakeDesktop::Shell(const std::string& command) {
+  log.push_back("Shell " + command);
+  if (!command.empty() && command == no_program)
+    throw Failure("The program \"" + command + "\" can't be started");
+}
 
 int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {
   counts_[++last_number_] = {milliseconds, time_ + milliseconds, std::move(tick)};

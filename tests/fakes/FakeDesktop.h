@@ -34,13 +34,17 @@ class FakeBrowser : public Browser {
   std::string LocationName() const override;
   std::string LocationURL() const override;
   bool Offline() const override { return offline; }
-  void SetOffline(bool value) override { offline = value; }
+  void SetOffline(bool value) override {
+    Do(value ? "Offline" : "Online");
+    offline = value;
+  }
   void ExecWB(long command, long option) override;
   void SetFocus() override { Do("SetFocus"); }
   void OpenWindow() override { Do("OpenWindow"); }
   void ShowFind() override { Do("ShowFind"); }
   void ShowPrint() override { Do("ShowPrint"); }
   void ShowProperties() override { Do("ShowProperties"); }
+  void Zoom(int step) override { Do("Zoom " + std::to_string(step)); }
 
   std::string title, url;
   bool busy = false, offline = false;
@@ -102,6 +106,7 @@ class FakeDesktop : public Desktop {
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
   void Shell(const std::string& command) override;
+  void ShowInternetOptions() override { log.push_back("ShowInternetOptions"); }
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
 
@@ -110,6 +115,7 @@ class FakeDesktop : public Desktop {
   ScreenRect work_area = {0, 0, 15360, 11520};    // 1024 x 768 pixels
   std::deque<Answer> answers;                     // of message boxes
   std::deque<std::string> files;                  // of file dialogs; empty text or none: cancel
+  std::string no_program;                         // the command that Shell can't start
   std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
   std::function<void()> during_events;            // runs in each pass of the event pump
   std::vector<std::string> log;                   // what was asked, in order

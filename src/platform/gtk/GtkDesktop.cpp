@@ -132,6 +132,8 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
   return Dialogs::ShowSave(MainFrame(), title, filter);
 }
 
+void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
+
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
   if (g_spawn_command_line_async(command.c_str(), &error)) return;

@@ -34,6 +34,7 @@ class GtkDesktop : public Desktop {
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
   void Shell(const std::string& command) override;
+  void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
 
