@@ -1,6 +1,8 @@
 #include "fakes/HostileInputs.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
@@ -40,7 +42,10 @@ void Check(bool fine, const char* what, const std::string& content) {
 
 }  // namespace
 
-HostileInputs::HostileInputs(uint32_t seed) : random_(seed) {
+HostileInputs::HostileInputs(uint32_t seed)
+    : random_(seed),
+      file_(::memfd_create("hostile-input", MFD_CLOEXEC)),
+      path_("/proc/self/fd/" + std::to_string(file_)) {
   pictures_ = {BmpFile(21, 13, [](int x, int y) { return static_cast<uint32_t>(x * y); }),
                BmpHeader{8, -8, 32}.Text() + std::string(8 * 8 * 4, '\x55'),
                BmpHeader{8, 8, 16}.Text() + std::string(8 * 8 * 2, '\x55'),
@@ -57,6 +62,8 @@ HostileInputs::HostileInputs(uint32_t seed) : random_(seed) {
                 "[key]\n[key]\r\n[KEY]\r\n\xC3\xA4\r\n; a remark\r\n[key]"};
 }
 
+HostileInputs::~HostileInputs() { ::close(file_); }
+
 HostileInputs::Counts HostileInputs::Run(std::chrono::milliseconds time) {
   const auto end = std::chrono::steady_clock::now() + time;
   while (std::chrono::steady_clock::now() < end) TryOne();
@@ -69,6 +76,12 @@ HostileInputs::Counts HostileInputs::Run(long inputs) {
 }
 
 size_t HostileInputs::Below(size_t limit) { return random_() % std::max<size_t>(limit, 1); }
+
+void HostileInputs::Write(const std::string& content) {
+  if (::ftruncate(file_, 0) != 0 ||
+      ::pwrite(file_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()))
+    throw std::runtime_error("The input can't be written");
+}
 
 void HostileInputs::TryOne() {
   if (Below(8) == 0)
@@ -105,10 +118,10 @@ std::string HostileInputs::Spoil(std::string content) {
 }
 
 void HostileInputs::TryPicture(const std::string& content) {
-  folder_.Write("input", content);
+  Write(content);
   ++counts_.Pictures;
   try {
-    const Picture picture = drawing_->LoadPicture(folder_.path + "/input");
+    const Picture picture = drawing_->LoadPicture(path_);
     ++counts_.Taken;
     const auto width = static_cast<size_t>(picture->Width), height = static_cast<size_t>(picture->Height);
     Check(picture->Width > 0 && picture->Height > 0 && picture->Pixels.size() == width * height,
@@ -121,12 +134,12 @@ void HostileInputs::TryPicture(const std::string& content) {
 }
 
 void HostileInputs::TryIni(const std::string& content) {
-  folder_.Write("input", content);
+  Write(content);
   ++counts_.IniFiles;
   for (const char* key : {"key", "menutext"}) {
     FileSlot slot;
     General general(slot);
-    const std::string value = general.ReadIniKey(folder_.path + "/input", key);
+    const std::string value = general.ReadIniKey(path_, key);
     Check(content.find(value) != content.npos, "The value isn't in the file", content);
     Check(!slot.IsOpen() || value.empty(), "There is a value though the file stayed open", content);
   }

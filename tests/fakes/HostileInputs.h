@@ -2,13 +2,12 @@
 
 #include <chrono>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "fakes/FakeDesktop.h"
+#include "platform/Drawing.h"
 
 // Good files with a few of their bytes spoilt, fed to the readers of what the program didn't write. A reader
 // may refuse a file or make something of it, but may not crash, hang or return nonsense. The same seed makes
@@ -16,6 +15,7 @@
 class HostileInputs {
  public:
   explicit HostileInputs(uint32_t seed);
+  ~HostileInputs();
 
   struct Counts {
     long Pictures = 0, Taken = 0;  // tried; and of these, how many were pictures still
@@ -33,9 +33,11 @@ class HostileInputs {
   void TryIni(const std::string& content);
   void TryOne();
   size_t Below(size_t limit);
+  void Write(const std::string& content);
 
   std::mt19937 random_;
-  TemporaryFolder folder_;
+  int file_;  // in memory: a disk would take most of the time
+  std::string path_;
   std::unique_ptr<Drawing> drawing_ = MakeDrawing();
   std::vector<std::string> pictures_, ini_files_;
   Counts counts_;
