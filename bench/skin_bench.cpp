@@ -55,6 +55,7 @@ std::vector<std::string> WriteSkin(const TemporaryFolder& folder) {
 
 int main() {
   const ProgramFolder folder;
+  folder.Write("autocomplete.dat", "http://page.test/\r\nhttp://other.test/\r\n");
   FakeDesktop desktop(folder.path);
   Program program(desktop);
   program.Start();

@@ -27,6 +27,7 @@ frmMain::frmMain(Program& program)
       cookies(*this) {
   Activate = [this] { Form_Activate(); };
   GotFocus = [this] { Form_GotFocus(); };
+  KeyDown = [this](const KeyPress& press) { return keys.Pressed(press); };
 }
 
 void frmMain::Form_Load() {

@@ -1,14 +1,8 @@
 #pragma once
 
-#include <string_view>
+#include "platform/Window.h"
 
 class frmMain;
-
-// A key as the desktop names it: a letter or digit is itself, in either case; "Tab", "F5", "plus", "KP_Add".
-struct KeyPress {
-  std::string_view Name;
-  bool Control = false, Shift = false, Alt = false;
-};
 
 // The keys that people know from any browser.
 class Keys {

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr size_t ChunkBytes = 64 * 1024;
+constexpr size_t ChunkBytes = 16 * 1024;
 
 bool Exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
@@ -51,6 +51,16 @@ std::string Spelling(const std::string& folder, const std::string& name) {
   }
   ::closedir(listing);
   return found;
+}
+
+// Only what is a file: a pipe would be waited for, and a device may never end. -1 where it can't be opened.
+int OpenForReading(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  struct stat status {};
+  if (file < 0 || (::fstat(file, &status) == 0 && S_ISREG(status.st_mode))) return file;
+  ::close(file);
+  errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+  return -1;
 }
 
 // How many bytes reach the file: fewer than there are where it fails.
@@ -107,7 +117,7 @@ void MakeFolder(const std::string& path) {
 
 std::string ReadWholeFile(const std::string& path) {
   const std::string host = HostPath(path);
-  const int file = ::open(host.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = OpenForReading(host);
   if (file < 0) Fail("Can't read the file", host, errno);
   std::string content;
   for (;;) {
@@ -134,12 +144,7 @@ void FileSlot::Open(const std::string& path, Mode mode) {
   ended_ = false;
   temporary_.clear();
   if (mode == Mode::Input) {
-    file_ = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat status {};
-    if (file_ >= 0 && ::fstat(file_, &status) == 0 && S_ISDIR(status.st_mode)) {
-      Abandon();
-      errno = EISDIR;
-    }
+    file_ = OpenForReading(path_);
   } else if (mode == Mode::Append) {
     file_ = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
   } else {

@@ -69,7 +69,7 @@ void Control::PressByName() {
 Window* Control::Root() {
   Control* top = this;
   while (top->parent_) top = top->parent_;
-  return dynamic_cast<Window*>(top);
+  return top->AsWindow();
 }
 
 Twips Control::RootLeft() const { return parent_ ? parent_->RootLeft() + Left : 0; }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -82,6 +83,9 @@ class Control {
   // Leaves the parent and the screen.
   void Detach();
 
+  // For those who may outlive the control: its end is the end of this.
+  std::weak_ptr<Control> Alive() const { return alive_; }
+
   Control* Parent() const { return parent_; }
   const std::vector<Control*>& Children() const { return children_; }  // from back to front
   Window* Root();
@@ -98,6 +102,8 @@ class Control {
 
  protected:
   friend class Window;
+  // A window is the root of its tree.
+  virtual Window* AsWindow() { return nullptr; }
   // Fills in what this kind of control shows. `item` comes with the control's identity, bounds and clip.
   virtual void Describe(DrawItem& item);
   Drawing& Draws();
@@ -107,6 +113,7 @@ class Control {
 
   Control* parent_;
   std::vector<Control*> children_;
+  std::shared_ptr<Control> alive_{this, [](Control*) {}};
 };
 
 // A rectangle with a picture, tiles or printed text on it.

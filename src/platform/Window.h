@@ -1,8 +1,16 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string_view>
 
 #include "platform/Scene.h"
+
+// A key as the desktop names it: a letter or digit is itself, in either case; "Tab", "F5", "plus", "KP_Add".
+struct KeyPress {
+  std::string_view Name;
+  bool Control = false, Shift = false, Alt = false;
+};
 
 // What a window asks of the desktop. Positions are the window's own properties.
 class WindowHost {
@@ -41,6 +49,8 @@ class Window : public Surface {
   // Width and Height run Resize at once, within the assignment; so does WindowState.
   std::function<void()> Resize;
   std::function<void()> Activate, Deactivate, GotFocus, LostFocus;
+  // A key, before the window's widgets see it. True: it was used, and they don't get it.
+  std::function<bool(const KeyPress&)> KeyDown;
   // The user or the desktop wants the window closed.
   std::function<void()> QueryUnload;
 
@@ -75,6 +85,7 @@ class Window : public Surface {
 
  protected:
   using Surface::Describe;
+  Window* AsWindow() override { return this; }
 
  private:
   Desktop& desktop_;

@@ -97,6 +97,8 @@ Layout ReadLayout(std::string_view start, size_t file_bytes) {
   if (layout.Width > MaximumPixels / layout.Height)
     throw Failure("it claims " + std::to_string(layout.Width) + " by " + std::to_string(layout.Height) +
                   " pixels, and 64 megapixels is the most");
+  if (layout.Width * layout.Height / MostPixelsToAByte > static_cast<int64_t>(file_bytes))
+    throw Failure("it is cut short");
   if (layout.Offset < layout.PaletteAt) throw Failure("its header makes no sense");
   if (layout.Offset > file_bytes) throw Failure("it is cut short");
   if (!layout.RunLengths() &&

@@ -35,12 +35,13 @@ class Decoder {
   }
 
   Picture Decode(std::string_view content) {
+    bytes_ = static_cast<int64_t>(content.size());
     // In pieces, so that the check of the size comes first.
     for (size_t at = 0; at < content.size(); at += PieceBytes) {
       const std::string_view piece = content.substr(at, PieceBytes);
       const bool fine = gdk_pixbuf_loader_write(loader_, reinterpret_cast<const guchar*>(piece.data()),
                                                 piece.size(), nullptr);
-      if (too_large_) throw Failure("it claims more than 64 megapixels");
+      if (too_large_) throw Failure("it claims more pixels than it can hold, or more than 64 megapixels");
       if (!fine) throw Failure("it is damaged");
     }
     GdkPixbuf* pixels = Close() ? gdk_pixbuf_loader_get_pixbuf(loader_) : nullptr;
@@ -52,7 +53,8 @@ class Decoder {
   static constexpr size_t PieceBytes = 16 * 1024;
 
   static void SizePrepared(GdkPixbufLoader* loader, int width, int height, Decoder* self) {
-    self->too_large_ = int64_t{width} * height > MaximumPixels;
+    const int64_t pixels = int64_t{width} * height;
+    self->too_large_ = pixels > MaximumPixels || pixels / MostPixelsToAByte > self->bytes_;
     if (self->too_large_) gdk_pixbuf_loader_set_size(loader, 0, 0);
   }
   static void AreaUpdated(GdkPixbufLoader*, int, int y, int, int height, Decoder* self) {
@@ -82,6 +84,7 @@ class Decoder {
   }
 
   GdkPixbufLoader* loader_;
+  int64_t bytes_ = 0;  // of the file
   bool too_large_ = false, closed_ = false;
   int rows_ = 0;  // that have been decoded, from the top
 };

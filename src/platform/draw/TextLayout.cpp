@@ -31,7 +31,7 @@ std::string OneLine(std::string_view text) {
 }  // namespace
 
 double TextLayout::Width(std::string_view text) {
-  const auto kept = widths_.find(std::string(text.substr(0, LongestKeptWidth + 1)));
+  const auto kept = widths_.find(text);
   if (kept != widths_.end()) return kept->second;
   int width = 0;
   pango_layout_get_pixel_size(LayOut(Text::Left(text, MostCharacters), 1).get(), &width, nullptr);

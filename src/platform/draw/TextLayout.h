@@ -2,6 +2,7 @@
 
 #include <pango/pangocairo.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -31,6 +32,10 @@ class TextLayout {
   void Draw(cairo_t* cairo, const TextRun& run, int right, int scale);
 
  private:
+  // Lets a text be looked up without a copy of it.
+  struct TextHash : std::hash<std::string_view> {
+    using is_transparent = void;
+  };
   using Layout = std::unique_ptr<PangoLayout, GObjectUnref>;
   using Context = std::unique_ptr<PangoContext, GObjectUnref>;
 
@@ -39,6 +44,6 @@ class TextLayout {
   PangoLayout* Line(std::string_view text, int room, int scale);
 
   std::map<int, Context> contexts_;  // by scale
-  std::unordered_map<std::string, double> widths_;
+  std::unordered_map<std::string, double, TextHash, std::equal_to<>> widths_;
   std::map<std::tuple<std::string, int, int>, Layout> lines_;  // by text, room and scale
 };

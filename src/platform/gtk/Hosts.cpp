@@ -23,6 +23,9 @@ SceneHost::SceneHost(GtkDesktop& desktop, Window& scene, Gtk::WindowType type)
   frame_.add(view_);
   view_.show();
   view_.BeforeFrame = [this] { ApplyPlace(); };
+  // As with the mouse: a press outside an open menu ends it first.
+  if (scene.WindowKind() != Window::Kind::Popup)
+    view_.accessible.BeforePress = [this] { desktop_.EndPopups(); };
 }
 
 SceneHost::~SceneHost() = default;
@@ -132,7 +135,18 @@ MainHost::MainHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scen
         return false;
       },
       false);
+  frame_.signal_key_press_event().connect([this](GdkEventKey* event) { return OnKey(event); }, false);
   sized_ = true;
+}
+
+bool MainHost::OnKey(GdkEventKey* event) {
+  const char* name = gdk_keyval_name(event->keyval);
+  if (!name || !scene_.KeyDown) return false;
+  const KeyPress press{name, (event->state & GDK_CONTROL_MASK) != 0, (event->state & GDK_SHIFT_MASK) != 0,
+                       (event->state & GDK_MOD1_MASK) != 0};
+  bool used = false;
+  desktop_.Gate.Run([&] { used = scene_.KeyDown(press); });
+  return used;
 }
 
 void MainHost::Show() {

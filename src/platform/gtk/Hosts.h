@@ -79,6 +79,7 @@ class MainHost : public SceneHost {
   bool OnConfigure(GdkEventConfigure* event);
   void AdoptPlace();
   bool OnState(GdkEventWindowState* event);
+  bool OnKey(GdkEventKey* event);
 
   bool iconified_ = false;
   gint64 settled_at_ = 0;  // microseconds; until then, places that the window manager reports may be old ones

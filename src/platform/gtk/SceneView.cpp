@@ -60,7 +60,11 @@ GtkWidget* WidgetOf(const DrawItem& item) {
 
 }  // namespace
 
-SceneView::SceneView(Events& gate, Window& scene) : gate_(gate), scene_(scene) {
+SceneView::SceneView(Events& gate, Window& scene)
+    : Glib::ObjectBase("MarlowickSceneView"),
+      accessible(GTK_WIDGET(gobj()), gate, scene),
+      gate_(gate),
+      scene_(scene) {
   add_events(Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::POINTER_MOTION_MASK);
   set_has_tooltip();
   signal_query_tooltip().connect([this](int x, int y, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
@@ -116,6 +120,7 @@ void SceneView::Repaint() {
 
 std::vector<PixelRect> SceneView::Compose() {
   dirty_ = false;
+  accessible.Update();
   DisplayList wanted = scene_.Describe();
   const PixelRect bounds = scene_.PixelBounds();
   const int scale = get_scale_factor();
@@ -163,7 +168,8 @@ void SceneView::PlaceWidgets(const DisplayList& list) {
 bool SceneView::on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) {
   if (!gtk_cairo_should_draw_window(cairo->cobj(), gtk_layout_get_bin_window(gobj())))
     return Gtk::Layout::on_draw(cairo);
-  if (dirty_ || pixels_.empty()) Compose();
+  // What has changed since the last frame waits for the next one, where all of it is painted.
+  if (pixels_.empty()) Compose();
   cairo_surface_t* surface = cairo_image_surface_create_for_data(
       reinterpret_cast<unsigned char*>(pixels_.data()), CAIRO_FORMAT_RGB24, width_ * scale_, height_ * scale_,
       width_ * scale_ * 4);

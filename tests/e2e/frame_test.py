@@ -1,0 +1,140 @@
+"""The self-made frame under a real window manager: moving, sizing, maximising, minimising, dropping."""
+
+import os
+import subprocess
+import sys
+import time
+
+from harness import ProgramTest, main, run, wait_for
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+SCREEN_AREA = (-4, -4, 1288, 908)  # the frame lies off the screen
+GREEN = (0, 128, 0)
+
+
+class Frame(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.program = self.start(self.page("/", "<title>Green</title><body style='background:green'>"))
+        self.program.wait_title("Green")
+        wait_for(lambda: self.program.page_pixel(self.screen) == GREEN, "the page")
+
+    def rect_becomes(self, rect):
+        try:
+            wait_for(lambda: self.program.rect == rect, f"the rectangle {rect}", 5)
+        except AssertionError as failure:
+            raise AssertionError(f"{failure}; it is {self.program.rect}") from None
+
+    def state(self):
+        return run("xprop", "-id", self.program.window, "WM_STATE")
+
+    def double_click_title(self):
+        self.program.move(300, 12)
+        run("xdotool", "click", "--repeat", "2", "--delay", "60", "1")
+
+    def test_title_and_grips_move_and_size_it(self):
+        program = self.program
+        left, top, width, height = program.rect
+        program.drag(300, 12, 100, -50)
+        self.rect_becomes((left + 100, top - 50, width, height))
+        program.drag(width - 2, 200, 100, 30)
+        self.rect_becomes((left + 100, top - 50, width + 100, height))
+        program.drag(300, height - 2, 40, 60)
+        self.rect_becomes((left + 100, top - 50, width + 100, height + 60))
+        program.drag(width + 95, height + 55, -60, -40)
+        self.rect_becomes((left + 100, top - 50, width + 40, height + 20))
+        # The page follows, and no grip goes below the least size.
+        time.sleep(0.5)
+        shot = self.screen.shot()
+        left, top, width, height = program.rect
+        self.assertEqual(shot.getpixel((left + width - 12, top + height - 30)), GREEN)
+        program.drag(width - 2, 150, -700, 0)
+        self.rect_becomes((left, top, 375, height))
+
+    def test_maximised_and_back_to_the_exact_rectangle(self):
+        before = self.program.rect
+        self.double_click_title()
+        self.rect_becomes(SCREEN_AREA)
+        self.program.drag(300, 12, 50, 50)
+        self.rect_becomes(SCREEN_AREA)
+        self.double_click_title()
+        self.rect_becomes(before)
+        run("wmctrl", "-i", "-r", self.program.window, "-b", "add,maximized_vert,maximized_horz")
+        self.rect_becomes(SCREEN_AREA)
+        self.program.click(SCREEN_AREA[2] - 30, 12)
+        self.rect_becomes(before)
+
+    def test_minimised_and_restored_through_the_task_bar(self):
+        before = self.program.rect
+        self.program.click(662, 12)
+        wait_for(lambda: "Iconic" in self.state(), "a minimised window")
+        self.assertEqual(len(self.program.managed()), 1, "the entry stays")
+        run("wmctrl", "-i", "-a", self.program.window)
+        wait_for(lambda: "Normal" in self.state(), "a restored window")
+        self.rect_becomes(before)
+        wait_for(lambda: self.program.page_pixel(self.screen) == GREEN, "the page again")
+        run("xdotool", "windowminimize", self.program.window)
+        wait_for(lambda: "Iconic" in self.state(), "a window minimised by the window manager")
+        run("wmctrl", "-i", "-a", self.program.window)
+        wait_for(lambda: self.program.page_pixel(self.screen) == GREEN, "the page again")
+
+    def test_the_close_button_saves_what_was_typed(self):
+        self.program.type_address(self.page("/typed", "<title>Typed</title>"))
+        self.program.wait_title("Typed")
+        self.program.click(694, 12)
+        self.assertEqual(self.program.process.wait(15), 0)
+        with open(os.path.join(self.program.home, "autocomplete.dat"), newline="") as file:
+            self.assertEqual(file.read(), self.server.address + "/typed\r\n")
+
+    def drop(self, kind, value, x, y):
+        source = subprocess.Popen([sys.executable, os.path.join(HERE, "drag_source.py"), kind, value])
+        try:
+            wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "Drag source", check=False), "the source")
+            time.sleep(0.3)
+            left, top, _, _ = self.program.rect
+            run("xdotool", "mousemove", "60", "50")
+            run("xdotool", "mousedown", "1")
+            for step in range(1, 11):
+                run("xdotool", "mousemove", str(60 + (left + x - 60) * step // 10), str(50 + (top + y - 50) * step // 10))
+                time.sleep(0.05)
+            time.sleep(0.3)
+            run("xdotool", "mouseup", "1")
+            time.sleep(0.5)
+        finally:
+            source.terminate()
+            source.wait(10)
+
+    def test_a_text_dropped_on_a_tab_behind_loads_there(self):
+        self.program.click(162, 61)
+        time.sleep(1)
+        self.program.click(230, 93)
+        dropped = self.page("/dropped", "<title>Dropped</title><body style='background:blue'>")
+        title = self.program.title
+        self.drop("text", dropped, 75, 93)
+        wait_for(lambda: "/dropped" in self.server.requests, "the dropped address")
+        self.assertEqual(self.program.title, title, "the tab stays behind")
+        self.program.click(75, 93)
+        self.program.wait_title("Dropped")
+        self.drop("file", "file:///etc/hostname\r\n", 75, 93)
+        self.program.wait_title("Dropped")
+
+
+class Doubled(ProgramTest):
+    def test_everything_shows_at_double_size_with_sharp_edges(self):
+        program = self.start(self.page("/", "<title>Green</title><body style='background:green'>"),
+                             environment={"GDK_SCALE": "2"})
+        program.wait_title("Green")
+        wait_for(lambda: program.page_pixel(self.screen) == GREEN, "the page")
+        left, top, width, height = program.rect
+        self.assertGreaterEqual(width, 1280)
+        shot = self.screen.shot()
+        # The toolbar's art in blocks of two by two pixels.
+        for x in range(40, 500, 2):
+            for y in range(92, 150, 2):
+                x0, y0 = left - left % 2 + x, top - top % 2 + y
+                block = {shot.getpixel((x0 + i, y0 + j)) for i in (0, 1) for j in (0, 1)}
+                self.assertEqual(len(block), 1, f"a block at {x}, {y}")
+
+
+if __name__ == "__main__":
+    main()
