@@ -4,6 +4,7 @@
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
 #include "menus/frmMenu.h"
+#include "tabs/frmPopup.h"
 
 namespace {
 
@@ -24,3 +25,5 @@ Program::Program(Desktop& desktop)
 Program::~Program() = default;
 
 void Program::Start() { splash(); }
+
+void Program::JoinDialogs() { frmPopup(*this).Join(); }

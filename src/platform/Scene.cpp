@@ -10,7 +10,12 @@
 
 namespace {
 
-int ToPixels(Twips twips) { return static_cast<int>(std::floor(twips / TwipsPerPixel + 0.5)); }
+// What lies further off than any screen is as good as there.
+constexpr double FarPixels = 1e8;
+
+int ToPixels(Twips twips) {
+  return static_cast<int>(std::clamp(std::floor(twips / TwipsPerPixel + 0.5), -FarPixels, FarPixels));
+}
 
 PixelRect ToPixelRect(Twips left, Twips top, Twips width, Twips height) {
   const int x = ToPixels(left), y = ToPixels(top);

@@ -70,7 +70,7 @@ class Control {
 
   // A press captures the mouse until its release: moves go on arriving, also from outside. A click is a press
   // and a release on the same control, by any button. The second press of a double click raises DblClick
-  // instead of MouseDown where DblClick is set.
+  // instead of MouseDown where DblClick is set, and no moves follow it.
   std::function<void(const Mouse&)> MouseDown, MouseMove, MouseUp;
   std::function<void()> Click, DblClick;
   std::function<void(const DataObject&)> OLEDragDrop;

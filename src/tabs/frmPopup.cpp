@@ -3,7 +3,7 @@
 #include "core/Program.h"
 #include "core/frmMain.h"
 
-frmPopup::frmPopup(Program& program) : Dialog(program.desktop, "frmPopup"), popups_(program.main().popups) {
+frmPopup::frmPopup(Program& program) : Dialog(program.desktop, "frmPopup"), program_(program) {
   OKButton.Click = Gives(PopupHandling::InNewTab);
   CancelButton.Click = Gives(PopupHandling::InNewBrowser);
   Command1.Click = Gives(PopupHandling::DoNotOpen);
@@ -11,7 +11,8 @@ frmPopup::frmPopup(Program& program) : Dialog(program.desktop, "frmPopup"), popu
 
 std::function<void()> frmPopup::Gives(int16_t answer) {
   return [this, answer] {
-    popups_.PopupAnswer = answer;
-    popups_.popup.Unload();
+    PopupHandling& popups = program_.main().popups;
+    popups.PopupAnswer = answer;
+    popups.popup.Unload();
   };
 }

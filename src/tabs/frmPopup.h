@@ -4,7 +4,6 @@
 
 #include "platform/Controls.h"
 
-class PopupHandling;
 class Program;
 
 // The question where a page's new window is to go. Only its buttons close it.
@@ -26,5 +25,5 @@ class frmPopup : public Dialog {
   // What the button does: it gives the answer and unloads the question.
   std::function<void()> Gives(int16_t answer);
 
-  PopupHandling& popups_;
+  Program& program_;
 };

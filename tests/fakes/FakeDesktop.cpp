@@ -186,7 +186,8 @@ std::string FakeDesktop::ShowSave(const std::string& title, const std::string& f
 
 void FakeDesktop::Shell(const std::string& command) {
   log.push_back("Shell " + command);
-  if (!command.empty() && command == no_program) throw Failure("no such program");
+  if (!command.empty() && command == no_program)
+    throw Failure("The program \"" + command + "\" can't be started");
 }
 
 int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {

@@ -5,7 +5,7 @@
 #include <gtkmm/fixed.h>
 
 #include <algorithm>
-#include <array>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -156,10 +156,13 @@ void GtkComboField::Dress() {
 }
 
 void GtkComboField::SetText(const std::string& text) {
-  text_ = Text::Valid(text);
-  setting_ = true;
-  if (entry_.get_text().raw() != text_) entry_.set_text(text_);
-  setting_ = false;
+  std::string valid = Text::Valid(text);
+  if (valid != text_) {
+    text_ = std::move(valid);
+    setting_ = true;
+    entry_.set_text(text_);
+    setting_ = false;
+  }
   entry_.set_position(0);
 }
 

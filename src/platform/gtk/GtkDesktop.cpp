@@ -8,9 +8,10 @@
 
 #include "platform/Drawing.h"
 #include "platform/gtk/BrowserWorld.h"
-#include "platform/gtk/GtkComboField.h"
+#include "platform/gtk/DialogBinder.h"
 #include "platform/gtk/Dialogs.h"
 #include "platform/gtk/GtkBrowser.h"
+#include "platform/gtk/GtkComboField.h"
 #include "platform/gtk/ProgramFiles.h"
 
 namespace {
@@ -133,6 +134,10 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 }
 
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
+
+std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
+  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
+}
 
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <string>
+
+#include "platform/Desktop.h"
+
+// The desktop's ready-made dialogs, modal over a window of the program's; null: over none. Events are served
+// while one stands.
+namespace Dialogs {
+
+// Closing a question without a button is a No, and so is Enter: No harms nothing.
+Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const std::string& title);
+
+// `filter`: pairs of a name and patterns, all parted by "|", patterns by ";". Case doesn't matter in
+// patterns, and "*.*" is any name. The result is the chosen path; a cancel fails.
+std::string ShowOpen(GtkWindow* owner, const std::string& title, const std::string& filter);
+// A name without an extension gets the one of the filter that is chosen. Doesn't ask about a file that
+// exists.
+std::string ShowSave(GtkWindow* owner, const std::string& title, const std::string& filter);
+
+}  // namespace Dialogs
