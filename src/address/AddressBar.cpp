@@ -17,13 +17,19 @@ constexpr int16_t Enter = 13, Backspace = 8, Shift = 16, Clear = 12, Delete = 46
 constexpr std::array Excluded = {Enter, Backspace, Shift, Clear, Delete};
 
 // Schemes that nobody types, in upper case.
-constexpr std::array<std::string_view, 2> Prefixes = {"HTTP://", "FILE:///"};
+constexpr std::string_view Http = "HTTP://", File = "FILE:///";
 
 // The length of the prefix, 0 for none. It is the same in characters and in bytes of the key.
 size_t PrefixLength(std::string_view Key) {
-  for (const std::string_view prefix : Prefixes)
-    if (Key.starts_with(prefix)) return prefix.size();
+  if (Key.starts_with(Http)) return Http.size();
+  if (Key.starts_with(File)) return File.size();
   return 0;
+}
+
+// Addresses are much alike at their start: the last of the typed characters tells most of them apart.
+bool Begins(std::string_view Key, std::string_view typed) {
+  if (typed.empty()) return true;
+  return Key.size() >= typed.size() && Key[typed.size() - 1] == typed.back() && Key.starts_with(typed);
 }
 
 }  // namespace
@@ -57,9 +63,9 @@ void AddressBar::Combo1_KeyPress(int16_t KeyAscii) {
 }
 
 bool AddressBar::Lists(const std::string& address) const {
-  const std::string lower = Text::LowerCase(address);
-  return std::any_of(list_.begin(), list_.end(),
-                     [&lower](const SortedList::Item& item) { return Text::LowerCase(item.Text) == lower; });
+  return std::any_of(list_.begin(), list_.end(), [&address](const SortedList::Item& item) {
+    return Text::SameWithoutCase(item.Text, address);
+  });
 }
 
 void AddressBar::Combo1_KeyUp(int16_t KeyCode) {
@@ -70,8 +76,8 @@ void AddressBar::Combo1_KeyUp(int16_t KeyCode) {
   const std::string key = Text::UpperCase(Typed);
   for (const auto& [Item, Key] : list_) {
     const size_t P = PrefixLength(Key);
-    if (P > 0 && std::string_view(Key).substr(P).starts_with(key)) return CompleteWith(Item, P, N);
-    if (Key.starts_with(key)) return CompleteWith(Item, 0, N);
+    if (P > 0 && Begins(Key.substr(P), key)) return CompleteWith(Item, P, N);
+    if (Begins(Key, key)) return CompleteWith(Item, 0, N);
   }
 }
 

@@ -3,41 +3,63 @@
 #include <cstddef>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Texts in ascending order without regard to case, whatever the order of insertion; texts that differ in case
-// only stand in the order in which they came. Kept in chunks, so that an insertion moves few of them.
+// only stand in the order in which they came.
+//
+// Kept in chunks, so that an insertion moves few texts. The keys of a chunk lie one behind the other in
+// memory: a pass over all keys of a long list takes as long as reading that memory does.
 class SortedList {
+ private:
+  class Chunk {
+   public:
+    size_t Size() const { return texts_.size(); }
+    const std::string& Text(size_t i) const { return texts_[i]; }
+    std::string_view Key(size_t i) const {
+      return std::string_view(keys_).substr(Start(i), ends_[i] - Start(i));
+    }
+    std::string_view LastKey() const { return Key(Size() - 1); }
+    void Insert(size_t i, const std::string& text, std::string_view key);
+    // Takes the items from a place on off the chunk.
+    Chunk SplitOff(size_t i);
+
+   private:
+    size_t Start(size_t i) const { return i == 0 ? 0 : ends_[i - 1]; }
+
+    std::vector<std::string> texts_;
+    std::string keys_;
+    std::vector<size_t> ends_;  // of each key in `keys_`
+  };
+
  public:
   struct Item {
-    std::string Text;
-    std::string Key;  // in upper case: what decides the order
+    const std::string& Text;
+    std::string_view Key;  // the text in upper case, which decides the order
   };
 
   class Iterator {
    public:
     using value_type = Item;
+    using reference = Item;
+    using pointer = void;
     using difference_type = std::ptrdiff_t;
+    using iterator_category = std::input_iterator_tag;
 
-    Iterator() = default;
-    Iterator(const std::vector<std::vector<Item>>& chunks, size_t chunk) : chunks_(&chunks), chunk_(chunk) {}
-    const Item& operator*() const { return (*chunks_)[chunk_][at_]; }
+    explicit Iterator(const Chunk* chunk) : chunk_(chunk) {}
+    Item operator*() const { return {chunk_->Text(at_), chunk_->Key(at_)}; }
     Iterator& operator++() {
-      if (++at_ < (*chunks_)[chunk_].size()) return *this;
+      if (++at_ < chunk_->Size()) return *this;
       ++chunk_;
       at_ = 0;
       return *this;
     }
-    Iterator operator++(int) {
-      const Iterator here = *this;
-      ++*this;
-      return here;
-    }
-    bool operator==(const Iterator& other) const { return chunk_ == other.chunk_ && at_ == other.at_; }
+    bool operator==(const Iterator&) const = default;
 
    private:
-    const std::vector<std::vector<Item>>* chunks_ = nullptr;
-    size_t chunk_ = 0, at_ = 0;
+    const Chunk* chunk_;
+    size_t at_ = 0;
   };
 
   void Add(const std::string& text);
@@ -49,10 +71,10 @@ class SortedList {
   // The index of the first item that doesn't sort before a text; Size() where all do.
   size_t IndexOf(const std::string& text) const;
 
-  Iterator begin() const { return {chunks_, 0}; }
-  Iterator end() const { return {chunks_, chunks_.size()}; }
+  Iterator begin() const { return Iterator(chunks_.data()); }
+  Iterator end() const { return Iterator(chunks_.data() + chunks_.size()); }
 
  private:
-  std::vector<std::vector<Item>> chunks_;  // none of them empty
+  std::vector<Chunk> chunks_;  // none of them empty
   size_t size_ = 0;
 };

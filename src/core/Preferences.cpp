@@ -16,6 +16,9 @@ int16_t Number(Program& program, const char* key, double (*convert)(std::string_
   try {
     return ToInt16(convert(value));
   } catch (const Failure& failure) {
+    if (!program.general.FileExists(path))
+      throw Failure("The settings file \"" + HostPath(path) +
+                    "\" is missing. Put it back; into an empty folder the program installs a new one.");
     throw Failure("The setting \"[" + std::string(key) + "]\" in \"" + HostPath(path) +
                   "\" can't be used: " + failure.what() + ". Put a number on the line below it.");
   }

@@ -39,4 +39,6 @@ void frmDummy::Form_Resize() {
 void frmDummy::Form_Unload(bool&) {
   program_.main().address.SaveComplete();
   program_.main.Unload();
+  // The last window has gone: so has the program.
+  if (!program_.main.Loaded()) program_.desktop.End(0);
 }

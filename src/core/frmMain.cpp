@@ -12,8 +12,8 @@ frmMain::frmMain(Program& program)
       frame(*this),
       skin(*this),
       strip(*this),
-      tabs(*this),
       events(*this),
+      tabs(*this),
       popups(*this),
       layouts(*this),
       address(*this),
@@ -93,7 +93,10 @@ void frmMain::Form_Unload(bool& cancel) {
   Skipping([&] { Hide(); });
   Skipping([&] { program.desktop.DoEvents(); });
   tabs.RemoveAllTabs();
-  if (program.preferences.CookieTrapMode != 0) cookies.CleanUp();
-  cancel = true;
+  if (program.preferences.CookieTrapMode != 0) {
+    // Ends the process itself; where it can't come up, the process ends without it.
+    Skipping([&] { cookies.CleanUp(); });
+    cancel = true;
+  }
   program.desktop.End(0);
 }

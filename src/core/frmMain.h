@@ -30,8 +30,8 @@ class frmMain : public Window {
   FrameLayout frame;
   Skin skin;
   TabStrip strip;
-  TabSet tabs;
   BrowserEvents events;
+  TabSet tabs;
   PopupHandling popups;
   TabLayouts layouts;
   AddressBar address;

@@ -176,8 +176,8 @@ void MenuModule::Launch(const std::string& Command) {
   try {
     main_.program.desktop.Shell(run);
   } catch (const Failure& failure) {
-    throw Failure("The entry \"" + Command + "\" of the Launch menu can't be started: \"" + run +
-                  "\": " + failure.what() + ". Correct its command in " + OwnFile(main_, "launch.dat") + ".");
+    throw Failure("The Launch menu's entry \"" + Command + "\": " + failure.what() +
+                  ". Correct its command in " + OwnFile(main_, "launch.dat") + ".");
   }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/Events.h"
 
+#include <exception>
 #include <utility>
 
 void Events::Run(const std::function<void()>& handler) {
@@ -11,9 +12,10 @@ void Events::Run(const std::function<void()>& handler) {
   try {
     const Depth depth(depth_);
     handler();
-  } catch (const Failure& failure) {
+  } catch (const std::exception& failure) {
+    // The standard library's own failures as well, such as a lack of memory.
     if (!Unhandled) throw;
-    Unhandled(failure);
+    Unhandled(Failure(failure.what()));
   }
   if (depth_ == 0) std::exchange(buried_, {}).clear();
 }

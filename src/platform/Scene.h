@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,7 +70,7 @@ class Control {
 
   // A press captures the mouse until its release: moves go on arriving, also from outside. A click is a press
   // and a release on the same control, by any button. The second press of a double click raises DblClick
-  // instead of MouseDown where DblClick is set.
+  // instead of MouseDown where DblClick is set, and no moves follow it.
   std::function<void(const Mouse&)> MouseDown, MouseMove, MouseUp;
   std::function<void()> Click, DblClick;
   std::function<void(const DataObject&)> OLEDragDrop;
@@ -81,6 +82,9 @@ class Control {
   void ZOrder(int position);
   // Leaves the parent and the screen.
   void Detach();
+
+  // For those who may outlive the control: its end is the end of this.
+  std::weak_ptr<Control> Alive() const { return alive_; }
 
   Control* Parent() const { return parent_; }
   const std::vector<Control*>& Children() const { return children_; }  // from back to front
@@ -109,6 +113,7 @@ class Control {
 
   Control* parent_;
   std::vector<Control*> children_;
+  std::shared_ptr<Control> alive_{this, [](Control*) {}};
 };
 
 // A rectangle with a picture, tiles or printed text on it.

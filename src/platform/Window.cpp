@@ -88,7 +88,8 @@ Control& Window::At(Twips x, Twips y) {
 }
 
 void Window::MousePressed(int button, int shift, Twips x, Twips y, bool second_press) {
-  Control& control = At(x, y);
+  // A second button goes where the first one is held.
+  Control& control = captured_ ? *captured_ : At(x, y);
   captured_ = &control;
   doubled_ = second_press && control.DblClick;
   if (doubled_)
@@ -98,6 +99,10 @@ void Window::MousePressed(int button, int shift, Twips x, Twips y, bool second_p
 }
 
 void Window::MouseMoved(int buttons, int shift, Twips x, Twips y) {
+  // Where another window took the mouse away, the release went there.
+  if (buttons == 0) captured_ = nullptr;
+  // A double click may have moved the window from under the mouse: it begins no drag.
+  if (captured_ && doubled_) return;
   Control& control = captured_ ? *captured_ : At(x, y);
   if (control.MouseMove) control.MouseMove({buttons, shift, x - control.RootLeft(), y - control.RootTop()});
 }

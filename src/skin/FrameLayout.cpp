@@ -5,6 +5,7 @@
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
 #include "platform/Drawing.h"
+#include "skin/CenterPart2.h"
 #include "skin/ScreenSize.h"
 #include "skin/TileBitmapModule.h"
 
@@ -47,6 +48,7 @@ FrameLayout::FrameLayout(frmMain& main)
   main.BackColor = WindowColour;
   for (Surface* edge : {&Picture5, &Picture6, &Picture7, &Picture8}) edge->BackColor = WindowColour;
   labDummy.Visible = false;
+  StatusBar1.AccessibleRole = Role::Text;
   picProgress.Visible = false;
   Skipping([&] { Image1.Picture = main.program.desktop.Draws().BuiltInPicture("icon-16.png"); });
   main.Resize = [this] { Form_Resize(); };
@@ -148,15 +150,18 @@ void FrameLayout::FillFrame() {
 }
 
 void FrameLayout::MaxiWindow() {
+  Desktop& desktop = main_.program.desktop;
   if (MaxiState == 0) {
+    // Once its size has grown, the window may lie on the next monitor for the most part.
+    const ScreenRect work_area = desktop.WorkArea(main_);
     RestoreHeight = ToInt32(main_.Height);
     RestoreWidth = ToInt32(main_.Width);
     RestoreTop = ToInt32(main_.Top);
     RestoreLeft = ToInt32(main_.Left);
-    const MaximisedSize size = GetMaximisedSize(main_, main_.program.desktop);
+    const MaximisedSize size = GetMaximisedSize(main_, desktop);
     main_.Width = size.MaxClientWidth + 90;
     main_.Height = size.MaxClientHeight + 90;
-    CenterForm(main_, main_.program.desktop);
+    CenterForm(main_, work_area);
     MaxiState = 1;
   } else {
     main_.Width = RestoreWidth;
@@ -189,8 +194,8 @@ void FrameLayout::WireGrip(Surface& grip, Pointer pointer, EdgeMove move) {
 }
 
 void FrameLayout::TakeDrag(const Mouse& mouse) {
-  DragX = ToInt16(mouse.X);
-  DragY = ToInt16(mouse.Y);
+  DragX = ToInt32(mouse.X);
+  DragY = ToInt32(mouse.Y);
 }
 
 void FrameLayout::MoveWindow(const Mouse& mouse) {

@@ -61,8 +61,9 @@ class FrameLayout {
   void FillFrame();
 
   frmMain& main_;
-  int16_t MaxiState = 0;         // 1 while maximised
-  int16_t DragX = 0, DragY = 0;  // of the last press on a title or grip, twips of that surface
+  int16_t MaxiState = 0;  // 1 while maximised
+  // Of the last press on a title or grip, twips of that surface. 16 bits would end at 2184 pixels.
+  int32_t DragX = 0, DragY = 0;
   int32_t RestoreWidth = 0, RestoreHeight = 0, RestoreTop = 0,
           RestoreLeft = 0;  // before it was maximised, twips
 };

@@ -12,6 +12,3 @@ struct MaximisedSize {
 };
 
 MaximisedSize GetMaximisedSize(const Window& window, Desktop& desktop);
-
-// Moves a window into the middle of the work area, 60 twips left of and above it. The size doesn't change.
-void CenterForm(Window& window, Desktop& desktop);

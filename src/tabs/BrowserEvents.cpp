@@ -37,6 +37,8 @@ void BrowserEvents::ShowIdle() {
 }
 
 void BrowserEvents::DownloadBegin(int16_t Index) {
+  // A page that closed itself has no timer any more, and nobody would end the animation.
+  if (!main_.tabs.Timer1.Has(Index)) return;
   main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
   main_.tabs.Timer1(Index).Enabled = true;
 }
@@ -125,6 +127,7 @@ void BrowserEvents::StatusTextChange(int16_t Index, const std::string& text) {
 }
 
 void BrowserEvents::OnQuit(int16_t Index) {
-  main_.tabs.picTab.Unload(Index);
-  main_.tabs.Timer1.Unload(Index);
+  // Tab 0 keeps both, and a page may close itself twice.
+  Skipping([&] { main_.tabs.picTab.Unload(Index); });
+  Skipping([&] { main_.tabs.Timer1.Unload(Index); });
 }

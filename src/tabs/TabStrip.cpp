@@ -95,7 +95,10 @@ void TabStrip::picTab_Click(int16_t Index) {
 }
 
 void TabStrip::picTab_OLEDragDrop(int16_t Index, const DataObject& Data) {
-  if (Data.GetFormat(1)) main_.tabs.WebBrowser1(Index).Navigate(Data.GetData(1));
+  // A page that has just died takes nothing.
+  Skipping([&] {
+    if (Data.GetFormat(1)) main_.tabs.WebBrowser1(Index).Navigate(Data.GetData(1));
+  });
 }
 
 void TabStrip::picTabLeft_Click() {

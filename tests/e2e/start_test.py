@@ -1,11 +1,13 @@
 """From the command line to a painted page, and down again."""
 
 import os
+import shutil
 import signal
 import subprocess
+import tempfile
 import time
 
-from harness import ProgramTest, Marlowick, PROGRAM, children_of, main, run, wait_for
+from harness import ProgramTest, PROGRAM, children_of, main, run, wait_for
 
 GREEN, BLUE = (0, 128, 0), (0, 0, 255)
 
@@ -59,9 +61,38 @@ class Start(ProgramTest):
         wait_for(lambda: program.page_pixel(self.screen) == BLUE, "a blue page")
         self.assertEqual(program.close(), 0)
 
+    def ends_naming(self, home, *names):
+        """A start in this folder shows what is wrong, and ends with status 1."""
+        process = subprocess.Popen([PROGRAM], env={**os.environ, "MARLOWICK_HOME": home}, stderr=subprocess.PIPE,
+                                   text=True)
+        try:
+            box = wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "^Marlowick$", check=False),
+                           "the error message")
+            time.sleep(0.3)
+            run("xdotool", "windowfocus", box.split()[-1], "key", "Return")
+            told = process.communicate(timeout=15)[1]
+        finally:
+            process.kill()
+        self.assertEqual(process.returncode, 1)
+        for name in names:
+            self.assertIn(name, told)
+
     def test_what_is_missing_is_named(self):
-        program = self.start(settings={"Skin": "default"})
-        self.assertEqual(program.close() if False else 0, 0)
+        with tempfile.TemporaryDirectory(prefix="marlowick-e2e-") as folder:
+            home = os.path.join(folder, "a höme")
+            shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), home)
+            ini = os.path.join(home, "browser.ini")
+            with open(ini, newline="") as file:
+                whole = file.read()
+            for text, name in ((whole.replace("[AutoComplete]", "[Other]"), "[autocomplete]"),
+                               (whole.replace("[Popups]\r\n3", "[Popups]\r\n40000"), "40000")):
+                with open(ini, "w", newline="") as file:
+                    file.write(text)
+                self.ends_naming(home, "browser.ini", name)
+            with open(ini, "w", newline="") as file:
+                file.write(whole)
+            os.remove(os.path.join(home, "filter.dat"))
+            self.ends_naming(home, os.path.join(home, "filter.dat"))
 
 
 def comm(pid):

@@ -114,7 +114,10 @@ void FakeComboBox::Choose(size_t index) {
 }
 
 FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}
-FakeDesktop::~FakeDesktop() = default;
+// After an end of the process, what was unloaded still waits at the gate for its own end.
+FakeDesktop::~FakeDesktop() {
+  Gate.Run([] {});
+}
 
 void FakeDesktop::Advance(int milliseconds) {
   const long end = time_ + milliseconds;
@@ -186,7 +189,8 @@ std::string FakeDesktop::ShowSave(const std::string& title, const std::string& f
 
 void FakeDesktop::Shell(const std::string& command) {
   log.push_back("Shell " + command);
-  if (!command.empty() && command == no_program) throw Failure("no such program");
+  if (!command.empty() && command == no_program)
+    throw Failure("The program \"" + command + "\" can't be started");
 }
 
 int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {

@@ -23,6 +23,9 @@ SceneHost::SceneHost(GtkDesktop& desktop, Window& scene, Gtk::WindowType type)
   frame_.add(view_);
   view_.show();
   view_.BeforeFrame = [this] { ApplyPlace(); };
+  // As with the mouse: a press outside an open menu ends it first.
+  if (scene.WindowKind() != Window::Kind::Popup)
+    view_.accessible.BeforePress = [this] { desktop_.EndPopups(); };
 }
 
 SceneHost::~SceneHost() = default;

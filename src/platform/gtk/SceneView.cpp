@@ -60,7 +60,11 @@ GtkWidget* WidgetOf(const DrawItem& item) {
 
 }  // namespace
 
-SceneView::SceneView(Events& gate, Window& scene) : gate_(gate), scene_(scene) {
+SceneView::SceneView(Events& gate, Window& scene)
+    : Glib::ObjectBase("MarlowickSceneView"),
+      accessible(GTK_WIDGET(gobj()), gate, scene),
+      gate_(gate),
+      scene_(scene) {
   add_events(Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::POINTER_MOTION_MASK);
   set_has_tooltip();
   signal_query_tooltip().connect([this](int x, int y, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
@@ -116,6 +120,7 @@ void SceneView::Repaint() {
 
 std::vector<PixelRect> SceneView::Compose() {
   dirty_ = false;
+  accessible.Update();
   DisplayList wanted = scene_.Describe();
   const PixelRect bounds = scene_.PixelBounds();
   const int scale = get_scale_factor();

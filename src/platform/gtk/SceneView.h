@@ -8,6 +8,7 @@
 #include "platform/DisplayList.h"
 #include "platform/Events.h"
 #include "platform/Window.h"
+#include "platform/gtk/Accessible.h"
 
 // Shows a window's scene: keeps its composed bitmap, paints anew what has changed once a frame, sets the real
 // widgets over their places, and feeds the mouse in.
@@ -23,6 +24,9 @@ class SceneView : public Gtk::Layout {
 
   // Runs in a frame before anything is compared.
   std::function<void()> BeforeFrame;
+
+  // What screen readers know of the scene.
+  Accessible accessible;
 
  protected:
   bool on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) override;

@@ -1,0 +1,116 @@
+#include "platform/gtk/BrowserWorld.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/Address.h"
+#include "platform/Files.h"
+#include "platform/gtk/DownloadBar.h"
+#include "platform/gtk/GraphicsProbe.h"
+#include "platform/gtk/InternetOptions.h"
+#include "platform/gtk/Page.h"
+#include "platform/gtk/PlainWindow.h"
+
+namespace {
+
+// A port of this machine that belongs to the system and where nothing listens: what is sent there goes
+// nowhere.
+constexpr const char* Nowhere = "socks5://127.0.0.1:1";
+
+Owned<WebKitWebContext> MakeContext(const std::string& engine) {
+  const Owned<WebKitWebsiteDataManager> data(
+      webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
+                                      "base-cache-directory", (engine + "/cache").c_str(), nullptr));
+  Owned<WebKitWebContext> context(webkit_web_context_new_with_website_data_manager(data.get()));
+  webkit_web_context_set_sandbox_enabled(context.get(), TRUE);
+  webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context.get()),
+                                               (engine + "/cookies.sqlite").c_str(),
+                                               WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
+  return context;
+}
+
+Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
+  Owned<WebKitSettings> settings(webkit_settings_new());
+  webkit_settings_set_hardware_acceleration_policy(
+      settings.get(), graphics_processor ? WEBKIT_HARDWARE_ACCELERATION_POLICY_ALWAYS
+                                         : WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+  // Every new window is asked about, so none is held back before.
+  webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+  return settings;
+}
+
+}  // namespace
+
+BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window)
+    : folder_(std::move(folder)),
+      engine_(folder_ + "/engine"),
+      gate_(gate),
+      main_window_(std::move(main_window)),
+      settings_(ElementSettings::Load(engine_ + "/engine.ini")) {
+  const bool graphics_processor = HasGraphicsProcessor();
+  // Sharing buffers with a graphics processor that isn't there costs time at each start.
+  if (!graphics_processor) g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+  context_ = MakeContext(engine_);
+  view_settings_ = MakeViewSettings(graphics_processor);
+  settings_.Apply(view_settings_.get());
+  ApplyProxy();
+  g_signal_connect(context_.get(), "download-started", G_CALLBACK(OnDownload), this);
+}
+
+BrowserWorld::~BrowserWorld() { Shutdown(); }
+
+void BrowserWorld::Shutdown() {
+  if (!context_) return;
+  g_signal_handlers_disconnect_by_data(context_.get(), this);
+  windows_.clear();
+  for (Page* page : std::exchange(pages_, {})) page->Close();
+  view_settings_.reset();
+  context_.reset();
+}
+
+void BrowserWorld::Change(const ElementSettings& settings) {
+  settings_ = settings;
+  settings_.Apply(view_settings_.get());
+  ApplyProxy();
+  for (Page* page : pages_) webkit_web_view_set_zoom_level(page->View(), settings_.zoom / 100.0);
+  settings_.Save(engine_ + "/engine.ini");
+}
+
+std::string BrowserWorld::Home() const {
+  return settings_.home.empty() ? Address::FromPath(HostPath(folder_ + "/start.html")) : settings_.home;
+}
+
+void BrowserWorld::SetOffline(bool offline) {
+  if (offline == offline_) return;
+  offline_ = offline;
+  ApplyProxy();
+}
+
+// Every request of every page goes by the proxy; offline, that one leads nowhere.
+void BrowserWorld::ApplyProxy() {
+  WebKitWebsiteDataManager* data = webkit_web_context_get_website_data_manager(context_.get());
+  if (!offline_) return settings_.ApplyProxy(data);
+  WebKitNetworkProxySettings* nowhere = webkit_network_proxy_settings_new(Nowhere, nullptr);
+  webkit_website_data_manager_set_network_proxy_settings(data, WEBKIT_NETWORK_PROXY_MODE_CUSTOM, nowhere);
+  webkit_network_proxy_settings_free(nowhere);
+}
+
+PlainWindow& BrowserWorld::OpenPlainWindow() {
+  return *windows_.emplace_back(std::make_unique<PlainWindow>(*this));
+}
+
+void BrowserWorld::Forget(PlainWindow& window) {
+  std::erase_if(windows_, [&window](const auto& one) { return one.get() == &window; });
+}
+
+void BrowserWorld::ShowInternetOptions() { InternetOptions::Show(*this); }
+
+void BrowserWorld::OnDownload(WebKitWebContext*, WebKitDownload* download, gpointer data) {
+  auto* self = static_cast<BrowserWorld*>(data);
+  if (DownloadBar::IsKeptOut(download) || self->pages_.empty()) return;
+  WebKitWebView* view = webkit_download_get_web_view(download);
+  const auto begun_on = std::find_if(self->pages_.begin(), self->pages_.end(),
+                                     [view](Page* page) { return view && page->View() == view; });
+  Page* page = begun_on == self->pages_.end() ? self->pages_.front() : *begun_on;
+  page->Downloads().Add(download);
+}

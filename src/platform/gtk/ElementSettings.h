@@ -1,0 +1,28 @@
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <string>
+
+// The browser element's own settings: what every page of the program goes by.
+struct ElementSettings {
+  enum class Proxy { System, None, ByHand };
+  static constexpr int LeastFontSize = 0, MostFontSize = 36;  // pixels
+  static constexpr int LeastZoom = 30, MostZoom = 300;        // per cent
+
+  std::string home;  // an address as people type it; empty: the delivered start page
+  Proxy proxy = Proxy::System;
+  std::string proxy_address;  // "host:port" or a full address; used by hand only
+  bool scripts = true;
+  int minimum_font_size = 0;  // 0: none
+  int zoom = 100;
+
+  // A file that is missing leaves everything as delivered, a wrong value only itself.
+  static ElementSettings Load(const std::string& path);
+  // Fails where the file can't be written.
+  void Save(const std::string& path) const;
+
+  // To what all pages share. The zoom is each page's own.
+  void Apply(WebKitSettings* settings) const;
+  void ApplyProxy(WebKitWebsiteDataManager* manager) const;
+};
