@@ -141,6 +141,8 @@ Target FromTyped(std::string_view typed) {
   if (text[0] == '/') return {FileAddress(text), {}, true};
   if (text == "~" || text.starts_with("~/"))
     if (const char* home = std::getenv("HOME")) return {FileAddress(home + text.substr(1)), {}, true};
+  // A script that someone was talked into typing would act on the page on show.
+  if (Scheme(text) == "javascript") return {text, {}, false};
   if (IsFullAddress(text)) return {text, {}, true};
   return FromHost(text);
 }

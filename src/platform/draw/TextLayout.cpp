@@ -90,8 +90,9 @@ PangoLayout* TextLayout::Line(std::string_view text, int room, int scale) {
   line = LayOut(text, scale);
   int width = 0;
   pango_layout_get_size(line.get(), &width, nullptr);
-  // A width of its own would move a line that reads from right to left, so only a line too long gets one.
-  if (room > 0 && width > room * PANGO_SCALE) {
+  // The last pixel of a line is the space behind its last letter and needs no room. A width of its own would
+  // move a line that reads from right to left, so only a line too long gets one.
+  if (room > 0 && width > (room + 1) * PANGO_SCALE) {
     pango_layout_set_width(line.get(), room * PANGO_SCALE);
     pango_layout_set_ellipsize(line.get(), PANGO_ELLIPSIZE_END);
   }

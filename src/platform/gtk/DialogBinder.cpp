@@ -76,6 +76,8 @@ void DialogBinder::Bind(Controls::Control& part) {
 
 void DialogBinder::Show() {
   GtkWindow* owner = owner_ ? owner_() : nullptr;
+  // A hidden owner would hide the dialog with it.
+  if (owner && !gtk_widget_get_visible(GTK_WIDGET(owner))) owner = nullptr;
   gtk_window_set_transient_for(window_->gobj(), owner);
   window_->set_position(owner ? Gtk::WIN_POS_CENTER_ON_PARENT : Gtk::WIN_POS_CENTER);
   window_->present();

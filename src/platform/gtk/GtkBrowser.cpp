@@ -1,9 +1,8 @@
 #include "platform/gtk/GtkBrowser.h"
 
 #include <algorithm>
-#include <cmath>
-
 #include <array>
+#include <cmath>
 
 #include "platform/Failure.h"
 #include "platform/gtk/BrowserWorld.h"

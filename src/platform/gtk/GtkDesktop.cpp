@@ -108,6 +108,10 @@ std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place&
   return std::make_unique<GtkComboField>(parent, place, Gate);
 }
 
+std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
+  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
+}
+
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
 
 ScreenRect GtkDesktop::WorkArea(const Window& window) {

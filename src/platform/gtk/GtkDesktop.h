@@ -29,6 +29,7 @@ class GtkDesktop : public Desktop {
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
+  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   ScreenRect WorkArea(const Window& window) override;
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;

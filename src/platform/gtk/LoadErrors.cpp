@@ -47,10 +47,6 @@ Reason ForError(const std::string& uri, const GError* error) {
       g_error_matches(error, WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_CANNOT_SHOW_URI))
     return {"This kind of address can't be opened",
             "Nothing here knows how to open addresses that begin with \"" + scheme + ":\".", CheckAddress};
-  if (g_error_matches(error, WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_CANNOT_USE_RESTRICTED_PORT))
-    return {"This port isn't used",
-            "The port of this address belongs to another service than the web, so it isn't asked.",
-            CheckAddress};
   return ForNetwork(uri, error);
 }
 
@@ -114,6 +110,14 @@ ErrorPage NoAddress(const std::string& typed) {
           typed,
           "No page can have this address.",
           "Type the address of a page, such as example.org, or a path that begins with \"/\".",
+          {}};
+}
+
+ErrorPage Refused(const std::string& uri) {
+  return {"This address isn't asked",
+          uri,
+          "Its port belongs to another service than the web, or its kind isn't for pages.",
+          CheckAddress,
           {}};
 }
 

@@ -19,6 +19,8 @@ ErrorPage Failed(const std::string& uri, const GError* error);
 ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags,
                          const std::string& proceed_address);
 ErrorPage WorksOffline(const std::string& uri);
+// The engine doesn't ask for it at all.
+ErrorPage Refused(const std::string& uri);
 ErrorPage NoAddress(const std::string& typed);
 ErrorPage Died(const std::string& uri, WebKitWebProcessTerminationReason reason);
 ErrorPage EmptyAnswer(const std::string& uri, unsigned status);

@@ -158,7 +158,10 @@ void Page::ShowStatus() {
 
 void Page::OnTitle(GObject*, GParamSpec*, gpointer data) {
   const auto keep = static_cast<Page*>(data)->shared_from_this();
+  // It is empty while the next page comes.
+  if (TextOf(webkit_web_view_get_title(keep->view_)).empty()) return;
   keep->Tell([](PageOwner& owner) { owner.NameChanged(); });
+  keep->load_.Titled();
 }
 
 // A page may change its address without a load.

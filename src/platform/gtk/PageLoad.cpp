@@ -11,12 +11,17 @@
 namespace {
 
 constexpr long FullProgress = 10000;
+// A small page is complete before its title is known, by a few milliseconds.
+constexpr unsigned TitleWait = 100;  // ms
 constexpr const char* SourcePrefix = "view-source:";
 
 }  // namespace
 
 PageLoad::PageLoad(Page& page) : page_(page) {}
-PageLoad::~PageLoad() = default;
+
+PageLoad::~PageLoad() {
+  if (title_wait_) g_source_remove(title_wait_);
+}
 
 void PageLoad::Attach(WebKitWebView* view) {
   phase_ = Phase::Idle;
@@ -32,13 +37,18 @@ void PageLoad::Attach(WebKitWebView* view) {
 
 void PageLoad::Detach(WebKitWebView* view) {
   source_.reset();
+  StopWaiting();
   g_signal_handlers_disconnect_by_data(view, this);
 }
 
 void PageLoad::Start(const Address::Target& target) {
   source_.reset();
   fallback_ = target.fallback;
+  wanted_ = target.uri;
+  instead_.reset();
   own_coming_ = false;
+  StopWaiting();
+  if (StaysOnPage(target.uri)) return webkit_web_view_load_uri(page_.View(), target.uri.c_str());
   phase_ = Phase::Waiting;
   if (!target.valid) {
     ShowError(LoadErrors::NoAddress(target.uri));
@@ -47,6 +57,14 @@ void PageLoad::Start(const Address::Target& target) {
   } else {
     webkit_web_view_load_uri(page_.View(), target.uri.c_str());
   }
+}
+
+// Another place of the page that is there: no load, and so no report of one.
+bool PageLoad::StaysOnPage(const std::string& uri) const {
+  const std::string shown = TextOf(webkit_web_view_get_uri(page_.View()));
+  const size_t mark = uri.find('#');
+  return mark != uri.npos && uri != shown && own_address_.empty() && !Busy() &&
+         uri.substr(0, mark) == shown.substr(0, shown.find('#'));
 }
 
 void PageLoad::ShowSource(const std::string& uri) {
@@ -64,7 +82,7 @@ void PageLoad::Stop() {
   source_.reset();
   webkit_web_view_stop_loading(page_.View());
   // What hadn't reached the page yet ends without a report.
-  if (had_source || (Busy() && !webkit_web_view_is_loading(page_.View()))) End();
+  if (had_source || phase_ == Phase::Waiting || (Busy() && !webkit_web_view_is_loading(page_.View()))) End();
 }
 
 void PageLoad::Again() {
@@ -106,15 +124,19 @@ bool PageLoad::Proceed() {
 }
 
 void PageLoad::Started() {
+  // The page before is complete, its title or not.
+  if (title_wait_) End();
   phase_ = Phase::Provisional;
-  if (announced_) return;
-  announced_ = true;
   page_.SetLoadStatus("Opening " + page_.Address());
+  if (std::exchange(announced_, true)) return;
   page_.Tell([](PageOwner& owner) { owner.LoadBegan(); });
 }
 
 void PageLoad::Committed() {
   phase_ = Phase::Committed;
+  const bool blank = TextOf(webkit_web_view_get_uri(page_.View())) == "about:blank";
+  refused_ = blank && !own_coming_ && wanted_ != "about:blank" ? wanted_ : std::string();
+  wanted_.clear();
   fallback_.clear();
   page_.ClearBars();
   if (!own_coming_) {
@@ -128,13 +150,39 @@ void PageLoad::Committed() {
 void PageLoad::Finished() {
   // The report of a load that was given up for the one that waits, or that an error page follows.
   const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
-  if (!another) End();
+  if (another) return;
+  if (!refused_.empty()) {
+    phase_ = Phase::Waiting;
+    return ShowError(LoadErrors::Refused(std::exchange(refused_, {})));
+  }
+  const bool untitled = !page_.Closed() && TextOf(webkit_web_view_get_title(page_.View())).empty();
+  if (phase_ == Phase::Committed && untitled && page_.Address() != "about:blank")
+    title_wait_ = g_timeout_add(TitleWait, OnTitleWait, this);
+  else
+    End();
+}
+
+void PageLoad::StopWaiting() {
+  if (title_wait_) g_source_remove(std::exchange(title_wait_, 0));
+}
+
+void PageLoad::Titled() {
+  if (title_wait_) End();
+}
+
+gboolean PageLoad::OnTitleWait(gpointer data) {
+  auto* self = static_cast<PageLoad*>(data);
+  const auto keep = self->page_.shared_from_this();
+  self->title_wait_ = 0;
+  self->End();
+  return G_SOURCE_REMOVE;
 }
 
 void PageLoad::End() {
   // An own page that never came leaves the one that is shown.
   if (own_coming_ && phase_ != Phase::Committed) own_address_.clear();
   phase_ = Phase::Idle;
+  StopWaiting();
   announced_ = own_coming_ = false;
   page_.SetLoadStatus({});
   page_.Tell([](PageOwner& owner) { owner.Progressed(-1, 0); });
@@ -168,7 +216,11 @@ gboolean PageLoad::OnFailed(WebKitWebView*, WebKitLoadEvent event, const char* u
                             gpointer data) {
   auto* self = static_cast<PageLoad*>(data);
   const auto keep = self->page_.shared_from_this();
-  if (LoadErrors::IsInterruption(error)) return TRUE;
+  if (LoadErrors::IsInterruption(error)) {
+    if (self->instead_) self->more_comes_ = true;
+    if (self->instead_) self->ShowError(*std::exchange(self->instead_, std::nullopt));
+    return TRUE;
+  }
   // A page of which a part has arrived stays as it is.
   if (event == WEBKIT_LOAD_COMMITTED) return TRUE;
   if (self->page_.World().Offline() && !Address::IsLocal(uri)) {

@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/Address.h"
@@ -28,6 +29,8 @@ class PageLoad {
   void Stop();
   // The page once more, or the address that couldn't be loaded.
   void Again();
+  // The page has got its title.
+  void Titled();
   // A request was turned down or became something else before it started.
   void Denied();
 
@@ -39,6 +42,8 @@ class PageLoad {
   // Shows a page of the element's own for an address.
   void ShowOwn(const std::string& address, const std::string& html);
   void ShowError(const ErrorPage& error);
+  // The same, once the load under way has reported that its request was turned down.
+  void ShowErrorInstead(const ErrorPage& error) { instead_ = error; }
   // The user accepts the certificate that was refused; false where none was.
   bool Proceed();
 
@@ -53,6 +58,8 @@ class PageLoad {
   void Started();
   void Committed();
   void Finished();
+  void StopWaiting();
+  bool StaysOnPage(const std::string& uri) const;
   void End();
   bool FallBack(const char* uri);
   void ReportProgress();
@@ -64,6 +71,7 @@ class PageLoad {
   static gboolean OnBadCertificate(WebKitWebView*, const char* uri, GTlsCertificate* certificate,
                                    GTlsCertificateFlags flags, gpointer self);
   static void OnDied(WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self);
+  static gboolean OnTitleWait(gpointer self);
   static void OnProgress(GObject*, GParamSpec*, gpointer self);
 
   Page& page_;
@@ -73,7 +81,11 @@ class PageLoad {
   bool own_coming_ = false;  // the load under way is an own page
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
+  std::string wanted_;   // what was asked for, up to the arrival of the first part
+  std::string refused_;  // what the engine has put its blank page in the place of
   std::string fallback_;
+  std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::unique_ptr<SourceLoad> source_;
+  unsigned title_wait_ = 0;  // runs while a page that has come may still tell its title
 };

@@ -87,7 +87,8 @@ gboolean DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return FALSE;
   if (IsEmptyError(response)) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    page.Load().ShowError(LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
+    page.Load().ShowErrorInstead(
+        LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
     return TRUE;
   }
   if (shown || status == 204 || status == 205) return FALSE;

@@ -144,6 +144,7 @@ gboolean SourceLoad::OnDestination(WebKitDownload* download, const char*, gpoint
 
 void SourceLoad::OnFetchFailed(WebKitDownload*, GError* error, gpointer data) {
   auto* self = static_cast<SourceLoad*>(data);
+  const auto ended = self->Ended();
   ErrorPage page = LoadErrors::Failed(self->uri_, error);
   page.address = "view-source:" + self->uri_;
   page.actions = {{"Try again", page.address}};
@@ -153,8 +154,15 @@ void SourceLoad::OnFetchFailed(WebKitDownload*, GError* error, gpointer data) {
 void SourceLoad::OnFetched(WebKitDownload* download, gpointer data) {
   auto* self = static_cast<SourceLoad*>(data);
   std::string bytes;
+  const auto ended = self->Ended();
   Skipping([&] { bytes = ReadWholeFile(self->temporary_); });
   self->Tell(bytes, SentEncoding(webkit_download_get_response(download)));
+}
+
+// A download that has come to its end must not be cancelled any more.
+Owned<WebKitDownload> SourceLoad::Ended() {
+  g_signal_handlers_disconnect_by_data(download_.get(), this);
+  return std::move(download_);
 }
 
 // What is told ends the load, and so this object.

@@ -32,6 +32,7 @@ class SourceLoad {
   void Fetch();
   void Tell(const std::string& bytes, const std::string& encoding);
   void Fail(const ErrorPage& error);
+  Owned<WebKitDownload> Ended();
 
   static gboolean OnIdle(gpointer self);
   static void OnShown(GObject* resource, GAsyncResult* result, gpointer self);
