@@ -188,6 +188,10 @@ void GtkComboField::Select(long start, long length) {
 }
 
 bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
+  if (event->state & (GDK_CONTROL_MASK | GDK_MOD1_MASK))
+    down_.clear();
+  else
+    down_.insert(event->hardware_keycode);
   if (composing_ || (list_.IsOpen() && event->is_modifier)) return false;
   list_key_ = event->hardware_keycode;
   if (GoesToList(*event)) return true;
@@ -223,6 +227,8 @@ bool GtkComboField::PressEnter(GdkEventKey* event) {
 bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
   // What the list took was no key of the field's, even where it has closed the list.
   if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return false;
+  // Nor was a shortcut, such as Ctrl+A here or Ctrl+L anywhere: completing behind it would undo what it did.
+  if (down_.erase(event.hardware_keycode) == 0) return false;
   gate_.Run([&] {
     if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
   });

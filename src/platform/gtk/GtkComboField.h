@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "platform/ComboBox.h"
@@ -51,6 +52,7 @@ class GtkComboField : public ComboBox, public HasWidget {
   std::string text_;
   bool setting_ = false;    // the text is the program's, not the user's
   bool composing_ = false;  // an input method is at work
+  std::set<guint16> down_;  // keys that went down here, without Ctrl or Alt, and aren't up yet
   guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
   // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
   std::optional<double> first_click_;
