@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <stdexcept>
 
 #include "core/Program.h"
 #include "core/frmDummy.h"
@@ -243,6 +244,13 @@ INSTANTIATE_TEST_SUITE_P(
                     BadFolder{
                         "browser.ini", "[AutoComplete]\r\n0\r\n[Popups]\r\n40000\r\n", {"[popups]", "40000"}},
                     BadFolder{"browser.ini", "[AutoComplete]\r\n0\r\n[NewTab]\r\n-1e300\r\n", {"[newtab]"}}));
+
+TEST_F(Life, NamesTheStandardLibrarysFailuresToo) {
+  std::string message;
+  desktop.Gate.Unhandled = [&](const Failure& failure) { message = failure.what(); };
+  desktop.Gate.Run([] { throw std::length_error("too long"); });
+  EXPECT_EQ(message, "too long");
+}
 
 TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
   Start();

@@ -150,6 +150,12 @@ TEST_F(Frame, MovesByTheTitle) {
   EXPECT_EQ(main().Left, left + 465);
   Release(Title(), 50000, 30);
 
+  // Another window took the mouse, and the release with it.
+  Press(Title());
+  Over(main().toolbar.picButton(0));
+  EXPECT_EQ(main().toolbar.picButton(0).Picture(), skin().picBackHiBut.Picture());
+  EXPECT_FALSE(main().Captures());
+
   Do([this] { frame().MaxiWindow(); });
   const std::string maximised = Rectangle();
   Drag(Title(), 300, 300);

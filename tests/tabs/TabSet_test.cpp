@@ -92,6 +92,14 @@ TEST_F(Tabs, KeepTheFirst) {
   EXPECT_EQ(Strip(), "0@0 ");
 }
 
+TEST_F(Tabs, EndAtTheHighestIndex) {
+  Do([this] { tabs().WebBrowser1.Load(INT16_MAX); });
+  EXPECT_THROW(tabs().AddTab("about:blank"), Failure);
+  Do([this] { main().toolbar.ClickBar("New Tab"); });
+  EXPECT_EQ(tabs().WebBrowser1.UBound(), INT16_MAX);
+  EXPECT_EQ(tabs().CurrentTab, 0);
+}
+
 TEST_F(Tabs, AreSizedWhenTheyComeToTheFront) {
   OpenTabs(1);
   Do([this] { main().Width = 12000; });

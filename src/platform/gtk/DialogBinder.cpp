@@ -35,6 +35,12 @@ DialogBinder::DialogBinder(Dialog& dialog, Events& gate, Owner owner)
   window_.reset(&Find<Gtk::Window>(dialog.Name));
   CompareNames();
   for (Controls::Control* part : dialog.Parts()) Bind(*part);
+  // A look whose window can't be closed has no other system buttons either.
+  if (!window_->get_deletable())
+    window_->signal_realize().connect([this] {
+      window_->get_window()->set_decorations(Gdk::DECOR_BORDER | Gdk::DECOR_TITLE);
+      window_->get_window()->set_functions(Gdk::FUNC_MOVE);
+    });
   window_->signal_delete_event().connect([this](GdkEventAny*) {
     if (dialog_.QueryUnload) gate_.Run([this] { dialog_.QueryUnload(); });
     return true;

@@ -139,10 +139,6 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
-std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
-  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
-}
-
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
   if (g_spawn_command_line_async(command.c_str(), &error)) return;

@@ -34,7 +34,6 @@ class GtkDesktop : public Desktop {
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
-  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   void Shell(const std::string& command) override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
