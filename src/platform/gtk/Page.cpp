@@ -46,19 +46,27 @@ void Page::Close() {
   if (downloads_) downloads_->HandOver();
   find_.reset();
   DropView();
+  quit_ = false;
   gtk_widget_destroy(box_.get());
   downloads_.reset();
 }
 
-void Page::FallSilent() {
+void Page::Quit() {
+  last_address_ = Address();
+  last_title_ = Title();
   owner_ = nullptr;
-  if (!view_) return;
-  webkit_web_view_stop_loading(view_);
-  webkit_web_view_load_uri(view_, "about:blank");
+  // The view's own handler still runs.
+  Later([weak = weak_from_this()] {
+    const auto page = weak.lock();
+    if (!page || page->Closed()) return;
+    page->quit_ = true;
+    page->DropView();
+  });
 }
 
-WebKitWebView* Page::View() const {
-  if (!view_) throw Failure("The page is closed");
+WebKitWebView* Page::View() {
+  if (Closed()) throw Failure("The page is closed");
+  if (!view_) MakeView(nullptr);
   return view_;
 }
 
@@ -123,11 +131,13 @@ DownloadBar& Page::Downloads() {
 
 std::string Page::Address() const {
   const std::string own = load_.OwnAddress();
-  return own.empty() ? TextOf(webkit_web_view_get_uri(View())) : own;
+  if (!own.empty()) return own;
+  return view_ ? TextOf(webkit_web_view_get_uri(view_)) : last_address_;
 }
 
 std::string Page::Title() const {
-  const std::string title = TextOf(webkit_web_view_get_title(View()));
+  if (!view_) return last_title_;
+  const std::string title = TextOf(webkit_web_view_get_title(view_));
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 

@@ -48,13 +48,13 @@ class Page : public std::enable_shared_from_this<Page> {
 
   // The owner leaves: the widget goes, and nothing is told any more.
   void Close();
-  bool Closed() const { return view_ == nullptr; }
+  bool Closed() const { return !view_ && !quit_; }
 
   BrowserWorld& World() { return world_; }
   // The bars and the view, in one widget.
   GtkWidget* Widget() { return box_.get(); }
-  // Fails when the page is closed.
-  WebKitWebView* View() const;
+  // Fails when the page is closed. A page that has closed itself gets a new view.
+  WebKitWebView* View();
   PageLoad& Load() { return load_; }
   FindBar& Find();
   DownloadBar& Downloads();
@@ -85,8 +85,9 @@ class Page : public std::enable_shared_from_this<Page> {
   void Tell(Function function) {
     if (owner_) function(*owner_);
   }
-  // Nothing is told any more, and what the page does ends.
-  void FallSilent();
+  // Nothing is told any more, and what the page does ends: for those who opened it, it is closed. Its address
+  // and title stay.
+  void Quit();
   const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
 
  private:
@@ -113,4 +114,6 @@ class Page : public std::enable_shared_from_this<Page> {
   std::unique_ptr<DownloadBar> downloads_;
   std::string load_status_, hovered_, shown_status_;
   bool opened_by_page_ = false;
+  bool quit_ = false;
+  std::string last_address_, last_title_;  // of a page that has closed itself
 };
