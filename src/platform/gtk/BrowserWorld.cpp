@@ -55,6 +55,22 @@ BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWi
   settings_.Apply(view_settings_.get());
   ApplyProxy();
   g_signal_connect(context_.get(), "download-started", G_CALLBACK(OnDownload), this);
+  // Running a script, even an empty one, starts the page's process: it comes up while the program does.
+  first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
+  webkit_web_view_evaluate_javascript(WEBKIT_WEB_VIEW(first_view_.get()), "", 0, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr);
+}
+
+GtkWidget* BrowserWorld::NewView() {
+  return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "settings",
+                                 view_settings_.get(), nullptr));
+}
+
+GtkWidget* BrowserWorld::MakeView() {
+  if (!first_view_) return NewView();
+  GtkWidget* view = first_view_.release();
+  g_object_force_floating(G_OBJECT(view));
+  return view;
 }
 
 BrowserWorld::~BrowserWorld() { Shutdown(); }
@@ -62,6 +78,7 @@ BrowserWorld::~BrowserWorld() { Shutdown(); }
 void BrowserWorld::Shutdown() {
   if (!context_) return;
   g_signal_handlers_disconnect_by_data(context_.get(), this);
+  first_view_.reset();
   windows_.clear();
   for (Page* page : std::exchange(pages_, {})) page->Close();
   view_settings_.reset();

@@ -30,7 +30,11 @@ GtkDesktop::GtkDesktop(int argc, char** argv) : drawing_(MakeDrawing()) {
 GtkDesktop::~GtkDesktop() = default;
 
 int GtkDesktop::Run(const std::function<void()>& start) {
-  Gate.Run(start);
+  Gate.Run([&] {
+    // The engine comes up on the other processors while the program does on this one.
+    World();
+    start();
+  });
   gtk_main();
   return 0;
 }

@@ -73,8 +73,7 @@ WebKitWebView* Page::View() {
 void Page::MakeView(WebKitWebView* opener) {
   GtkWidget* view = GTK_WIDGET(opener ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
                                                      world_.ViewSettings(), nullptr)
-                                      : g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", world_.Context(),
-                                                     "settings", world_.ViewSettings(), nullptr));
+                                      : G_OBJECT(world_.MakeView()));
   view_ = WEBKIT_WEB_VIEW(view);
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
