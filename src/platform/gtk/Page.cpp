@@ -33,7 +33,8 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       box_(MakeBox(nullptr, true, false)),
       bars_(MakeBox(box_.get(), false, false)),
       feet_(MakeBox(box_.get(), false, true)),
-      load_(*this) {
+      load_(*this),
+      dialogs_(*this) {
   world_.Add(*this);
 }
 
@@ -81,6 +82,7 @@ void Page::MakeView(WebKitWebView* opener) {
   webkit_web_view_set_zoom_level(view_, world_.Settings().zoom / 100.0);
   load_.Attach(view_);
   PagePolicy::Attach(*this, view_);
+  dialogs_.Attach(view_);
   g_signal_connect(view, "notify::title", G_CALLBACK(OnTitle), this);
   g_signal_connect(view, "notify::uri", G_CALLBACK(OnAddress), this);
   g_signal_connect(view, "mouse-target-changed", G_CALLBACK(OnHover), this);
@@ -95,6 +97,8 @@ void Page::DropView() {
   GtkWidget* view = GTK_WIDGET(view_);
   view_ = nullptr;
   load_.Detach(WEBKIT_WEB_VIEW(view));
+  dialogs_.Dismiss();
+  g_signal_handlers_disconnect_by_data(view, &dialogs_);
   g_signal_handlers_disconnect_by_data(view, this);
   gtk_widget_destroy(view);
 }

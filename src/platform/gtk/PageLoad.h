@@ -59,6 +59,7 @@ class PageLoad {
   void Committed();
   void Finished();
   void StopWaiting();
+  void StartBlank();
   bool StaysOnPage(const std::string& uri) const;
   void End();
   bool FallBack(const char* uri);
@@ -71,6 +72,7 @@ class PageLoad {
   static gboolean OnBadCertificate(WebKitWebView*, const char* uri, GTlsCertificate* certificate,
                                    GTlsCertificateFlags flags, gpointer self);
   static void OnDied(WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self);
+  static gboolean OnBlank(gpointer self);
   static gboolean OnTitleWait(gpointer self);
   static void OnProgress(GObject*, GParamSpec*, gpointer self);
 
@@ -81,11 +83,10 @@ class PageLoad {
   bool own_coming_ = false;  // the load under way is an own page
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
-  std::string wanted_;   // what was asked for, up to the arrival of the first part
-  std::string refused_;  // what the engine has put its blank page in the place of
   std::string fallback_;
   std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::unique_ptr<SourceLoad> source_;
+  unsigned blank_ = 0;       // waits to report the blank page of an unused view
   unsigned title_wait_ = 0;  // runs while a page that has come may still tell its title
 };
