@@ -30,7 +30,7 @@ TEST(ErrorPage, EscapesEverythingThatCameFromOutside) {
   const ErrorPage page{evil, evil, evil, evil, {{evil, evil}}};
   const std::string html = page.Html();
   EXPECT_EQ(html.find("<script"), html.npos);
-            EXPECT_EQ(Count(html, "&lt;script&gt;alert(&#39;1&#39;)&lt;/script&gt;&amp;\uFFFD"), 7u);
+  EXPECT_EQ(Count(html, "&lt;script&gt;alert(&#39;1&#39;)&lt;/script&gt;&amp;\uFFFD"), 7u);
 }
 
 TEST(SourcePage, NumbersAndEscapesEachLine) {

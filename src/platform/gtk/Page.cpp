@@ -134,7 +134,7 @@ DownloadBar& Page::Downloads() {
 }
 
 std::string Page::Address() const {
-  const std::string own = load_.OwnAddress();
+  const std::string own = load_.KnownAddress();
   if (!own.empty()) return own;
   return view_ ? TextOf(webkit_web_view_get_uri(view_)) : last_address_;
 }

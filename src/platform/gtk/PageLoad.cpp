@@ -42,6 +42,7 @@ void PageLoad::Detach(WebKitWebView* view) {
 void PageLoad::Start(const Address::Target& target) {
   source_.reset();
   page_.Dialogs().Dismiss();
+  kept_address_.clear();
   fallback_ = target.fallback;
   instead_.reset();
   own_coming_ = false;
@@ -117,12 +118,14 @@ void PageLoad::Again() {
 
 void PageLoad::Denied() {
   if (phase_ != Phase::Waiting) return;
-  // The engine takes an address that is waited for to be the page's.
-  webkit_web_view_stop_loading(page_.View());
+  // The engine goes on taking the address that was wanted for the page's.
+  if (WebKitWebResource* page = webkit_web_view_get_main_resource(page_.View()))
+    kept_address_ = TextOf(webkit_web_resource_get_uri(page));
   End();
 }
 
-std::string PageLoad::OwnAddress() const {
+std::string PageLoad::KnownAddress() const {
+  if (!kept_address_.empty()) return kept_address_;
   const bool leaving = (phase_ == Phase::Waiting || phase_ == Phase::Provisional) && !own_coming_;
   return leaving ? std::string() : own_address_;
 }
@@ -153,6 +156,7 @@ void PageLoad::Started() {
   // The page before is complete, its title or not.
   if (title_wait_) End();
   phase_ = Phase::Provisional;
+  kept_address_.clear();
   page_.SetLoadStatus("Opening " + page_.Address());
   if (std::exchange(announced_, true)) return;
   page_.Tell([](PageOwner& owner) { owner.LoadBegan(); });

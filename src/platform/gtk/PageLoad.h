@@ -36,8 +36,10 @@ class PageLoad {
 
   // From the wish for a page to the end of its load.
   bool Busy() const { return phase_ != Phase::Idle; }
-  // The address of the own page that is shown or coming; empty where the page is the web's.
-  std::string OwnAddress() const;
+  // The address of the own page that is shown or coming, or the one that the user stayed on; empty where the
+  // engine knows the address.
+  std::string KnownAddress() const;
+  bool ShowsOwnPage() const { return !own_address_.empty(); }
 
   // Shows a page of the element's own for an address.
   void ShowOwn(const std::string& address, const std::string& html);
@@ -83,6 +85,7 @@ class PageLoad {
   bool own_coming_ = false;  // the load under way is an own page
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
+  std::string kept_address_;
   std::string fallback_;
   std::optional<ErrorPage> instead_;
   Refusal refusal_;

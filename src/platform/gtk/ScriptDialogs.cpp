@@ -14,7 +14,7 @@ constexpr int PatientQuestions = 3;
 constexpr int MostHeight = 200;          // pixels of a message; more of it scrolls
 constexpr size_t MostCharacters = 5000;  // of a message
 
-void Finish(WebKitScriptDialog* dialog, bool accepted, const char* text) {
+void SetAnswer(WebKitScriptDialog* dialog, bool accepted, const char* text) {
   switch (webkit_script_dialog_get_dialog_type(dialog)) {
     case WEBKIT_SCRIPT_DIALOG_PROMPT:
       if (accepted) webkit_script_dialog_prompt_set_text(dialog, text);
@@ -26,8 +26,6 @@ void Finish(WebKitScriptDialog* dialog, bool accepted, const char* text) {
     case WEBKIT_SCRIPT_DIALOG_ALERT:
       break;
   }
-  webkit_script_dialog_close(dialog);
-  webkit_script_dialog_unref(dialog);
 }
 
 std::string Heading(WebKitScriptDialogType type, const std::string& address) {
@@ -69,12 +67,11 @@ void ScriptDialogs::Forget() {
 
 gboolean ScriptDialogs::OnDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data) {
   auto* self = static_cast<ScriptDialogs*>(data);
-  webkit_script_dialog_ref(dialog);
   // Where a page must not ask any more, nothing keeps the user from leaving it.
   const bool leaves =
       webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
   if (self->silenced_)
-    Finish(dialog, leaves, "");
+    SetAnswer(dialog, leaves, "");
   else
     self->Ask(dialog);
   return TRUE;
@@ -82,7 +79,7 @@ gboolean ScriptDialogs::OnDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpo
 
 void ScriptDialogs::Ask(WebKitScriptDialog* dialog) {
   Answer(false);
-  dialog_ = dialog;
+  dialog_ = webkit_script_dialog_ref(dialog);
   ++asked_;
   const WebKitScriptDialogType type = webkit_script_dialog_get_dialog_type(dialog);
   bar_ = MakeBar(type);
@@ -130,7 +127,9 @@ void ScriptDialogs::Answer(bool accepted) {
   silenced_ = enough_ && gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(enough_));
   const bool stays =
       !accepted && webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
-  Finish(dialog, accepted, text.c_str());
+  SetAnswer(dialog, accepted, text.c_str());
+  webkit_script_dialog_close(dialog);
+  webkit_script_dialog_unref(dialog);
   gtk_widget_destroy(bar);
   if (stays) page_.Load().Denied();
 }
