@@ -14,5 +14,10 @@ int main(int argc, char** argv) {
   Gtk::Main::init_gtkmm_internals();
   GtkDesktop desktop(argc, argv);
   Program program(desktop);
-  return desktop.Run([&program] { program.Start(); });
+  return desktop.Run([&program] {
+#ifndef NDEBUG
+    program.JoinDialogs();
+#endif
+    program.Start();
+  });
 }

@@ -89,8 +89,11 @@ void AddressBar::CompleteWith(const std::string& Item, size_t P, size_t N) {
 void AddressBar::Combo1_Click() {
   main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
   TabSet& tabs = main_.tabs;
-  tabs.WebBrowser1(tabs.CurrentTab).Navigate(Combo1->Text());
-  tabs.Timer1(tabs.CurrentTab).Enabled = true;
+  // A page that closed itself has taken its timer along, and its element may be gone too.
+  Skipping([&] { tabs.WebBrowser1(tabs.CurrentTab).Navigate(Combo1->Text()); });
+  Skipping([&] { tabs.Timer1(tabs.CurrentTab).Enabled = true; });
+  // The next keys are the page's.
+  Skipping([&] { tabs.WebBrowser1(tabs.CurrentTab).SetFocus(); });
 }
 
 void AddressBar::SetAddressText() {

@@ -57,7 +57,7 @@ bool HistoryLog::HasLine(const std::string& page, const std::string& line) {
   Skipping([&] {
     slot.Open(page, FileSlot::Mode::Input);
     Skipping([&] {
-      while (!Found && !slot.EndOfFile()) Found = Text::SameWithoutCase(slot.LineInput(), line);
+      while (!Found && !slot.EndOfFile()) Found = Text::SameWithoutCase(slot.LineView(), line);
     });
     slot.Close();
   });

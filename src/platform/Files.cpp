@@ -175,24 +175,29 @@ void FileSlot::Fill() {
 
 bool FileSlot::EndOfFile() {
   if (!IsOpen() || mode_ != Mode::Input) throw Failure("No file is open for input");
+  if (at_ < buffer_.size()) return false;
   Fill();
   return at_ >= buffer_.size();
 }
 
-std::string FileSlot::LineInput() {
+std::string FileSlot::LineInput() { return std::string(LineView()); }
+
+std::string_view FileSlot::LineView() {
   if (EndOfFile()) throw Failure("The file \"" + path_ + "\" ends where a further line is expected");
-  std::string line;
-  while (!EndOfFile()) {
+  line_.clear();
+  do {
     const char* start = buffer_.data() + at_;
     const size_t left = buffer_.size() - at_;
     const auto* end = static_cast<const char*>(std::memchr(start, '\n', left));
-    line.append(start, end ? static_cast<size_t>(end - start) : left);
-    at_ += end ? static_cast<size_t>(end - start) + 1 : left;
+    const std::string_view piece(start, end ? static_cast<size_t>(end - start) : left);
+    at_ += piece.size() + (end ? 1 : 0);
+    if (end && line_.empty()) return piece.ends_with('\r') ? piece.substr(0, piece.size() - 1) : piece;
+    line_ += piece;
     if (!end) continue;
-    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line_.ends_with('\r')) line_.pop_back();
     break;
-  }
-  return line;
+  } while (!EndOfFile());
+  return line_;
 }
 
 void FileSlot::Print(std::string_view line) {
@@ -231,4 +236,5 @@ void FileSlot::Abandon() {
   if (!temporary_.empty()) ::unlink(temporary_.c_str());
   temporary_.clear();
   buffer_.clear();
+  line_ = {};
 }

@@ -40,6 +40,8 @@ class FileSlot {
   // end.
   bool EndOfFile();
   std::string LineInput();
+  // The next line without a copy, good until the slot is used again: for the files of many lines.
+  std::string_view LineView();
 
   // Output and Append: the text and CR LF.
   void Print(std::string_view line);
@@ -57,6 +59,7 @@ class FileSlot {
   std::string path_;       // the host's path
   std::string temporary_;  // the new file, while open for output
   std::string buffer_;     // read ahead, or printed and not written yet
+  std::string line_;       // one that lies in more than one piece of the buffer
   size_t at_ = 0;
   bool ended_ = false;
 };

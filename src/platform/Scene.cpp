@@ -171,11 +171,13 @@ void Label::Describe(DrawItem& item) {
   item.Fills = Opaque;
   item.BackPixel = ToPixel(BackColor);
   if (Caption->empty()) return;
-  const double room = item.Bounds.Width;
-  double x = item.Bounds.Left;
-  if (alignment_ == Alignment::Centre)
-    x += std::max(0.0, std::floor((room - Draws().TextWidth(Caption())) / 2));
-  const double y =
-      item.Bounds.Top + std::max(0.0, std::floor((item.Bounds.Height - Draws().LineHeight()) / 2));
-  item.Texts.push_back({x, y, Caption, ToPixel(ForeColor), room});
+  // At the top, with a pixel of air where there is room. What is centred is cut at both ends alike.
+  const double y = item.Bounds.Top + (item.Bounds.Height > Draws().LineHeight() ? 1 : 0);
+  const double width = item.Bounds.Width;
+  if (alignment_ == Alignment::Centre) {
+    const double x = item.Bounds.Left + std::floor((width - Draws().TextWidth(Caption())) / 2);
+    item.Texts.push_back({x, y, Caption, ToPixel(ForeColor), 0});
+  } else {
+    item.Texts.push_back({static_cast<double>(item.Bounds.Left), y, Caption, ToPixel(ForeColor), width});
+  }
 }

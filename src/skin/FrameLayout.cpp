@@ -48,6 +48,7 @@ FrameLayout::FrameLayout(frmMain& main)
   main.BackColor = WindowColour;
   for (Surface* edge : {&Picture5, &Picture6, &Picture7, &Picture8}) edge->BackColor = WindowColour;
   labDummy.Visible = false;
+  StatusBar1.AccessibleRole = Role::Text;
   picProgress.Visible = false;
   Skipping([&] { Image1.Picture = main.program.desktop.Draws().BuiltInPicture("icon-16.png"); });
   main.Resize = [this] { Form_Resize(); };

@@ -94,7 +94,12 @@ Skin::Skin(frmMain& main)
 }
 
 void Skin::LoadSkin(const std::string& SkinPath) {
-  Skipping([this] { LoadAddressList(); });
+  try {
+    LoadAddressList();
+  } catch (const Failure&) {
+    // The list holds what could be read; the slot has to be free for what follows.
+    main_.program.slot.Abandon();
+  }
   LoadBitmaps(SkinPath);
   if (main_.program.general.FileExists(SkinPath + "\\skin.ini")) LoadAnimation(SkinPath);
   LoadColours(SkinPath);

@@ -4,7 +4,7 @@ namespace {
 
 std::string Number(uint32_t value, int bytes) {
   std::string text;
-  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
+  for (; bytes > 0; --bytes, value >>= 8) text += static_cast<char>(value);
   return text;
 }
 

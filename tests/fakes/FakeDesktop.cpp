@@ -114,7 +114,10 @@ void FakeComboBox::Choose(size_t index) {
 }
 
 FakeDesktop::FakeDesktop(std::string folder) : folder(std::move(folder)), drawing(MakeDrawing()) {}
-FakeDesktop::~FakeDesktop() = default;
+// After an end of the process, what was unloaded still waits at the gate for its own end.
+FakeDesktop::~FakeDesktop() {
+  Gate.Run([] {});
+}
 
 void FakeDesktop::Advance(int milliseconds) {
   const long end = time_ + milliseconds;

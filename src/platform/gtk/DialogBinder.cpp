@@ -35,6 +35,12 @@ DialogBinder::DialogBinder(Dialog& dialog, Events& gate, Owner owner)
   window_.reset(&Find<Gtk::Window>(dialog.Name));
   CompareNames();
   for (Controls::Control* part : dialog.Parts()) Bind(*part);
+  // A look whose window can't be closed has no other system buttons either.
+  if (!window_->get_deletable())
+    window_->signal_realize().connect([this] {
+      window_->get_window()->set_decorations(Gdk::DECOR_BORDER | Gdk::DECOR_TITLE);
+      window_->get_window()->set_functions(Gdk::FUNC_MOVE);
+    });
   window_->signal_delete_event().connect([this](GdkEventAny*) {
     if (dialog_.QueryUnload) gate_.Run([this] { dialog_.QueryUnload(); });
     return true;
@@ -76,6 +82,8 @@ void DialogBinder::Bind(Controls::Control& part) {
 
 void DialogBinder::Show() {
   GtkWindow* owner = owner_ ? owner_() : nullptr;
+  // A hidden owner would hide the dialog with it.
+  if (owner && !gtk_widget_get_visible(GTK_WIDGET(owner))) owner = nullptr;
   gtk_window_set_transient_for(window_->gobj(), owner);
   window_->set_position(owner ? Gtk::WIN_POS_CENTER_ON_PARENT : Gtk::WIN_POS_CENTER);
   window_->present();

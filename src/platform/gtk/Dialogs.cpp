@@ -92,6 +92,7 @@ std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::str
 namespace Dialogs {
 
 Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const std::string& title) {
+  if (owner && !gtk_widget_get_visible(GTK_WIDGET(owner))) owner = nullptr;
   const bool question = buttons == Buttons::YesNo;
   Gtk::MessageDialog box(Text::Valid(text), false, question ? Gtk::MESSAGE_QUESTION : Gtk::MESSAGE_INFO,
                          question ? Gtk::BUTTONS_YES_NO : Gtk::BUTTONS_OK, true);

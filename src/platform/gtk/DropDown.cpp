@@ -12,6 +12,7 @@
 namespace {
 
 constexpr size_t MostRows = 12;
+constexpr int LeastWidth = 200;  // pixels; a field may be too narrow to read anything under it
 constexpr int Border = 1, RowPadding = 2, TextIndent = 5;  // pixels
 constexpr long WheelRows = 3;
 // More characters of an item than any screen shows in a row.
@@ -134,7 +135,7 @@ void DropDown::Place() {
   scroll_->configure(scroll_->get_value(), 0, static_cast<double>(Count()) * row_height_, row_height_,
                      static_cast<double>(rows) * row_height_, static_cast<double>(rows) * row_height_);
   bar_.set_visible(Count() > rows);
-  popup_.set_size_request(field.get_width(), height);
+  popup_.set_size_request(std::max(field.get_width(), LeastWidth), height);
   popup_.move(left, above ? top - height : below);
 }
 

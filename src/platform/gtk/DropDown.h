@@ -26,7 +26,8 @@ class DropDown {
   std::function<void(GdkEventKey* event)> Key;
 
   bool IsOpen() const { return popup_.get_visible(); }
-  // Under `field` and as wide, at the place of `text`, which is highlighted where it is an item.
+  // Under `field`, as wide where that can be read, at the place of `text`, which is highlighted where it is
+  // an item.
   void Open(Gtk::Widget& field, const std::string& text);
   void Close();
   // The list has changed.

@@ -5,14 +5,16 @@
 #include <gtkmm/fixed.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/Text.h"
 
 namespace {
 
-constexpr int ButtonWidth = 21;    // pixels
-constexpr int NarrowestEntry = 8;  // pixels; a narrower field shows its button only
+constexpr int ButtonWidth = 21;     // pixels
+constexpr double ClickSlack = 4;    // pixels that the mouse may move within a click
+constexpr int NarrowestEntry = 10;  // pixels; in a narrower field the button hides part of it
 
 // The field is as low as the bar that it stands on: nothing of a theme may make it taller.
 constexpr const char* Style = R"(
@@ -93,17 +95,16 @@ class GtkComboField::Pair : public Gtk::Fixed {
   void on_size_allocate(Gtk::Allocation& room) override {
     set_allocation(room);
     const int button = std::min(ButtonWidth, room.get_width()), entry = room.get_width() - button;
-    Give(entry_, room.get_x(), entry >= NarrowestEntry ? entry : 0, room);
+    Give(entry_, room.get_x(), std::max(entry, NarrowestEntry), room);
     Give(button_, room.get_x() + entry, button, room);
   }
 
  private:
   static void Give(Gtk::Widget& widget, int x, int width, const Gtk::Allocation& room) {
-    widget.set_child_visible(width > 0);
     int minimum = 0, natural = 0;
-    widget.get_preferred_width(minimum, natural);
-    Gtk::Allocation place(x, room.get_y(), std::max(width, 1), room.get_height());
-    if (width > 0) widget.size_allocate(place);
+    widget.get_preferred_width(minimum, natural);  // the toolkit wants to be asked
+    Gtk::Allocation place(x, room.get_y(), width, room.get_height());
+    widget.size_allocate(place);
   }
 
   Gtk::Entry& entry_;
@@ -132,7 +133,8 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   button_.signal_clicked().connect([this] { ToggleList(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
   list_.Key = [this](GdkEventKey* event) {
-    gtk_widget_event(GTK_WIDGET(entry_.gobj()), reinterpret_cast<GdkEvent*>(event));
+    // By the way of every key: the window's own keys come first, the rest reaches the entry.
+    gtk_widget_event(gtk_widget_get_toplevel(Widget()), reinterpret_cast<GdkEvent*>(event));
   };
 }
 
@@ -186,22 +188,31 @@ void GtkComboField::Select(long start, long length) {
 }
 
 bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
-  if (composing_) return false;
+  if (event->state & (GDK_CONTROL_MASK | GDK_MOD1_MASK))
+    down_.clear();
+  else
+    down_.insert(event->hardware_keycode);
+  if (composing_ || (list_.IsOpen() && event->is_modifier)) return false;
+  list_key_ = event->hardware_keycode;
+  if (GoesToList(*event)) return true;
+  list_key_ = 0;
   const int code = CodeOf(event->keyval);
-  if (list_.IsOpen()) {
-    if (event->is_modifier) return false;
-    if (list_.TakeKey(*event)) return true;
-    list_.Close();
-  } else if (Opens(*event)) {
-    ToggleList();
-    return true;
-  }
   if (code == 13) return PressEnter(event);
   gate_.Run([&] {
     if (KeyPress) KeyPress(code);
   });
   // Up would leave the field.
   return code == 38;
+}
+
+bool GtkComboField::GoesToList(const GdkEventKey& event) {
+  if (list_.IsOpen()) {
+    const bool taken = list_.TakeKey(event);
+    if (!taken) list_.Close();
+    return taken;
+  }
+  if (Opens(event)) ToggleList();
+  return list_.IsOpen();
 }
 
 bool GtkComboField::PressEnter(GdkEventKey* event) {
@@ -214,7 +225,10 @@ bool GtkComboField::PressEnter(GdkEventKey* event) {
 }
 
 bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
-  if (composing_ || list_.IsOpen()) return false;
+  // What the list took was no key of the field's, even where it has closed the list.
+  if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return false;
+  // Nor was a shortcut, such as Ctrl+A here or Ctrl+L anywhere: completing behind it would undo what it did.
+  if (down_.erase(event.hardware_keycode) == 0) return false;
   gate_.Run([&] {
     if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
   });
@@ -225,15 +239,14 @@ bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
 void GtkComboField::WireClicks() {
   entry_.signal_button_press_event().connect(
       [this](GdkEventButton* event) {
-        first_click_ = event->button == 1 && !entry_.has_focus();
+        first_click_ = entry_.has_focus() || event->button != 1 ? std::nullopt : std::optional(event->x);
         return false;
       },
       false);
   entry_.signal_button_release_event().connect(
-      [this](GdkEventButton*) {
-        int start = 0, end = 0;
-        if (first_click_ && !entry_.get_selection_bounds(start, end)) entry_.select_region(0, -1);
-        first_click_ = false;
+      [this](GdkEventButton* event) {
+        if (first_click_ && std::abs(event->x - *first_click_) < ClickSlack) entry_.select_region(0, -1);
+        first_click_.reset();
         return false;
       },
       false);

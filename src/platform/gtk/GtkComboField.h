@@ -4,6 +4,8 @@
 #include <gtkmm/entry.h>
 
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 
 #include "platform/ComboBox.h"
@@ -34,6 +36,8 @@ class GtkComboField : public ComboBox, public HasWidget {
 
   void Dress();
   bool EntryKeyPress(GdkEventKey* event);
+  // Whether the list takes a key; any other key closes it.
+  bool GoesToList(const GdkEventKey& event);
   bool EntryKeyRelease(const GdkEventKey& event);
   bool PressEnter(GdkEventKey* event);
   void WireClicks();
@@ -46,7 +50,10 @@ class GtkComboField : public ComboBox, public HasWidget {
   Gtk::Button button_;
   std::unique_ptr<Pair> pair_;
   std::string text_;
-  bool setting_ = false;      // the text is the program's, not the user's
-  bool composing_ = false;    // an input method is at work
-  bool first_click_ = false;  // the mouse button that gave the field the keyboard is still down
+  bool setting_ = false;    // the text is the program's, not the user's
+  bool composing_ = false;  // an input method is at work
+  std::set<guint16> down_;  // keys that went down here, without Ctrl or Alt, and aren't up yet
+  guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
+  // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
+  std::optional<double> first_click_;
 };

@@ -108,6 +108,10 @@ std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place&
   return std::make_unique<GtkComboField>(parent, place, Gate);
 }
 
+std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
+  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
+}
+
 GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
 
 ScreenRect GtkDesktop::WorkArea(const Window& window) {
@@ -134,10 +138,6 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 }
 
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
-
-std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
-  return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
-}
 
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
@@ -173,21 +173,28 @@ void GtkDesktop::EndPopups() {
 }
 
 void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
-  static_cast<GtkDesktop*>(self)->LookForPressOutside(event);
-  gtk_main_do_event(event);
+  if (!static_cast<GtkDesktop*>(self)->TakenForPopup(event)) gtk_main_do_event(event);
 }
 
-// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a
-// press outside the program comes to the menu itself, from outside its bounds.
-void GtkDesktop::LookForPressOutside(GdkEvent* event) {
-  if (popups_.empty() || event->type != GDK_BUTTON_PRESS) return;
-  const bool inside = std::any_of(popups_.begin(), popups_.end(), [event](PopupHost* popup) {
-    GdkWindow* menu = gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj()));
-    if (!menu) return false;
-    int left = 0, top = 0;
-    gdk_window_get_origin(menu, &left, &top);
-    const double x = event->button.x_root - left, y = event->button.y_root - top;
-    return x >= 0 && y >= 0 && x < gdk_window_get_width(menu) && y < gdk_window_get_height(menu);
-  });
-  if (!inside) EndPopups();
+// While a menu is up it grabs the mouse, so that it hears of everything. What happens outside it is handed
+// on: hovering and presses to the main window's own scene, where they slide along the menu bar; a press
+// anywhere ends the menu before it acts. Whether the event has been dealt with.
+bool GtkDesktop::TakenForPopup(GdkEvent* event) {
+  if (popups_.empty() || (event->type != GDK_BUTTON_PRESS && event->type != GDK_MOTION_NOTIFY)) return false;
+  double x = 0, y = 0;
+  gdk_event_get_root_coords(event, &x, &y);
+  GdkWindow* top = gdk_window_get_toplevel(event->any.window);
+  const auto contains = [x, y](PopupHost* popup) { return popup->Contains(x, y); };
+  const auto grabs = [top](PopupHost* popup) {
+    return gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj())) == top;
+  };
+  if (std::any_of(popups_.begin(), popups_.end(), contains)) return false;
+  const bool comes_to_menu = std::any_of(popups_.begin(), popups_.end(), grabs);
+  if (event->type == GDK_MOTION_NOTIFY) {
+    if (comes_to_menu && main_host) main_host->HoverFromMenu(x, y);
+    return comes_to_menu;
+  }
+  EndPopups();
+  if (comes_to_menu && main_host) main_host->PressFromMenu(static_cast<int>(event->button.button), x, y);
+  return comes_to_menu;
 }

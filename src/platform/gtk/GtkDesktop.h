@@ -29,11 +29,11 @@ class GtkDesktop : public Desktop {
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
+  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   ScreenRect WorkArea(const Window& window) override;
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
-  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   void Shell(const std::string& command) override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
@@ -51,7 +51,7 @@ class GtkDesktop : public Desktop {
  private:
   BrowserWorld& World();
   static void OnEvent(GdkEvent* event, gpointer self);
-  void LookForPressOutside(GdkEvent* event);
+  bool TakenForPopup(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
 
   std::string command_line_;

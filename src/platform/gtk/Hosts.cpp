@@ -104,6 +104,15 @@ void PopupHost::End() {
   if (scene_.Visible && scene_.Deactivate) desktop_.Gate.Run([this] { scene_.Deactivate(); });
 }
 
+bool PopupHost::Contains(double x, double y) {
+  GdkWindow* window = gtk_widget_get_window(GTK_WIDGET(frame_.gobj()));
+  if (!window || !gdk_window_is_visible(window)) return false;
+  int left = 0, top = 0;
+  gdk_window_get_origin(window, &left, &top);
+  return x >= left && y >= top && x < left + gdk_window_get_width(window) &&
+         y < top + gdk_window_get_height(window);
+}
+
 MainHost::MainHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scene, Gtk::WINDOW_TOPLEVEL) {
   frame_.set_role("main");
   frame_.add_events(Gdk::STRUCTURE_MASK | Gdk::FOCUS_CHANGE_MASK);
@@ -173,6 +182,19 @@ void MainHost::Resize() {
 void MainHost::State() {
   if (scene_.WindowState == Window::Minimised && !iconified_) frame_.iconify();
   if (scene_.WindowState == Window::Normal && iconified_) frame_.deiconify();
+}
+
+void MainHost::HoverFromMenu(double x, double y) {
+  const Twips left = x * TwipsPerPixel - scene_.Left, top = y * TwipsPerPixel - scene_.Top;
+  if (left < 0 || top < 0 || left >= scene_.Width || top >= scene_.Height) return;
+  desktop_.Gate.Run([&] { scene_.MouseMoved(0, 0, left, top); });
+}
+
+// A press on a page only ends the menu; one on the window's own chrome acts as well.
+void MainHost::PressFromMenu(int button, double x, double y) {
+  const Twips left = x * TwipsPerPixel - scene_.Left, top = y * TwipsPerPixel - scene_.Top;
+  if (left < 0 || top < 0 || left >= scene_.Width || top >= scene_.Height) return;
+  desktop_.Gate.Run([&] { scene_.MousePressed(button == 1 ? 1 : button == 3 ? 2 : 4, 0, left, top); });
 }
 
 void MainHost::Focus() { gtk_window_present_with_time(frame_.gobj(), gtk_get_current_event_time()); }

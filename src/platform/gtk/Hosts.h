@@ -55,6 +55,8 @@ class PopupHost : public SceneHost {
   void Hide() override;
   // The menu has lost its place as the active window.
   void End();
+  // Whether a point of the screen, in pixels, lies on the menu.
+  bool Contains(double x, double y);
 
  private:
   bool grabbed_ = false;
@@ -71,6 +73,10 @@ class MainHost : public SceneHost {
   void Resize() override;
   void State() override;
   void Focus() override;
+
+  // The mouse at a point of the screen, in pixels, while a menu has the grab.
+  void HoverFromMenu(double x, double y);
+  void PressFromMenu(int button, double x, double y);
 
   // The task bar entry's window, none while there is none.
   Window* relay = nullptr;

@@ -1,0 +1,146 @@
+#include "fakes/HostileInputs.h"
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+
+#include "core/General.h"
+#include "fakes/BmpFile.h"
+#include "platform/Failure.h"
+
+namespace {
+
+using std::string_literals::operator""s;
+
+std::string WithPalette(BmpHeader header, const std::string& rows) {
+  header.Offset = 54 + 16 * 4;
+  header.Colours = 16;
+  return header.Text() + "\x10\x20\x30\0"s + std::string(15 * 4, '\x7F') + rows;
+}
+
+std::string Encoded(const char* format) {
+  GdkPixbuf* pixels = gdk_pixbuf_new(GDK_COLORSPACE_RGB, FALSE, 8, 24, 24);
+  gdk_pixbuf_fill(pixels, 0x336699FF);
+  gchar* data = nullptr;
+  gsize size = 0;
+  gdk_pixbuf_save_to_buffer(pixels, &data, &size, format, nullptr, nullptr);
+  std::string file(data, size);
+  g_free(data);
+  g_object_unref(pixels);
+  return file;
+}
+
+void Check(bool fine, const char* what, const std::string& content) {
+  if (fine) return;
+  std::ofstream("hostile-input", std::ios::binary) << content;
+  throw std::logic_error(what);
+}
+
+}  // namespace
+
+HostileInputs::HostileInputs(uint32_t seed)
+    : random_(seed),
+      file_(::memfd_create("hostile-input", MFD_CLOEXEC)),
+      path_("/proc/self/fd/" + std::to_string(file_)) {
+  pictures_ = {BmpFile(21, 13, [](int x, int y) { return static_cast<uint32_t>(x * y); }),
+               BmpHeader{8, -8, 32}.Text() + std::string(8 * 8 * 4, '\x55'),
+               BmpHeader{8, 8, 16}.Text() + std::string(8 * 8 * 2, '\x55'),
+               BmpHeader{8, 8, 32, 3, 0, 66}.Text() + "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0"s +
+                   std::string(8 * 8 * 4, '\x55'),
+               WithPalette({9, 9, 1}, std::string(4 * 9, '\x5A')),
+               WithPalette({9, 9, 4}, std::string(8 * 9, '\x5A')),
+               WithPalette({9, 9, 8}, std::string(12 * 9, '\x0A')),
+               WithPalette({9, 9, 8, 1}, "\x09\1\0\0\0\5\1\2\3\4\5\0\0\2\3\2\x06\7\0\0\x09\2\0\1"s),
+               WithPalette({9, 9, 4, 2}, "\x09\x12\0\0\0\5\x12\x34\x50\0\0\2\3\2\x06\x77\0\0\x09\x22\0\1"s),
+               Encoded("png"),
+               Encoded("jpeg")};
+  ini_files_ = {"[name]\r\nSteel\r\n\r\n[animation]\r\n100\r\n[menutext]\r\n&hFF\r\n[title]\r\n0",
+                "[key]\n[key]\r\n[KEY]\r\n\xC3\xA4\r\n; a remark\r\n[key]"};
+}
+
+HostileInputs::~HostileInputs() { ::close(file_); }
+
+HostileInputs::Counts HostileInputs::Run(std::chrono::milliseconds time) {
+  const auto end = std::chrono::steady_clock::now() + time;
+  while (std::chrono::steady_clock::now() < end) TryOne();
+  return counts_;
+}
+
+HostileInputs::Counts HostileInputs::Run(long inputs) {
+  for (long i = 0; i < inputs; ++i) TryOne();
+  return counts_;
+}
+
+size_t HostileInputs::Below(size_t limit) { return random_() % std::max<size_t>(limit, 1); }
+
+void HostileInputs::Write(const std::string& content) {
+  if (::ftruncate(file_, 0) != 0 ||
+      ::pwrite(file_, content.data(), content.size(), 0) != static_cast<ssize_t>(content.size()))
+    throw std::runtime_error("The input can't be written");
+}
+
+void HostileInputs::TryOne() {
+  if (Below(8) == 0)
+    TryIni(Spoil(ini_files_[Below(ini_files_.size())]));
+  else
+    TryPicture(Spoil(pictures_[Below(pictures_.size())]));
+}
+
+// Bytes are changed, preferably in the header, to anything or to what lies at the edges; pieces are taken
+// out, doubled, or cut off.
+std::string HostileInputs::Spoil(std::string content) {
+  constexpr char edges[] = {0, 1, 2, 0x7F, static_cast<char>(0x80), static_cast<char>(0xFF)};
+  for (size_t times = 1 + Below(6); times-- > 0 && !content.empty();) {
+    const size_t at = Below(Below(2) ? content.size() : std::min<size_t>(content.size(), 64));
+    switch (Below(8)) {
+      case 0:
+        content.resize(at);
+        break;
+      case 1:
+        content.erase(at, Below(16));
+        break;
+      case 2:
+        content.insert(at, content.substr(Below(content.size()), Below(64)));
+        break;
+      case 3:
+      case 4:
+        content[at] = edges[Below(std::size(edges))];
+        break;
+      default:
+        content[at] = static_cast<char>(content[at] ^ 1 << Below(8));
+    }
+  }
+  return content;
+}
+
+void HostileInputs::TryPicture(const std::string& content) {
+  Write(content);
+  ++counts_.Pictures;
+  try {
+    const Picture picture = drawing_->LoadPicture(path_);
+    ++counts_.Taken;
+    const auto width = static_cast<size_t>(picture->Width), height = static_cast<size_t>(picture->Height);
+    Check(picture->Width > 0 && picture->Height > 0 && picture->Pixels.size() == width * height,
+          "The picture's size isn't that of its pixels", content);
+    Check(std::all_of(picture->Pixels.begin(), picture->Pixels.end(),
+                      [](uint32_t pixel) { return pixel >> 24 == 0xFF; }),
+          "A pixel isn't opaque", content);
+  } catch (const Failure&) {
+  }
+}
+
+void HostileInputs::TryIni(const std::string& content) {
+  Write(content);
+  ++counts_.IniFiles;
+  for (const char* key : {"key", "menutext"}) {
+    FileSlot slot;
+    General general(slot);
+    const std::string value = general.ReadIniKey(path_, key);
+    Check(content.find(value) != content.npos, "The value isn't in the file", content);
+    Check(!slot.IsOpen() || value.empty(), "There is a value though the file stayed open", content);
+  }
+}
