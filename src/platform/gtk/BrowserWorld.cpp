@@ -29,6 +29,19 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine) {
   return context;
 }
 
+// What the engine does ahead of the user's wishes. A name that is looked up in advance leaves the machine
+// past every proxy, even while the program works offline.
+void TurnOffLookingAhead(WebKitSettings* settings) {
+  WebKitFeatureList* features = webkit_settings_get_all_features();
+  for (gsize i = 0; i < webkit_feature_list_get_length(features); ++i) {
+    WebKitFeature* feature = webkit_feature_list_get(features, i);
+    const std::string name = TextOf(webkit_feature_get_identifier(feature));
+    if (name == "LinkDNSPrefetch" || name == "LinkPreconnect")
+      webkit_settings_set_feature_enabled(settings, feature, FALSE);
+  }
+  webkit_feature_list_unref(features);
+}
+
 Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
   Owned<WebKitSettings> settings(webkit_settings_new());
   webkit_settings_set_hardware_acceleration_policy(
@@ -36,6 +49,7 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
                                          : WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
   // Every new window is asked about, so none is held back before.
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+  TurnOffLookingAhead(settings.get());
   return settings;
 }
 

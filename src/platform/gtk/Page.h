@@ -8,6 +8,7 @@
 
 #include "platform/gtk/GObjects.h"
 #include "platform/gtk/PageLoad.h"
+#include "platform/gtk/ScriptDialogs.h"
 
 class Browser;
 class BrowserWorld;
@@ -56,6 +57,7 @@ class Page : public std::enable_shared_from_this<Page> {
   // Fails when the page is closed. A page that has closed itself gets a new view.
   WebKitWebView* View();
   PageLoad& Load() { return load_; }
+  ScriptDialogs& Dialogs() { return dialogs_; }
   FindBar& Find();
   DownloadBar& Downloads();
 
@@ -94,6 +96,7 @@ class Page : public std::enable_shared_from_this<Page> {
   Page(BrowserWorld& world, PageOwner& owner);
 
   void MakeView(WebKitWebView* opener);
+  void LetGoOfView();
   void DropView();
   void ShowStatus();
 
@@ -110,9 +113,11 @@ class Page : public std::enable_shared_from_this<Page> {
   Owned<GtkWidget> box_, bars_, feet_;
   WebKitWebView* view_ = nullptr;
   PageLoad load_;
+  ScriptDialogs dialogs_;
   std::unique_ptr<FindBar> find_;
   std::unique_ptr<DownloadBar> downloads_;
   std::string load_status_, hovered_, shown_status_;
+  int asking_ = 0;  // questions about new windows that run now
   bool opened_by_page_ = false;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
