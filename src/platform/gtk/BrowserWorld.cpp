@@ -69,10 +69,10 @@ BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWi
   settings_.Apply(view_settings_.get());
   ApplyProxy();
   g_signal_connect(context_.get(), "download-started", G_CALLBACK(OnDownload), this);
-  // Running a script, even an empty one, starts the page's process: it comes up while the program does.
+  // A message, to which nobody listens, starts the page's process: it comes up while the program does.
   first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
-  webkit_web_view_evaluate_javascript(WEBKIT_WEB_VIEW(first_view_.get()), "", 0, nullptr, nullptr, nullptr,
-                                      nullptr, nullptr);
+  webkit_web_view_send_message_to_page(WEBKIT_WEB_VIEW(first_view_.get()),
+                                       webkit_user_message_new("start", nullptr), nullptr, nullptr, nullptr);
 }
 
 GtkWidget* BrowserWorld::NewView() {
