@@ -9,6 +9,7 @@ import re
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import threading
 import time
@@ -19,6 +20,11 @@ from PIL import Image
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 PROGRAM = os.environ.get("MARLOWICK_PROGRAM", os.path.join(ROOT, "build", "marlowick"))
 SCREEN = (1280, 900)
+
+# Where the labels of the menu bar are, in the main window; how high the parts of an open menu are.
+LABELS = {"File": (24, 32), "Edit": (58, 32), "View": (92, 32), "Favourites": (145, 32), "Launch": (204, 32),
+          "Tabs": (246, 32), "Help": (280, 32)}
+ROW, SEPARATOR, MARGIN = 15, 8, 8
 
 
 def wait_for(condition, what, seconds=20.0):
@@ -56,6 +62,7 @@ class Screen:
         self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         wait_for(lambda: "openbox" in run("wmctrl", "-m", check=False).lower(), "the window manager")
         atexit.register(self.close)
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what was started ends then, too
 
     def close(self):
         for process in reversed(self.processes):
@@ -216,6 +223,47 @@ class Marlowick:
         self.key("ctrl+a")
         run("xdotool", "type", address)
         self.key("Return")
+
+    def windows(self):
+        """The windows of this run that the window manager knows, by their number, with their titles."""
+        found = {}
+        for line in run("wmctrl", "-lp", check=False).splitlines():
+            number, _, pid, _, *title = line.split(None, 4)
+            if int(pid) == self.process.pid:
+                found[str(int(number, 16))] = "".join(title)
+        return found
+
+    def wait_window(self, title, seconds=20.0):
+        """Waits for a window with this title beside the main one, and returns its number."""
+        def look():
+            return next((number for number, name in self.windows().items()
+                         if name == title and number != self.window), None)
+
+        return wait_for(look, f'a window called "{title}"', seconds)
+
+    def menu(self):
+        """Left, top, width, height of the open menu; None while there is none."""
+        for line in run("xwininfo", "-root", "-children").splitlines():
+            match = re.match(r"\s+(0x[0-9a-f]+) .*\s(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)", line)
+            if not match or int(match[2]) < 60 or int(match[3]) < 25:
+                continue
+            about = run("xwininfo", "-id", match[1], check=False)
+            if "IsViewable" in about and "Override Redirect State: yes" in about:
+                return int(match[4]), int(match[5]), int(match[2]), int(match[3])
+        return None
+
+    def open_menu(self, label):
+        x, y = LABELS[label]
+        self.click(x, y)
+        self.move(x + 2, y + 1)
+        return wait_for(self.menu, f"the menu {label}", 5)
+
+    def choose(self, label, rows_above, separators_above=0):
+        left, top, _, _ = self.open_menu(label)
+        x, y = left + 40, top + MARGIN + rows_above * ROW + separators_above * SEPARATOR + 7
+        run("xdotool", "mousemove", str(x), str(y))
+        time.sleep(0.1)
+        run("xdotool", "click", "1")
 
     def pixel(self, screen, x, y):
         left, top, _, _ = self.rect

@@ -1,16 +1,12 @@
 """The drawn menus with the mouse alone, and the commands behind them in the real engine."""
 
 import os
-import re
 import subprocess
 import time
 
-from harness import ProgramTest, main, run, wait_for
+from harness import LABELS, ProgramTest, main, run, wait_for
 
 GREEN, BLUE = (0, 128, 0), (0, 0, 255)
-LABELS = {"File": (24, 32), "Edit": (58, 32), "View": (92, 32), "Favourites": (145, 32), "Launch": (204, 32),
-          "Tabs": (246, 32), "Help": (280, 32)}
-ROW, SEPARATOR, MARGIN = 15, 8, 8
 
 
 class Menus(ProgramTest):
@@ -20,36 +16,12 @@ class Menus(ProgramTest):
         self.program.wait_title("Green")
         wait_for(lambda: self.program.page_pixel(self.screen) == GREEN, "the page")
 
-    def menu(self):
-        """Left, top, width, height of the open menu; None while there is none."""
-        for line in run("xwininfo", "-root", "-children").splitlines():
-            match = re.match(r"\s+(0x[0-9a-f]+) .*\s(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)", line)
-            if not match or int(match[2]) < 60 or int(match[3]) < 25:
-                continue
-            about = run("xwininfo", "-id", match[1], check=False)
-            if "IsViewable" in about and "Override Redirect State: yes" in about:
-                return int(match[4]), int(match[5]), int(match[2]), int(match[3])
-        return None
-
-    def open(self, label):
-        x, y = LABELS[label]
-        self.program.click(x, y)
-        self.program.move(x + 2, y + 1)
-        return wait_for(self.menu, f"the menu {label}", 5)
-
     def gone(self, how):
-        wait_for(lambda: self.menu() is None, f"no menu after {how}", 5)
-
-    def choose(self, label, rows_above, separators_above=0):
-        left, top, _, _ = self.open(label)
-        x, y = left + 40, top + MARGIN + rows_above * ROW + separators_above * SEPARATOR + 7
-        run("xdotool", "mousemove", str(x), str(y))
-        time.sleep(0.1)
-        run("xdotool", "click", "1")
+        wait_for(lambda: self.program.menu() is None, f"no menu after {how}", 5)
 
     def test_opens_below_its_label_and_slides_along_the_bar(self):
         left, top, _, _ = self.program.rect
-        self.assertEqual(self.open("File")[:2], (left + 8, top + 39))
+        self.assertEqual(self.program.open_menu("File")[:2], (left + 8, top + 39))
         places = set()
         for label in ("Edit", "View", "Launch", "Tabs", "Help", "Tabs", "File"):
             x, y = LABELS[label]
@@ -57,7 +29,7 @@ class Menus(ProgramTest):
             time.sleep(0.1)
             self.program.move(x + 1, y)
             time.sleep(0.2)
-            places.add(wait_for(self.menu, f"the menu {label}", 3)[0])
+            places.add(wait_for(self.program.menu, f"the menu {label}", 3)[0])
         self.assertEqual(len(places), 6)
         self.program.move(*LABELS["Favourites"])
         self.gone("sliding onto Favourites")
@@ -65,11 +37,11 @@ class Menus(ProgramTest):
     def test_a_press_anywhere_else_ends_it(self):
         left, top, _, _ = self.program.rect
         for how, x, y in (("title bar", 300, 12), ("page", 350, 300), ("its own label", *LABELS["File"])):
-            self.open("File")
+            self.program.open_menu("File")
             self.program.click(x, y)
             self.gone(f"a press on the {how}")
             self.program.move(350, 440)
-        self.open("File")
+        self.program.open_menu("File")
         run("xdotool", "mousemove", str(left + 900 if left < 300 else 20), str(top - 60 if top > 100 else 850), "click", "1")
         self.gone("a press on the desktop")
         other = subprocess.Popen(["xmessage", "-geometry", "+10+10", "another program"])
@@ -78,7 +50,7 @@ class Menus(ProgramTest):
                               "another window").split()[0]
             run("wmctrl", "-i", "-a", self.program.window)
             time.sleep(0.5)
-            self.open("File")
+            self.program.open_menu("File")
             run("wmctrl", "-i", "-a", window)
             self.gone("another window's becoming active")
         finally:
@@ -86,22 +58,22 @@ class Menus(ProgramTest):
             other.wait(10)
 
     def test_rows_do_what_they_say(self):
-        self.choose("File", 0)  # New Tab
+        self.program.choose("File", 0)  # New Tab
         self.gone("a row")
         wait_for(lambda: self.program.title != "Green", "a new tab on show")
-        self.choose("Tabs", 2, 1)  # the first tab
+        self.program.choose("Tabs", 2, 1)  # the first tab
         self.program.wait_title("Green")
-        self.choose("View", 3)  # Refresh
+        self.program.choose("View", 3)  # Refresh
         wait_for(lambda: self.server.requests.count("/") == 2, "a second request")
 
     def test_offline_sends_nothing(self):
-        self.choose("File", 6, 3)  # Work Offline
+        self.program.choose("File", 6, 3)  # Work Offline
         time.sleep(0.3)
         before = len(self.server.requests)
         self.program.type_address(self.page("/away", "<title>Away</title><body style='background:blue'>"))
         time.sleep(2)
         self.assertEqual(len(self.server.requests), before)
-        self.choose("File", 6, 3)  # Work Online
+        self.program.choose("File", 6, 3)  # Work Online
         self.program.type_address(self.server.address + "/away")
         wait_for(lambda: self.program.page_pixel(self.screen) == BLUE, "the page, online again")
 
