@@ -188,6 +188,10 @@ void GtkComboField::Select(long start, long length) {
 }
 
 bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
+  if (event->state & GDK_CONTROL_MASK)
+    typed_.clear();
+  else
+    typed_.insert(event->hardware_keycode);
   if (composing_ || (list_.IsOpen() && event->is_modifier)) return false;
   list_key_ = event->hardware_keycode;
   if (GoesToList(*event)) return true;
@@ -221,6 +225,7 @@ bool GtkComboField::PressEnter(GdkEventKey* event) {
 }
 
 bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
+  if (typed_.erase(event.hardware_keycode) == 0) return false;
   // What the list took was no key of the field's, even where it has closed the list.
   if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return false;
   gate_.Run([&] {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "platform/ComboBox.h"
@@ -52,6 +53,9 @@ class GtkComboField : public ComboBox, public HasWidget {
   bool setting_ = false;    // the text is the program's, not the user's
   bool composing_ = false;  // an input method is at work
   guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
+  // The keys held down that were pressed in the field by themselves. Those of a command, as Ctrl+A, are no
+  // typing, and a completion at their release would undo what the command has selected.
+  std::set<guint16> typed_;
   // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
   std::optional<double> first_click_;
 };
