@@ -133,6 +133,8 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   button_.signal_clicked().connect([this] { ToggleList(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
   list_.Key = [this](GdkEventKey* event) {
+    // Escape closes the list and nothing else.
+    if (event->keyval == GDK_KEY_Escape && list_.TakeKey(*event)) return;
     // By the way of every key: the window's own keys come first, the rest reaches the entry.
     gtk_widget_event(gtk_widget_get_toplevel(Widget()), reinterpret_cast<GdkEvent*>(event));
   };

@@ -145,7 +145,15 @@ void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
-  if (g_spawn_command_line_async(command.c_str(), &error)) return;
+  char** arguments = nullptr;
+  // What is set for our own engine is nobody else's business.
+  char** environment = g_environ_unsetenv(g_get_environ(), "WEBKIT_DISABLE_DMABUF_RENDERER");
+  const bool started =
+      g_shell_parse_argv(command.c_str(), nullptr, &arguments, &error) &&
+      g_spawn_async(nullptr, arguments, environment, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr, &error);
+  g_strfreev(environment);
+  g_strfreev(arguments);
+  if (started) return;
   const std::string reason = error->message;
   g_error_free(error);
   throw Failure("The program \"" + command + "\" can't be started: " + reason);
@@ -194,11 +202,16 @@ bool GtkDesktop::TakenForPopup(GdkEvent* event) {
   };
   if (std::any_of(popups_.begin(), popups_.end(), contains)) return false;
   const bool comes_to_menu = std::any_of(popups_.begin(), popups_.end(), grabs);
+  // Another program's window may lie over the main window.
+  GdkWindow* under = gdk_device_get_window_at_position(gdk_event_get_device(event), nullptr, nullptr);
+  GtkWindow* frame = MainFrame();
+  const bool on_main =
+      under && frame && gdk_window_get_toplevel(under) == gtk_widget_get_window(GTK_WIDGET(frame));
   if (event->type == GDK_MOTION_NOTIFY) {
-    if (comes_to_menu && main_host) main_host->HoverFromMenu(x, y);
+    if (comes_to_menu && on_main) main_host->HoverFromMenu(x, y);
     return comes_to_menu;
   }
   EndPopups();
-  if (comes_to_menu && main_host) main_host->PressFromMenu(static_cast<int>(event->button.button), x, y);
+  if (comes_to_menu && on_main) main_host->PressFromMenu(static_cast<int>(event->button.button), x, y);
   return comes_to_menu;
 }

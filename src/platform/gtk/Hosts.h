@@ -59,7 +59,10 @@ class PopupHost : public SceneHost {
   bool Contains(double x, double y);
 
  private:
+  bool Grab();
+
   bool grabbed_ = false;
+  sigc::connection retry_;
 };
 
 // The main window: managed, without a system frame. It is the one entry on the task bar; what the window
