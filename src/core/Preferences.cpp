@@ -1,9 +1,12 @@
 #include "core/Preferences.h"
 
+#include <algorithm>
+
 #include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
+#include "platform/Text.h"
 
 namespace {
 
@@ -43,6 +46,9 @@ void Preferences::LoadIni(Program& program) {
   program.slot.Open(program.AppPath + "\\filter.dat", FileSlot::Mode::Input);
   while (!program.slot.EndOfFile()) lstFilter.push_back(program.slot.LineInput());
   program.slot.Close();
+  std::stable_sort(lstFilter.begin(), lstFilter.end(), [](const std::string& a, const std::string& b) {
+    return Text::LowerCase(a) < Text::LowerCase(b);
+  });
 
   if (program.SplashUp == 1) program.splash().Status("Loading skin...");
 

@@ -19,7 +19,7 @@ class Preferences {
   int16_t NewTabMode = 0;       // 1: the toolbar's new tab starts on the address of the current one
   int16_t AutoCompleteOff = 0;  // 1: no completion
   int16_t CookieTrapMode = 0;   // 0 keep all, 1 remove new ones, 2 show a list, 3 remove by word filters
-  std::vector<std::string> lstFilter;  // the lines of `filter.dat`
+  std::vector<std::string> lstFilter;  // the lines of `filter.dat`, sorted without regard to case
 
   // Reads everything anew, the skin included. Fails for a missing `filter.dat`, a number out of range, and an
   // "[AutoComplete]" that is absent or no number.

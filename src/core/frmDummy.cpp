@@ -16,6 +16,9 @@ frmDummy::frmDummy(Program& program)
 void frmDummy::Form_Load() {
   Top = -9999999;
   Left = -9999999;
+  // The strip was drawn before this window stood.
+  const std::string& title = program_.main().frame.labCaption.Caption();
+  if (!title.empty()) Caption = title;
 }
 
 // Keeps the window off the screen, wherever it was put.

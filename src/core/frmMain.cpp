@@ -45,6 +45,7 @@ void frmMain::Form_Load() {
   splash.Status("Setting up initial tabs...");
   frame.StatusBar1.ForeColor = program.colours.StatusTextColour;
   frame.picProgress.BackColor = program.colours.ProgressBarColour;
+  // The labels take the skin's colour before the mouse first moves over them.
   menubar.ResetMenus(frame.labDummy);
   events.ShowIdle();
   tabs.CurrentTab = 0;
@@ -89,6 +90,7 @@ void frmMain::Form_Unload(bool& cancel) {
   program.Unloading = 1;
   Skipping([&] { program.popup_menu.Unload(); });
   program.menu.FavOpenPath.clear();
+  // The proxy was never made: there is no owner to put back, no property and no window to take away.
   SwapOwner(false, hWndProxy);
   Skipping([&] { Hide(); });
   Skipping([&] { program.desktop.DoEvents(); });

@@ -22,6 +22,8 @@ void frmSplash::Form_Load() {
   program_.main().Show();
 }
 
+// Desktops that open a program's first window maximised. Where the window manager leaves the splash alone,
+// the main window hears of it itself.
 void frmSplash::Form_Resize() {
   if (WindowState == Maximised) program_.SplashMaximised = "1";
   WindowState = Normal;

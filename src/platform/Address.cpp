@@ -117,7 +117,8 @@ bool IsThisMachine(std::string_view host) {
 Address::Target FromHost(const std::string& text) {
   const Place place = Split(text);
   const bool good_port = place.port.empty() || (place.port.size() <= 5 &&
-                                                std::all_of(place.port.begin(), place.port.end(), IsDigit));
+                                                std::all_of(place.port.begin(), place.port.end(), IsDigit) &&
+                                                std::stoi(std::string(place.port)) <= 65535);
   if (!IsHost(place.host) || !good_port) return {text, {}, false};
   const size_t start = text.size() - place.rest.size();
   std::string address = text.substr(0, start) + Text::Replace(place.rest, " ", "%20");

@@ -4,6 +4,7 @@
 #include <utility>
 
 void Events::Run(const std::function<void()>& handler) {
+  if (closed_) return;
   struct Depth {
     explicit Depth(int& count) : count(count) { ++count; }
     ~Depth() { --count; }

@@ -18,10 +18,14 @@ class Events {
   // Runs one event's handler.
   void Run(const std::function<void()>& handler);
 
+  // Lets nothing in any more: the program is at its end.
+  void Close() { closed_ = true; }
+
   // Keeps a thing that has left the program until no handler is running any more.
   void Bury(std::shared_ptr<void> thing);
 
  private:
+  bool closed_ = false;
   int depth_ = 0;
   std::vector<std::shared_ptr<void>> buried_;
 };

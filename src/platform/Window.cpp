@@ -89,6 +89,7 @@ Control& Window::At(Twips x, Twips y) {
 
 void Window::MousePressed(int button, int shift, Twips x, Twips y, bool second_press) {
   // A second button goes where the first one is held.
+  if (!captured_) button_ = button;
   Control& control = captured_ ? *captured_ : At(x, y);
   captured_ = &control;
   doubled_ = second_press && control.DblClick;
@@ -108,8 +109,9 @@ void Window::MouseMoved(int buttons, int shift, Twips x, Twips y) {
 }
 
 void Window::MouseReleased(int button, int shift, Twips x, Twips y) {
+  // The release of a further button doesn't end what the first one holds.
+  if (!captured_ || button != button_) return;
   Control* control = std::exchange(captured_, nullptr);
-  if (!control) return;
   const bool inside = &At(x, y) == control;
   // The handlers may take the control off the window, so that it must not be touched again.
   const auto release = control->MouseUp;

@@ -92,6 +92,7 @@ class Window : public Surface {
   Kind kind_;
   std::unique_ptr<WindowHost> host_;
   Control* captured_ = nullptr;
+  int button_ = 0;        // whose press captured
   bool doubled_ = false;  // the press that is held was the second of a double click
   bool shown_ = false;    // what the host was last told
   bool quiet_ = false;    // a change comes from the desktop and isn't told back to it

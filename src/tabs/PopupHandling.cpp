@@ -12,11 +12,18 @@ constexpr int16_t PolicyNone = 0, PolicyTab = 2, PolicyAsk = 3;
 // How many requests one answer may serve. Each waits inside the one before it, on the one stack.
 constexpr int MostAtOnce = 8;
 
+// How long a refusal holds, in milliseconds from the last request: a page that asks in a loop asks again at
+// once.
+constexpr int RefusalHolds = 1000;
+
 }  // namespace
 
 PopupHandling::PopupHandling(frmMain& main)
     : popup(main.program.desktop.Gate, [&main] { return std::make_shared<frmPopup>(main.program); }),
-      main_(main) {}
+      main_(main),
+      refusing_(main.program.desktop, RefusalHolds, false) {
+  refusing_.Tick = [this] { refusing_.Enabled = false; };
+}
 
 PopupHandling::~PopupHandling() = default;
 
@@ -47,7 +54,8 @@ void PopupHandling::Ask(Browser*& taker, bool& cancel) {
     ~Turn() { --count; }
     int& count;
   };
-  if (asking_ == MostAtOnce) {
+  if (asking_ == MostAtOnce || refusing_.Enabled) {
+    if (refusing_.Enabled) Refuse();
     cancel = true;
     return;
   }
@@ -55,7 +63,14 @@ void PopupHandling::Ask(Browser*& taker, bool& cancel) {
   if (asking_ == 1) PopupAnswer = 0;
   if (asking_ == 1 || popup.Loaded()) popup().ShowModal();
   if (PopupAnswer == InNewTab) TakeInNewTab(taker);
-  if (PopupAnswer == DoNotOpen) cancel = true;
+  if (PopupAnswer != DoNotOpen) return;
+  cancel = true;
+  Refuse();
+}
+
+void PopupHandling::Refuse() {
+  refusing_.Enabled = false;  // the count begins anew
+  refusing_.Enabled = true;
 }
 
 void PopupHandling::TakeInNewTab(Browser*& taker) {

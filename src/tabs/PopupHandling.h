@@ -4,6 +4,7 @@
 
 #include "core/Slot.h"
 #include "platform/Browser.h"
+#include "platform/Timer.h"
 
 class frmMain;
 class frmPopup;
@@ -25,8 +26,10 @@ class PopupHandling {
 
  private:
   void Ask(Browser*& taker, bool& cancel);
+  void Refuse();
   void TakeInNewTab(Browser*& taker);
 
   frmMain& main_;
+  Timer refusing_;  // runs for a moment after a "Do not open", which holds for requests on its heels
   int asking_ = 0;  // requests that wait for the answer or are acting on it
 };

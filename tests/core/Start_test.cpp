@@ -269,7 +269,7 @@ TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
   EXPECT_EQ(read.NewTabMode, 0);
   EXPECT_EQ(read.SearchPage, "[Search]") << "a value line starts no section";
   EXPECT_EQ(read.DefaultPage, "");
-  EXPECT_EQ(read.lstFilter, (Log{"one", "two", "", "last"}));
+  EXPECT_EQ(read.lstFilter, (Log{"", "last", "one", "two"}));
   EXPECT_EQ(program.menu.OpenMenuName, "");
   EXPECT_EQ(program.menu.MenuLoaded + program.menu.MenuMode + main().frame.SizingNow, 0);
   EXPECT_FALSE(program.splash.Loaded()) << "a running program touches no splash text";

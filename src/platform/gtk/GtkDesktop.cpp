@@ -60,8 +60,8 @@ void GtkDesktop::End(int status) {
 }
 
 void GtkDesktop::Die(const Failure& failure) {
-  if (dying_) std::_Exit(1);
-  dying_ = true;
+  // Timers and pages go on while the message is read, but not into the program.
+  Gate.Close();
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
   MsgBox(std::string(failure.what()) +
              "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",

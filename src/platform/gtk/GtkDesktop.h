@@ -59,5 +59,4 @@ class GtkDesktop : public Desktop {
   std::string folder_;
   std::unique_ptr<BrowserWorld> world_;
   std::vector<PopupHost*> popups_;
-  bool dying_ = false;
 };

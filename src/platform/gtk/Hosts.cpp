@@ -271,6 +271,7 @@ bool MainHost::OnState(GdkEventWindowState* event) {
 
 RelayHost::RelayHost(GtkDesktop& desktop, Window& scene) : desktop_(desktop), scene_(scene) {
   if (desktop_.main_host) desktop_.main_host->relay = &scene;
+  RelayHost::Caption();
 }
 
 RelayHost::~RelayHost() {

@@ -18,12 +18,8 @@ files::path ExecutableFolder() {
   return self.parent_path();
 }
 
-// What is delivered: beside the executable in a build, else where an installation puts it.
-files::path DeliveredFolder() {
-  const files::path beside = ExecutableFolder() / "data";
-  if (files::exists(beside / "browser.ini")) return beside;
-  return ExecutableFolder().parent_path() / "share" / "marlowick";
-}
+// What is delivered lies beside the executable.
+files::path DeliveredFolder() { return ExecutableFolder() / "data"; }
 
 files::path ChosenFolder() {
   const char* home = g_getenv("MARLOWICK_HOME");
@@ -40,12 +36,14 @@ void Install(const files::path& folder) {
                   "\"");
   files::path fresh = folder;
   fresh += ".new-" + std::to_string(::getpid());
-  files::create_directories(folder.parent_path());
-  files::copy(delivered, fresh, files::copy_options::recursive);
-  std::error_code error;
-  files::rename(fresh, folder, error);
+  std::error_code error, ignored;
+  files::create_directories(folder.parent_path(), error);
+  if (!error) files::copy(delivered, fresh, files::copy_options::recursive, error);
+  if (!error) files::rename(fresh, folder, error);
   if (!error) return;
-  files::remove_all(fresh);
+  files::remove_all(fresh, ignored);
+  // Another start may have been quicker.
+  if (files::exists(folder / "browser.ini")) return;
   throw Failure("The program's folder \"" + folder.string() + "\" can't be made: " + error.message());
 }
 

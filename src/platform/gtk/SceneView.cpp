@@ -199,6 +199,7 @@ bool SceneView::on_button_press_event(GdkEventButton* event) {
 }
 
 bool SceneView::on_button_release_event(GdkEventButton* event) {
+  if (event->button > 3) return true;
   gate_.Run([&] {
     const Point at = At(event->x, event->y, event->x_root, event->y_root);
     scene_.MouseReleased(MouseButton(event->button), ShiftKeys(event->state), at.X, at.Y);
