@@ -18,7 +18,7 @@ sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
 from harness import Marlowick, Screen, Server, children_of, run, wait_for  # noqa: E402
 
 BARE = os.path.join(ROOT, "build", "bench", "bare_window")
-RUNS = 10
+RUNS = int(os.environ.get("RUNS", "10"))
 GREEN = 0x008000
 TICKS = os.sysconf("SC_CLK_TCK")
 

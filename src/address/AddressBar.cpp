@@ -92,6 +92,8 @@ void AddressBar::Combo1_Click() {
   // A page that closed itself has taken its timer along, and its element may be gone too.
   Skipping([&] { tabs.WebBrowser1(tabs.CurrentTab).Navigate(Combo1->Text()); });
   Skipping([&] { tabs.Timer1(tabs.CurrentTab).Enabled = true; });
+  // The next keys are the page's.
+  Skipping([&] { tabs.WebBrowser1(tabs.CurrentTab).SetFocus(); });
 }
 
 void AddressBar::SetAddressText() {

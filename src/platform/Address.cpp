@@ -69,6 +69,14 @@ bool IsFullAddress(std::string_view text) {
   return scheme > 0 && !IsPortNext(text.substr(scheme + 1));
 }
 
+// The ports that no web page may be asked for, ascending.
+constexpr auto ForeignPorts = std::to_array<int>(
+    {0,    1,    7,    9,    11,   13,   15,   17,   19,   20,   21,   22,   23,   25,   37,   42,   43,
+     53,   69,   77,   79,   87,   95,   101,  102,  103,  104,  109,  110,  111,  113,  115,  117,  119,
+     123,  135,  137,  139,  143,  161,  179,  389,  427,  465,  512,  513,  514,  515,  526,  530,  531,
+     532,  540,  548,  554,  556,  563,  587,  601,  636,  989,  990,  993,  995,  1719, 1720, 1723, 2049,
+     3659, 4045, 4190, 5060, 5061, 6000, 6566, 6665, 6666, 6667, 6668, 6669, 6679, 6697, 10080});
+
 struct Place {
   std::string_view host, port, rest;
 };
@@ -157,6 +165,15 @@ std::string Host(std::string_view uri) {
   std::string_view host = Split(uri.substr(start + 3)).host;
   if (host.size() > 1 && host.front() == '[') host = host.substr(1, host.size() - 2);
   return LowerAscii(host);
+}
+
+bool HasForeignPort(std::string_view uri) {
+  const std::string scheme = Scheme(uri);
+  if (scheme != "http" && scheme != "https") return false;
+  const size_t start = uri.find("://");
+  const std::string port(start == uri.npos ? std::string_view{} : Split(uri.substr(start + 3)).port);
+  if (port.empty() || port.size() > 5 || !std::all_of(port.begin(), port.end(), IsDigit)) return false;
+  return std::binary_search(ForeignPorts.begin(), ForeignPorts.end(), std::stoi(port));
 }
 
 bool IsLocal(std::string_view uri) {

@@ -26,6 +26,9 @@ std::string Host(std::string_view uri);
 // True for addresses whose content is on this machine or in the address itself.
 bool IsLocal(std::string_view uri);
 
+// True where a web address names a port that the engine keeps for other services.
+bool HasForeignPort(std::string_view uri);
+
 // What stands for a page without a title: the file's name, else the host with the path, else the address.
 std::string ShortName(std::string_view uri);
 

@@ -8,7 +8,7 @@ from harness import Marlowick, Screen
 path, address, skin = sys.argv[1:4]
 screen = Screen()
 program = Marlowick(*([address] if address else []),
-                    settings={"Skin": skin if skin == "default" else f"skins\\\\{skin}"})
+                    settings={"Skin": skin if skin == "default" else f"skins\\{skin}"})
 try:
     for _ in range(2):
         program.click(160, 60)

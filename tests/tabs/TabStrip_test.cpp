@@ -93,7 +93,7 @@ TEST_F(Strip, DrawsNoTitleOutsideItsTab) {
   const int width = main().PixelBounds().Width;
   for (const std::string& title : {std::string(10000, 'W'), Repeat("שלום עולם ", 50),
                                    "e" + Repeat("\xcc\x81", 300), Repeat("👩‍👩‍👧‍👦", 20),
-                                   std::string("tab\there\r\nand a line\nanother\x01\x7f\0end", 36),
+                                   std::string("tab\there\r\nand a line\nanother\x01\x7f\0end", 34),
                                    Repeat("\xe2\x80\xae", 30) + "turned", std::string("\xff\xfe\xc3")}) {
     Lines(0, title);
     EXPECT_EQ(tabs().picTab(0).ToolTipText(), title + " (http://a.test/)");

@@ -9,8 +9,8 @@ namespace {
 
 constexpr int FontPixels = 11;
 constexpr size_t MostCharacters = 4000;
-constexpr size_t KeptWidths = 4096, KeptLines = 512;
-constexpr size_t LongestKeptWidth = 1024;  // bytes of text
+constexpr size_t KeptWidths = 4096, KeptLines = 1024;
+constexpr size_t LongestKept = 1024;  // bytes of a text whose width is kept
 
 // What can be laid out as one line: each control character and each separator of lines becomes a blank.
 std::string OneLine(std::string_view text) {
@@ -33,9 +33,12 @@ std::string OneLine(std::string_view text) {
 double TextLayout::Width(std::string_view text) {
   const auto kept = widths_.find(text);
   if (kept != widths_.end()) return kept->second;
+  const bool keeps = text.size() <= LongestKept;
+  const Layout passing = keeps ? nullptr : LayOut(Text::Left(text, MostCharacters), 1);
   int width = 0;
-  pango_layout_get_pixel_size(LayOut(Text::Left(text, MostCharacters), 1).get(), &width, nullptr);
-  if (text.size() > LongestKeptWidth) return width;
+  // What is measured is drawn soon after, and at a scale of 1 from the same layout.
+  pango_layout_get_pixel_size(keeps ? Line(text, 0, 1) : passing.get(), &width, nullptr);
+  if (!keeps) return width;
   if (widths_.size() >= KeptWidths) widths_.clear();
   return widths_[std::string(text)] = width;
 }
@@ -45,7 +48,10 @@ void TextLayout::Draw(cairo_t* cairo, const TextRun& run, int right, int scale) 
   if (visible <= 0) return;
   // No character that can be seen is narrower than a pixel: the rest of a long text isn't laid out at all.
   const size_t characters = static_cast<size_t>(visible) + 2;
-  PangoLayout* line = Line(Text::Left(run.Text, characters), static_cast<int>(run.Room), scale);
+  const std::string text = Text::Left(run.Text, characters);
+  // The last pixel of a line is the space behind its last letter and needs no room.
+  const bool fits = run.Room <= 0 || Width(text) <= run.Room + 1;
+  PangoLayout* line = Line(text, fits ? 0 : static_cast<int>(run.Room), scale);
   const double base = PANGO_PIXELS(pango_layout_get_baseline(line) * scale) / static_cast<double>(scale);
   cairo_set_source_rgb(cairo, (run.Pixel >> 16 & 255) / 255.0, (run.Pixel >> 8 & 255) / 255.0,
                        (run.Pixel & 255) / 255.0);
@@ -88,11 +94,8 @@ PangoLayout* TextLayout::Line(std::string_view text, int room, int scale) {
   Layout& line = lines_[{std::string(text), room, scale}];
   if (line) return line.get();
   line = LayOut(text, scale);
-  int width = 0;
-  pango_layout_get_size(line.get(), &width, nullptr);
-  // The last pixel of a line is the space behind its last letter and needs no room. A width of its own would
-  // move a line that reads from right to left, so only a line too long gets one.
-  if (room > 0 && width > (room + 1) * PANGO_SCALE) {
+  // A width of its own would move a line that reads from right to left, so only a line too long gets one.
+  if (room > 0) {
     pango_layout_set_width(line.get(), room * PANGO_SCALE);
     pango_layout_set_ellipsize(line.get(), PANGO_ELLIPSIZE_END);
   }

@@ -41,6 +41,7 @@ class TextLayout {
 
   PangoContext* ContextFor(int scale);
   Layout LayOut(std::string_view text, int scale);
+  // Kept until the next call; cut to `room` pixels unless that is 0.
   PangoLayout* Line(std::string_view text, int room, int scale);
 
   std::map<int, Context> contexts_;  // by scale

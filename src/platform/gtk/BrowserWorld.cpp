@@ -29,6 +29,19 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine) {
   return context;
 }
 
+// What the engine does ahead of the user's wishes. A name that is looked up in advance leaves the machine
+// past every proxy, even while the program works offline.
+void TurnOffLookingAhead(WebKitSettings* settings) {
+  WebKitFeatureList* features = webkit_settings_get_all_features();
+  for (gsize i = 0; i < webkit_feature_list_get_length(features); ++i) {
+    WebKitFeature* feature = webkit_feature_list_get(features, i);
+    const std::string name = TextOf(webkit_feature_get_identifier(feature));
+    if (name == "LinkDNSPrefetch" || name == "LinkPreconnect")
+      webkit_settings_set_feature_enabled(settings, feature, FALSE);
+  }
+  webkit_feature_list_unref(features);
+}
+
 Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
   Owned<WebKitSettings> settings(webkit_settings_new());
   webkit_settings_set_hardware_acceleration_policy(
@@ -36,6 +49,7 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
                                          : WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
   // Every new window is asked about, so none is held back before.
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+  TurnOffLookingAhead(settings.get());
   return settings;
 }
 
@@ -55,6 +69,22 @@ BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWi
   settings_.Apply(view_settings_.get());
   ApplyProxy();
   g_signal_connect(context_.get(), "download-started", G_CALLBACK(OnDownload), this);
+  // A message, to which nobody listens, starts the page's process: it comes up while the program does.
+  first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
+  webkit_web_view_send_message_to_page(WEBKIT_WEB_VIEW(first_view_.get()),
+                                       webkit_user_message_new("start", nullptr), nullptr, nullptr, nullptr);
+}
+
+GtkWidget* BrowserWorld::NewView() {
+  return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "settings",
+                                 view_settings_.get(), nullptr));
+}
+
+GtkWidget* BrowserWorld::MakeView() {
+  if (!first_view_) return NewView();
+  GtkWidget* view = first_view_.release();
+  g_object_force_floating(G_OBJECT(view));
+  return view;
 }
 
 BrowserWorld::~BrowserWorld() { Shutdown(); }
@@ -62,6 +92,7 @@ BrowserWorld::~BrowserWorld() { Shutdown(); }
 void BrowserWorld::Shutdown() {
   if (!context_) return;
   g_signal_handlers_disconnect_by_data(context_.get(), this);
+  first_view_.reset();
   windows_.clear();
   for (Page* page : std::exchange(pages_, {})) page->Close();
   view_settings_.reset();

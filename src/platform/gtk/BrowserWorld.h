@@ -27,6 +27,8 @@ class BrowserWorld {
   Events& Gate() { return gate_; }
   GtkWindow* MainWindow() const { return main_window_(); }
   WebKitWebContext* Context() { return context_.get(); }
+  // A view of a page without an opener, floating.
+  GtkWidget* MakeView();
   WebKitSettings* ViewSettings() { return view_settings_.get(); }
   // The folder of the engine's own data.
   const std::string& EngineFolder() const { return engine_; }
@@ -55,6 +57,7 @@ class BrowserWorld {
   void Shutdown();
 
  private:
+  GtkWidget* NewView();
   void ApplyProxy();
   static void OnDownload(WebKitWebContext* context, WebKitDownload* download, gpointer self);
 
@@ -64,6 +67,7 @@ class BrowserWorld {
   ElementSettings settings_;
   Owned<WebKitWebContext> context_;
   Owned<WebKitSettings> view_settings_;
+  Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<PlainWindow>> windows_;
   bool offline_ = false;

@@ -1,5 +1,6 @@
 #include "platform/gtk/DownloadBar.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/gtk/BrowserWorld.h"
@@ -9,6 +10,8 @@
 namespace {
 
 constexpr const char* OwnKey = "own-download";
+// Finished downloads beyond these make room for the page again.
+constexpr size_t MostRows = 5;
 
 }  // namespace
 
@@ -25,6 +28,9 @@ void DownloadBar::Take(std::shared_ptr<DownloadRow> row) {
     std::erase_if(rows_, [closed](const auto& one) { return one.get() == closed; });
   };
   rows_.push_back(std::move(row));
+  const auto finished =
+      std::find_if(rows_.begin(), rows_.end(), [](const auto& one) { return !one->Running(); });
+  if (rows_.size() > MostRows && finished != rows_.end()) rows_.erase(finished);
 }
 
 void DownloadBar::HandOver() {

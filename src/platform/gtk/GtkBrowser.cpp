@@ -49,6 +49,7 @@ void GtkBrowser::Stop() { page_->Load().Stop(); }
 void GtkBrowser::Refresh() { page_->Load().Again(); }
 
 void GtkBrowser::FailIfDead() const {
+  if (page_->Closed()) throw Failure("The page is closed");
   if (dead_) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
 }
 
@@ -58,7 +59,7 @@ bool GtkBrowser::Busy() const {
   if (dead || !busy) watched_ = false;
   dead_ = false;
   if (dead) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
-  page_->View();
+  if (page_->Closed()) throw Failure("The page is closed");
   return busy;
 }
 
@@ -131,8 +132,7 @@ void GtkBrowser::ProcessDied() {
 }
 
 void GtkBrowser::CloseWanted() {
-  const auto page = page_;
-  page->FallSilent();
+  page_->Quit();
   Raise(OnQuit);
 }
 

@@ -133,6 +133,8 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   button_.signal_clicked().connect([this] { ToggleList(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
   list_.Key = [this](GdkEventKey* event) {
+    // Escape closes the list and nothing else.
+    if (event->keyval == GDK_KEY_Escape && list_.TakeKey(*event)) return;
     // By the way of every key: the window's own keys come first, the rest reaches the entry.
     gtk_widget_event(gtk_widget_get_toplevel(Widget()), reinterpret_cast<GdkEvent*>(event));
   };
@@ -188,10 +190,10 @@ void GtkComboField::Select(long start, long length) {
 }
 
 bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
-  if (event->state & GDK_CONTROL_MASK)
-    typed_.clear();
+  if (event->state & (GDK_CONTROL_MASK | GDK_MOD1_MASK))
+    down_.clear();
   else
-    typed_.insert(event->hardware_keycode);
+    down_.insert(event->hardware_keycode);
   if (composing_ || (list_.IsOpen() && event->is_modifier)) return false;
   list_key_ = event->hardware_keycode;
   if (GoesToList(*event)) return true;
@@ -225,9 +227,10 @@ bool GtkComboField::PressEnter(GdkEventKey* event) {
 }
 
 bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
-  if (typed_.erase(event.hardware_keycode) == 0) return false;
   // What the list took was no key of the field's, even where it has closed the list.
   if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return false;
+  // Nor was a shortcut, such as Ctrl+A here or Ctrl+L anywhere: completing behind it would undo what it did.
+  if (down_.erase(event.hardware_keycode) == 0) return false;
   gate_.Run([&] {
     if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
   });

@@ -52,10 +52,8 @@ class GtkComboField : public ComboBox, public HasWidget {
   std::string text_;
   bool setting_ = false;    // the text is the program's, not the user's
   bool composing_ = false;  // an input method is at work
+  std::set<guint16> down_;  // keys that went down here, without Ctrl or Alt, and aren't up yet
   guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
-  // The keys held down that were pressed in the field by themselves. Those of a command, as Ctrl+A, are no
-  // typing, and a completion at their release would undo what the command has selected.
-  std::set<guint16> typed_;
   // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
   std::optional<double> first_click_;
 };

@@ -30,7 +30,11 @@ GtkDesktop::GtkDesktop(int argc, char** argv) : drawing_(MakeDrawing()) {
 GtkDesktop::~GtkDesktop() = default;
 
 int GtkDesktop::Run(const std::function<void()>& start) {
-  Gate.Run(start);
+  Gate.Run([&] {
+    // The engine comes up on the other processors while the program does on this one.
+    World();
+    start();
+  });
   gtk_main();
   return 0;
 }
@@ -141,7 +145,15 @@ void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 void GtkDesktop::Shell(const std::string& command) {
   GError* error = nullptr;
-  if (g_spawn_command_line_async(command.c_str(), &error)) return;
+  char** arguments = nullptr;
+  // What is set for our own engine is nobody else's business.
+  char** environment = g_environ_unsetenv(g_get_environ(), "WEBKIT_DISABLE_DMABUF_RENDERER");
+  const bool started =
+      g_shell_parse_argv(command.c_str(), nullptr, &arguments, &error) &&
+      g_spawn_async(nullptr, arguments, environment, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr, &error);
+  g_strfreev(environment);
+  g_strfreev(arguments);
+  if (started) return;
   const std::string reason = error->message;
   g_error_free(error);
   throw Failure("The program \"" + command + "\" can't be started: " + reason);
@@ -173,21 +185,33 @@ void GtkDesktop::EndPopups() {
 }
 
 void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
-  static_cast<GtkDesktop*>(self)->LookForPressOutside(event);
-  gtk_main_do_event(event);
+  if (!static_cast<GtkDesktop*>(self)->TakenForPopup(event)) gtk_main_do_event(event);
 }
 
-// A press ends an open menu before it acts on what was pressed, whichever widget or window of ours that is; a
-// press outside the program comes to the menu itself, from outside its bounds.
-void GtkDesktop::LookForPressOutside(GdkEvent* event) {
-  if (popups_.empty() || event->type != GDK_BUTTON_PRESS) return;
-  const bool inside = std::any_of(popups_.begin(), popups_.end(), [event](PopupHost* popup) {
-    GdkWindow* menu = gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj()));
-    if (!menu) return false;
-    int left = 0, top = 0;
-    gdk_window_get_origin(menu, &left, &top);
-    const double x = event->button.x_root - left, y = event->button.y_root - top;
-    return x >= 0 && y >= 0 && x < gdk_window_get_width(menu) && y < gdk_window_get_height(menu);
-  });
-  if (!inside) EndPopups();
+// While a menu is up it grabs the mouse, so that it hears of everything. What happens outside it is handed
+// on: hovering and presses to the main window's own scene, where they slide along the menu bar; a press
+// anywhere ends the menu before it acts. Whether the event has been dealt with.
+bool GtkDesktop::TakenForPopup(GdkEvent* event) {
+  if (popups_.empty() || (event->type != GDK_BUTTON_PRESS && event->type != GDK_MOTION_NOTIFY)) return false;
+  double x = 0, y = 0;
+  gdk_event_get_root_coords(event, &x, &y);
+  GdkWindow* top = gdk_window_get_toplevel(event->any.window);
+  const auto contains = [x, y](PopupHost* popup) { return popup->Contains(x, y); };
+  const auto grabs = [top](PopupHost* popup) {
+    return gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj())) == top;
+  };
+  if (std::any_of(popups_.begin(), popups_.end(), contains)) return false;
+  const bool comes_to_menu = std::any_of(popups_.begin(), popups_.end(), grabs);
+  // Another program's window may lie over the main window.
+  GdkWindow* under = gdk_device_get_window_at_position(gdk_event_get_device(event), nullptr, nullptr);
+  GtkWindow* frame = MainFrame();
+  const bool on_main =
+      under && frame && gdk_window_get_toplevel(under) == gtk_widget_get_window(GTK_WIDGET(frame));
+  if (event->type == GDK_MOTION_NOTIFY) {
+    if (comes_to_menu && on_main) main_host->HoverFromMenu(x, y);
+    return comes_to_menu;
+  }
+  EndPopups();
+  if (comes_to_menu && on_main) main_host->PressFromMenu(static_cast<int>(event->button.button), x, y);
+  return comes_to_menu;
 }

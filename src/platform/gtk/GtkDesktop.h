@@ -51,7 +51,7 @@ class GtkDesktop : public Desktop {
  private:
   BrowserWorld& World();
   static void OnEvent(GdkEvent* event, gpointer self);
-  void LookForPressOutside(GdkEvent* event);
+  bool TakenForPopup(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
 
   std::string command_line_;

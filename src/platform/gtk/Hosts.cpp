@@ -87,14 +87,27 @@ void PopupHost::Show() {
   moved_ = sized_ = true;
   if (GtkWindow* owner = desktop_.MainFrame()) gtk_window_set_transient_for(frame_.gobj(), owner);
   SceneHost::Show();
+  if (Grab()) return;
+  // Somebody else holds the mouse, perhaps for a moment only. A menu that hears of no press would never end.
+  retry_ = Glib::signal_timeout().connect(
+      [this] {
+        if (!Grab()) End();
+        return false;
+      },
+      100);
+}
+
+// With owner events, so that nothing is lost of what happens in the program's other windows.
+bool PopupHost::Grab() {
   GdkWindow* window = gtk_widget_get_window(GTK_WIDGET(frame_.gobj()));
   GdkSeat* seat = gdk_display_get_default_seat(gdk_window_get_display(window));
-  // With owner events: hovering reaches the other windows of the program, presses outside come to the menu.
   grabbed_ = gdk_seat_grab(seat, window, GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE, nullptr, nullptr, nullptr,
                            nullptr) == GDK_GRAB_SUCCESS;
+  return grabbed_;
 }
 
 void PopupHost::Hide() {
+  retry_.disconnect();
   if (grabbed_) gdk_seat_ungrab(gdk_display_get_default_seat(gdk_display_get_default()));
   grabbed_ = false;
   SceneHost::Hide();
@@ -102,6 +115,15 @@ void PopupHost::Hide() {
 
 void PopupHost::End() {
   if (scene_.Visible && scene_.Deactivate) desktop_.Gate.Run([this] { scene_.Deactivate(); });
+}
+
+bool PopupHost::Contains(double x, double y) {
+  GdkWindow* window = gtk_widget_get_window(GTK_WIDGET(frame_.gobj()));
+  if (!window || !gdk_window_is_visible(window)) return false;
+  int left = 0, top = 0;
+  gdk_window_get_origin(window, &left, &top);
+  return x >= left && y >= top && x < left + gdk_window_get_width(window) &&
+         y < top + gdk_window_get_height(window);
 }
 
 MainHost::MainHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scene, Gtk::WINDOW_TOPLEVEL) {
@@ -140,8 +162,15 @@ MainHost::MainHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scen
 }
 
 bool MainHost::OnKey(GdkEventKey* event) {
-  const char* name = gdk_keyval_name(event->keyval);
-  if (!name || !scene_.KeyDown) return false;
+  if (!scene_.KeyDown || event->state & (GDK_SUPER_MASK | GDK_META_MASK)) return false;
+  // Where the layout has letters of another script, a key is what it is in the first layout.
+  guint key = event->keyval;
+  if (gdk_keyval_to_unicode(key) > 0x7F)
+    gdk_keymap_translate_keyboard_state(gdk_keymap_get_for_display(gdk_display_get_default()),
+                                        event->hardware_keycode, static_cast<GdkModifierType>(event->state),
+                                        0, &key, nullptr, nullptr, nullptr);
+  const char* name = gdk_keyval_name(key);
+  if (!name) return false;
   const KeyPress press{name, (event->state & GDK_CONTROL_MASK) != 0, (event->state & GDK_SHIFT_MASK) != 0,
                        (event->state & GDK_MOD1_MASK) != 0};
   bool used = false;
@@ -173,6 +202,18 @@ void MainHost::Resize() {
 void MainHost::State() {
   if (scene_.WindowState == Window::Minimised && !iconified_) frame_.iconify();
   if (scene_.WindowState == Window::Normal && iconified_) frame_.deiconify();
+}
+
+void MainHost::HoverFromMenu(double x, double y) {
+  const Twips left = x * TwipsPerPixel - scene_.Left, top = y * TwipsPerPixel - scene_.Top;
+  if (left < 0 || top < 0 || left >= scene_.Width || top >= scene_.Height) return;
+  desktop_.Gate.Run([&] { scene_.MouseMoved(0, 0, left, top); });
+}
+
+void MainHost::PressFromMenu(int button, double x, double y) {
+  const Twips left = x * TwipsPerPixel - scene_.Left, top = y * TwipsPerPixel - scene_.Top;
+  if (left < 0 || top < 0 || left >= scene_.Width || top >= scene_.Height) return;
+  desktop_.Gate.Run([&] { scene_.MousePressed(button == 1 ? 1 : button == 3 ? 2 : 4, 0, left, top); });
 }
 
 void MainHost::Focus() { gtk_window_present_with_time(frame_.gobj(), gtk_get_current_event_time()); }

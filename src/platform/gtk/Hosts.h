@@ -55,9 +55,14 @@ class PopupHost : public SceneHost {
   void Hide() override;
   // The menu has lost its place as the active window.
   void End();
+  // Whether a point of the screen, in pixels, lies on the menu.
+  bool Contains(double x, double y);
 
  private:
+  bool Grab();
+
   bool grabbed_ = false;
+  sigc::connection retry_;
 };
 
 // The main window: managed, without a system frame. It is the one entry on the task bar; what the window
@@ -71,6 +76,10 @@ class MainHost : public SceneHost {
   void Resize() override;
   void State() override;
   void Focus() override;
+
+  // The mouse at a point of the screen, in pixels, while a menu has the grab.
+  void HoverFromMenu(double x, double y);
+  void PressFromMenu(int button, double x, double y);
 
   // The task bar entry's window, none while there is none.
   Window* relay = nullptr;

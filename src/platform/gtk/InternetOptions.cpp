@@ -66,6 +66,9 @@ Dialog::Dialog(BrowserWorld& world)
   using S = ElementSettings;
   gtk_spin_button_set_range(Number("font_size"), S::LeastFontSize, S::MostFontSize);
   gtk_spin_button_set_range(Number("zoom"), S::LeastZoom, S::MostZoom);
+  gtk_spin_button_set_increments(Number("font_size"), 1, 4);
+  gtk_spin_button_set_increments(Number("zoom"), 10, 50);
+  atk_object_set_name(gtk_widget_get_accessible(Part("proxy_address")), "Address of the proxy");
   Fill(world.Settings());
   Connect("use_current", "clicked", G_CALLBACK(OnCurrent));
   Connect("use_blank", "clicked", G_CALLBACK(OnBlank));

@@ -114,11 +114,8 @@ ErrorPage NoAddress(const std::string& typed) {
 }
 
 ErrorPage Refused(const std::string& uri) {
-  return {"This address isn't asked",
-          uri,
-          "Its port belongs to another service than the web, or its kind isn't for pages.",
-          CheckAddress,
-          {}};
+  return {
+      "This address isn't asked", uri, "Its port belongs to another service than the web.", CheckAddress, {}};
 }
 
 ErrorPage Died(const std::string& uri, WebKitWebProcessTerminationReason reason) {

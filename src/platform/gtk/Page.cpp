@@ -9,6 +9,12 @@
 
 namespace {
 
+void DestroyLater(WebKitWebView* view) {
+  Later([held = std::make_shared<Owned<WebKitWebView>>(Share(view))] {
+    gtk_widget_destroy(GTK_WIDGET(held->get()));
+  });
+}
+
 GtkWidget* MakeBox(GtkWidget* parent, bool grows, bool at_end) {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   if (parent && at_end)
@@ -33,7 +39,8 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       box_(MakeBox(nullptr, true, false)),
       bars_(MakeBox(box_.get(), false, false)),
       feet_(MakeBox(box_.get(), false, true)),
-      load_(*this) {
+      load_(*this),
+      dialogs_(*this) {
   world_.Add(*this);
 }
 
@@ -46,33 +53,41 @@ void Page::Close() {
   if (downloads_) downloads_->HandOver();
   find_.reset();
   DropView();
+  quit_ = false;
   gtk_widget_destroy(box_.get());
   downloads_.reset();
 }
 
-void Page::FallSilent() {
+void Page::Quit() {
+  last_address_ = Address();
+  last_title_ = Title();
   owner_ = nullptr;
-  if (!view_) return;
-  webkit_web_view_stop_loading(view_);
-  webkit_web_view_load_uri(view_, "about:blank");
+  // The view's own handler still runs.
+  Later([weak = weak_from_this()] {
+    const auto page = weak.lock();
+    if (!page || page->Closed()) return;
+    page->quit_ = true;
+    page->DropView();
+  });
 }
 
-WebKitWebView* Page::View() const {
-  if (!view_) throw Failure("The page is closed");
+WebKitWebView* Page::View() {
+  if (Closed()) throw Failure("The page is closed");
+  if (!view_) MakeView(nullptr);
   return view_;
 }
 
 void Page::MakeView(WebKitWebView* opener) {
   GtkWidget* view = GTK_WIDGET(opener ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
                                                      world_.ViewSettings(), nullptr)
-                                      : g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", world_.Context(),
-                                                     "settings", world_.ViewSettings(), nullptr));
+                                      : G_OBJECT(world_.MakeView()));
   view_ = WEBKIT_WEB_VIEW(view);
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
   webkit_web_view_set_zoom_level(view_, world_.Settings().zoom / 100.0);
   load_.Attach(view_);
   PagePolicy::Attach(*this, view_);
+  dialogs_.Attach(view_);
   g_signal_connect(view, "notify::title", G_CALLBACK(OnTitle), this);
   g_signal_connect(view, "notify::uri", G_CALLBACK(OnAddress), this);
   g_signal_connect(view, "mouse-target-changed", G_CALLBACK(OnHover), this);
@@ -82,13 +97,23 @@ void Page::MakeView(WebKitWebView* opener) {
   g_signal_connect(view, "destroy", G_CALLBACK(OnDestroyed), this);
 }
 
+void Page::LetGoOfView() {
+  WebKitWebView* view = view_;
+  view_ = nullptr;
+  load_.Detach(view);
+  dialogs_.Dismiss();
+  g_signal_handlers_disconnect_by_data(view, &dialogs_);
+  g_signal_handlers_disconnect_by_data(view, this);
+}
+
+// The view leaves the screen at once, but ends only when none of its own handlers can be running any more:
+// the engine doesn't bear the end of a view within them.
 void Page::DropView() {
   if (!view_) return;
-  GtkWidget* view = GTK_WIDGET(view_);
-  view_ = nullptr;
-  load_.Detach(WEBKIT_WEB_VIEW(view));
-  g_signal_handlers_disconnect_by_data(view, this);
-  gtk_widget_destroy(view);
+  const auto view = Share(view_);
+  LetGoOfView();
+  gtk_container_remove(GTK_CONTAINER(box_.get()), GTK_WIDGET(view.get()));
+  if (asking_ == 0) DestroyLater(view.get());
 }
 
 GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
@@ -122,12 +147,14 @@ DownloadBar& Page::Downloads() {
 }
 
 std::string Page::Address() const {
-  const std::string own = load_.OwnAddress();
-  return own.empty() ? TextOf(webkit_web_view_get_uri(View())) : own;
+  const std::string own = load_.KnownAddress();
+  if (!own.empty()) return own;
+  return view_ ? TextOf(webkit_web_view_get_uri(view_)) : last_address_;
 }
 
 std::string Page::Title() const {
-  const std::string title = TextOf(webkit_web_view_get_title(View()));
+  if (!view_) return last_title_;
+  const std::string title = TextOf(webkit_web_view_get_title(view_));
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
@@ -194,8 +221,12 @@ GtkWidget* Page::OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer
   const auto opener = Share(view);
   Page* taker = nullptr;
   bool cancel = false;
+  ++keep->asking_;
   keep->Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
-  if (cancel || keep->Closed() || taker == keep.get()) return nullptr;
+  --keep->asking_;
+  const bool gone = keep->view_ != view;
+  if (gone && keep->asking_ == 0) DestroyLater(view);
+  if (cancel || gone || taker == keep.get()) return nullptr;
   if (!taker) taker = &keep->world_.OpenPlainWindow().Shown();
   return taker->TakeNewWindow(view);
 }
@@ -204,5 +235,5 @@ GtkWidget* Page::OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer
 void Page::OnDestroyed(GtkWidget*, gpointer data) {
   auto* self = static_cast<Page*>(data);
   const auto keep = self->shared_from_this();
-  self->DropView();
+  self->LetGoOfView();
 }

@@ -8,6 +8,7 @@
 
 #include "platform/gtk/GObjects.h"
 #include "platform/gtk/PageLoad.h"
+#include "platform/gtk/ScriptDialogs.h"
 
 class Browser;
 class BrowserWorld;
@@ -48,14 +49,15 @@ class Page : public std::enable_shared_from_this<Page> {
 
   // The owner leaves: the widget goes, and nothing is told any more.
   void Close();
-  bool Closed() const { return view_ == nullptr; }
+  bool Closed() const { return !view_ && !quit_; }
 
   BrowserWorld& World() { return world_; }
   // The bars and the view, in one widget.
   GtkWidget* Widget() { return box_.get(); }
-  // Fails when the page is closed.
-  WebKitWebView* View() const;
+  // Fails when the page is closed. A page that has closed itself gets a new view.
+  WebKitWebView* View();
   PageLoad& Load() { return load_; }
+  ScriptDialogs& Dialogs() { return dialogs_; }
   FindBar& Find();
   DownloadBar& Downloads();
 
@@ -85,14 +87,16 @@ class Page : public std::enable_shared_from_this<Page> {
   void Tell(Function function) {
     if (owner_) function(*owner_);
   }
-  // Nothing is told any more, and what the page does ends.
-  void FallSilent();
+  // Nothing is told any more, and what the page does ends: for those who opened it, it is closed. Its address
+  // and title stay.
+  void Quit();
   const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
 
  private:
   Page(BrowserWorld& world, PageOwner& owner);
 
   void MakeView(WebKitWebView* opener);
+  void LetGoOfView();
   void DropView();
   void ShowStatus();
 
@@ -109,8 +113,12 @@ class Page : public std::enable_shared_from_this<Page> {
   Owned<GtkWidget> box_, bars_, feet_;
   WebKitWebView* view_ = nullptr;
   PageLoad load_;
+  ScriptDialogs dialogs_;
   std::unique_ptr<FindBar> find_;
   std::unique_ptr<DownloadBar> downloads_;
   std::string load_status_, hovered_, shown_status_;
+  int asking_ = 0;  // questions about new windows that run now
   bool opened_by_page_ = false;
+  bool quit_ = false;
+  std::string last_address_, last_title_;  // of a page that has closed itself
 };

@@ -19,9 +19,7 @@ constexpr const char* SourcePrefix = "view-source:";
 
 PageLoad::PageLoad(Page& page) : page_(page) {}
 
-PageLoad::~PageLoad() {
-  if (title_wait_) g_source_remove(title_wait_);
-}
+PageLoad::~PageLoad() { StopWaiting(); }
 
 void PageLoad::Attach(WebKitWebView* view) {
   phase_ = Phase::Idle;
@@ -43,8 +41,9 @@ void PageLoad::Detach(WebKitWebView* view) {
 
 void PageLoad::Start(const Address::Target& target) {
   source_.reset();
+  page_.Dialogs().Dismiss();
+  kept_address_.clear();
   fallback_ = target.fallback;
-  wanted_ = target.uri;
   instead_.reset();
   own_coming_ = false;
   StopWaiting();
@@ -52,6 +51,10 @@ void PageLoad::Start(const Address::Target& target) {
   phase_ = Phase::Waiting;
   if (!target.valid) {
     ShowError(LoadErrors::NoAddress(target.uri));
+  } else if (Address::HasForeignPort(target.uri)) {
+    ShowError(LoadErrors::Refused(target.uri));
+  } else if (target.uri == "about:blank" && !webkit_web_view_get_uri(page_.View()) && own_address_.empty()) {
+    StartBlank();
   } else if (target.uri.starts_with(SourcePrefix)) {
     ShowSource(target.uri);
   } else {
@@ -67,6 +70,26 @@ bool PageLoad::StaysOnPage(const std::string& uri) const {
          uri.substr(0, mark) == shown.substr(0, shown.find('#'));
 }
 
+// An unused view is blank. A load that were still under way when the next one starts, as that of a new tab
+// often would be, could not be told from it.
+void PageLoad::StartBlank() {
+  own_address_ = "about:blank";
+  own_coming_ = true;
+  blank_ = g_idle_add_full(G_PRIORITY_DEFAULT, OnBlank, this, nullptr);
+}
+
+gboolean PageLoad::OnBlank(gpointer data) {
+  auto* self = static_cast<PageLoad*>(data);
+  const auto keep = self->page_.shared_from_this();
+  self->blank_ = 0;
+  self->Started();
+  // The program may have gone on to another page within.
+  if (self->phase_ != Phase::Provisional || self->page_.Closed()) return G_SOURCE_REMOVE;
+  self->phase_ = Phase::Committed;
+  self->End();
+  return G_SOURCE_REMOVE;
+}
+
 void PageLoad::ShowSource(const std::string& uri) {
   const std::string wanted = uri.substr(std::string_view(SourcePrefix).size());
   const bool shown = own_address_.empty() && wanted == TextOf(webkit_web_view_get_uri(page_.View()));
@@ -80,6 +103,7 @@ void PageLoad::ShowSource(const std::string& uri) {
 void PageLoad::Stop() {
   const bool had_source = source_ != nullptr;
   source_.reset();
+  page_.Dialogs().Dismiss();
   webkit_web_view_stop_loading(page_.View());
   // What hadn't reached the page yet ends without a report.
   if (had_source || phase_ == Phase::Waiting || (Busy() && !webkit_web_view_is_loading(page_.View()))) End();
@@ -93,10 +117,15 @@ void PageLoad::Again() {
 }
 
 void PageLoad::Denied() {
-  if (phase_ == Phase::Waiting) End();
+  if (phase_ != Phase::Waiting) return;
+  // The engine goes on taking the address that was wanted for the page's.
+  if (WebKitWebResource* page = webkit_web_view_get_main_resource(page_.View()))
+    kept_address_ = TextOf(webkit_web_resource_get_uri(page));
+  End();
 }
 
-std::string PageLoad::OwnAddress() const {
+std::string PageLoad::KnownAddress() const {
+  if (!kept_address_.empty()) return kept_address_;
   const bool leaving = (phase_ == Phase::Waiting || phase_ == Phase::Provisional) && !own_coming_;
   return leaving ? std::string() : own_address_;
 }
@@ -127,6 +156,7 @@ void PageLoad::Started() {
   // The page before is complete, its title or not.
   if (title_wait_) End();
   phase_ = Phase::Provisional;
+  kept_address_.clear();
   page_.SetLoadStatus("Opening " + page_.Address());
   if (std::exchange(announced_, true)) return;
   page_.Tell([](PageOwner& owner) { owner.LoadBegan(); });
@@ -134,11 +164,9 @@ void PageLoad::Started() {
 
 void PageLoad::Committed() {
   phase_ = Phase::Committed;
-  const bool blank = TextOf(webkit_web_view_get_uri(page_.View())) == "about:blank";
-  refused_ = blank && !own_coming_ && wanted_ != "about:blank" ? wanted_ : std::string();
-  wanted_.clear();
   fallback_.clear();
   page_.ClearBars();
+  page_.Dialogs().Forget();
   if (!own_coming_) {
     own_address_.clear();
     crash_page_ = false;
@@ -151,10 +179,6 @@ void PageLoad::Finished() {
   // The report of a load that was given up for the one that waits, or that an error page follows.
   const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
   if (another) return;
-  if (!refused_.empty()) {
-    phase_ = Phase::Waiting;
-    return ShowError(LoadErrors::Refused(std::exchange(refused_, {})));
-  }
   const bool untitled = !page_.Closed() && TextOf(webkit_web_view_get_title(page_.View())).empty();
   if (phase_ == Phase::Committed && untitled && page_.Address() != "about:blank")
     title_wait_ = g_timeout_add(TitleWait, OnTitleWait, this);
@@ -163,6 +187,7 @@ void PageLoad::Finished() {
 }
 
 void PageLoad::StopWaiting() {
+  if (blank_) g_source_remove(std::exchange(blank_, 0));
   if (title_wait_) g_source_remove(std::exchange(title_wait_, 0));
 }
 

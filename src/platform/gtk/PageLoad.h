@@ -36,8 +36,10 @@ class PageLoad {
 
   // From the wish for a page to the end of its load.
   bool Busy() const { return phase_ != Phase::Idle; }
-  // The address of the own page that is shown or coming; empty where the page is the web's.
-  std::string OwnAddress() const;
+  // The address of the own page that is shown or coming, or the one that the user stayed on; empty where the
+  // engine knows the address.
+  std::string KnownAddress() const;
+  bool ShowsOwnPage() const { return !own_address_.empty(); }
 
   // Shows a page of the element's own for an address.
   void ShowOwn(const std::string& address, const std::string& html);
@@ -59,6 +61,7 @@ class PageLoad {
   void Committed();
   void Finished();
   void StopWaiting();
+  void StartBlank();
   bool StaysOnPage(const std::string& uri) const;
   void End();
   bool FallBack(const char* uri);
@@ -71,6 +74,7 @@ class PageLoad {
   static gboolean OnBadCertificate(WebKitWebView*, const char* uri, GTlsCertificate* certificate,
                                    GTlsCertificateFlags flags, gpointer self);
   static void OnDied(WebKitWebView*, WebKitWebProcessTerminationReason reason, gpointer self);
+  static gboolean OnBlank(gpointer self);
   static gboolean OnTitleWait(gpointer self);
   static void OnProgress(GObject*, GParamSpec*, gpointer self);
 
@@ -81,11 +85,11 @@ class PageLoad {
   bool own_coming_ = false;  // the load under way is an own page
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
-  std::string wanted_;   // what was asked for, up to the arrival of the first part
-  std::string refused_;  // what the engine has put its blank page in the place of
+  std::string kept_address_;
   std::string fallback_;
   std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::unique_ptr<SourceLoad> source_;
+  unsigned blank_ = 0;       // waits to report the blank page of an unused view
   unsigned title_wait_ = 0;  // runs while a page that has come may still tell its title
 };

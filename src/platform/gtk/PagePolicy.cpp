@@ -38,7 +38,7 @@ bool TakeOwnAddress(Page& page, const std::string& uri, WebKitNavigationAction* 
   // A page may not send anyone to a source; the history and the own pages may.
   const auto type = webkit_navigation_action_get_navigation_type(action);
   const bool history = type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD || type == WEBKIT_NAVIGATION_TYPE_RELOAD;
-  if (history || !page.Load().OwnAddress().empty()) page.Load().Start({uri, {}, true});
+  if (history || page.Load().ShowsOwnPage()) page.Load().Start({uri, {}, true});
   return true;
 }
 

@@ -1,13 +1,17 @@
 #include "platform/gtk/PageProperties.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/Address.h"
+#include "platform/Text.h"
 #include "platform/gtk/Page.h"
 
 namespace {
+
+constexpr int MostLineChars = 60;
 
 std::string Security(Page& page) {
   GTlsCertificate* certificate = nullptr;
@@ -46,7 +50,9 @@ void AddRow(GtkGrid* grid, int row, const std::string& name, const std::string& 
   gtk_label_set_selectable(GTK_LABEL(text), TRUE);
   gtk_label_set_line_wrap(GTK_LABEL(text), TRUE);
   gtk_label_set_line_wrap_mode(GTK_LABEL(text), PANGO_WRAP_WORD_CHAR);
-  gtk_label_set_max_width_chars(GTK_LABEL(text), 60);
+  const auto length = static_cast<int>(std::min<size_t>(Text::Length(value), MostLineChars));
+  gtk_label_set_width_chars(GTK_LABEL(text), length);
+  gtk_label_set_max_width_chars(GTK_LABEL(text), MostLineChars);
   gtk_label_set_xalign(GTK_LABEL(text), 0);
   gtk_grid_attach(grid, label, 0, row, 1, 1);
   gtk_grid_attach(grid, text, 1, row, 1, 1);
@@ -60,6 +66,7 @@ void Show(Page& page) {
   GtkWidget* dialog = gtk_dialog_new_with_buttons("Properties", page.Window(), GTK_DIALOG_DESTROY_WITH_PARENT,
                                                   "_Close", GTK_RESPONSE_CLOSE, nullptr);
   gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_CLOSE);
+  gtk_window_set_resizable(GTK_WINDOW(dialog), FALSE);
   GtkWidget* grid = gtk_grid_new();
   gtk_grid_set_row_spacing(GTK_GRID(grid), 8);
   gtk_grid_set_column_spacing(GTK_GRID(grid), 12);

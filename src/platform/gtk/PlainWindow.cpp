@@ -76,7 +76,7 @@ void PlainWindow::Update() {
 // The handler that asked for it still runs in the page.
 void PlainWindow::End() {
   gtk_widget_hide(window_);
-  page_->FallSilent();
+  page_->Quit();
   Later([this] { world_.Forget(*this); });
 }
 
