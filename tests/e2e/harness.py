@@ -267,8 +267,9 @@ class Marlowick:
         """Chooses a file in the dialog with this title that opens one."""
         self.wait_active(self.wait_window(title))
         run("xdotool", "type", path[0])
-        time.sleep(0.7)  # the first letter makes the field for the rest
-        run("xdotool", "type", path[1:])
+        time.sleep(1)  # the first letter makes a field, which loses the next ones
+        self.key("ctrl+a")
+        run("xdotool", "type", "--delay", "25", path)
         time.sleep(0.3)
         self.key("Return")
 
