@@ -140,14 +140,15 @@ def children_of(pid):
 class Marlowick:
     """One run of the program, in a folder of its own unless one is given."""
 
-    def __init__(self, *arguments, home=None, settings=None, environment=None, shown=True):
+    def __init__(self, *arguments, home=None, settings=None, environment=None, shown=True,
+                 stderr=None):
         self.own_home = home is None
         self.home = home or os.path.join(tempfile.mkdtemp(prefix="marlowick-e2e-"), "home")
         if settings and not os.path.exists(self.home):
             shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), self.home)
             self.set(**settings)
         self.process = subprocess.Popen([PROGRAM, *arguments],
-                                        env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})})
+                                        env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})}, stderr=stderr)
         if shown:
             self.window = wait_for(self.find_window, "the main window")
 
@@ -162,10 +163,9 @@ class Marlowick:
             file.write(text)
 
     def find_window(self):
-        ids = run("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), "--class", "", check=False)
-        for window in ids.split():
+        for window in self.windows():
             width, height = self.size(window)
-            if width >= 375 and height >= 200 and window in self.managed():
+            if width >= 375 and height >= 200:
                 return window
         return None
 
@@ -240,6 +240,46 @@ class Marlowick:
                          if name == title and number != self.window), None)
 
         return wait_for(look, f'a window called "{title}"', seconds)
+
+    def press(self, window, name):
+        """The mouse, on the button of this name in the window with this title."""
+        import pyatspi  # connects to the session bus, which has to be there
+
+        def find(node):
+            if node.getRole() == pyatspi.ROLE_PUSH_BUTTON and node.name == name:
+                return node
+            return next(filter(None, (find(child) for child in node if child is not None)), None)
+
+        def button():
+            for application in pyatspi.Registry.getDesktop(0):
+                if application is not None and application.get_process_id() == self.process.pid:
+                    return next(filter(None, (find(top) for top in application if top.name == window)), None)
+            return None
+
+        place = wait_for(button, f'the button "{name}"').queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        run("xdotool", "mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2), "click", "1")
+
+    def wait_active(self, window):
+        wait_for(lambda: run("xdotool", "getactivewindow", check=False) == window, "the window's focus")
+        time.sleep(0.3)
+
+    def answer_open(self, title, path):
+        """Chooses a file in the dialog with this title that opens one."""
+        self.wait_active(self.wait_window(title))
+        run("xdotool", "type", path[0])
+        time.sleep(1)  # the first letter makes a field, which loses the next ones
+        self.key("ctrl+a")
+        run("xdotool", "type", "--delay", "25", path)
+        time.sleep(0.3)
+        self.key("Return")
+
+    def answer_save(self, title, path):
+        """Names a file in the dialog with this title that saves one."""
+        self.wait_active(self.wait_window(title))
+        self.key("ctrl+a")
+        run("xdotool", "type", path)
+        time.sleep(0.3)
+        self.key("Return")
 
     def menu(self):
         """Left, top, width, height of the open menu; None while there is none."""

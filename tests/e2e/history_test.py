@@ -52,7 +52,9 @@ class History(ProgramTest):
 
     def visit(self, program, path, title):
         program.type_address(self.server.address + path)
+        program.wait_title(title)
         wait_for(lambda: self.logged(self.server.address + path), f"the entry of {path}", 10)
+        time.sleep(0.3)  # the last of its events writes into the address field
 
     def begin(self, where):
         program = self.start(self.server.address + "/blank", home=self.home, settings={"History": str(where)})
@@ -148,10 +150,11 @@ class History(ProgramTest):
                 self.page(f"/{who}{number}", step.format(who=who, number=number, next=number + 1))
             self.page(f"/{who}30", f"<title>{who} ends</title>")
         for program, who in ((first, "one"), (second, "two")):
-            run("wmctrl", "-i", "-a", program.window)
+            run("xdotool", "windowactivate", "--sync", program.window)
+            time.sleep(0.3)
             program.type_address(self.server.address + f"/{who}0")
-        first.wait_title("one ends")
-        second.wait_title("two ends")
+        for program, who in ((first, "one"), (second, "two")):
+            wait_for(lambda: program.title == f"{who} ends", f"the last page of {who}", 60)
         for who in ("one", "two"):
             wait_for(lambda: self.logged(f"{self.server.address}/{who}30"), f"the last entry of {who}")
         lines = self.log()

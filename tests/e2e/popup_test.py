@@ -106,29 +106,11 @@ class Popups(ProgramTest):
         run("xdotool", "windowactivate", "--sync", self.program.window)
         self.program.click(*place)
         question = self.program.wait_window(QUESTION)
-        wait_for(lambda: run("xdotool", "getactivewindow", check=False) == question, "the question's focus")
-        time.sleep(0.3)
+        self.program.wait_active(question)
         return question
 
     def press(self, name):
-        """The mouse on a button of the question."""
-        import pyatspi
-
-        def find(node):
-            if node.getRole() == pyatspi.ROLE_PUSH_BUTTON and node.name == name:
-                return node
-            return next(filter(None, (find(child) for child in node if child is not None)), None)
-
-        def button():
-            for application in pyatspi.Registry.getDesktop(0):
-                if application is not None and application.get_process_id() == self.program.process.pid:
-                    for window in application:
-                        if window.name == QUESTION:
-                            return find(window)
-            return None
-
-        place = wait_for(button, f'the button "{name}"').queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        run("xdotool", "mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2), "click", "1")
+        self.program.press(QUESTION, name)
 
     def test_each_answer_by_mouse_and_by_key(self):
         self.begin(3)
