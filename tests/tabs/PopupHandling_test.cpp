@@ -60,7 +60,13 @@ TEST_F(Popups, AskAndDoAsAnswered) {
   EXPECT_FALSE(browser.cancel);
   EXPECT_EQ(browser.taker, nullptr);
   EXPECT_TRUE(Request(3).cancel);
+  // A refusal holds for what comes on its heels, as in a page's loop, and no longer.
+  desktop.Advance(600);
+  EXPECT_TRUE(Request(3).cancel);
+  desktop.Advance(600);
+  EXPECT_TRUE(Request(3).cancel);
   EXPECT_EQ(tabs().WebBrowser1.UBound(), 1);
+  desktop.Advance(1100);
   const Outcome tab = Request(3);
   EXPECT_EQ(tab.taker, &tabs().WebBrowser1(2));
   EXPECT_FALSE(program.main().popups.popup.Loaded());
@@ -79,7 +85,8 @@ TEST_F(Popups, ShareOneQuestionAndItsAnswer) {
   EXPECT_TRUE(Request(3).cancel);
   EXPECT_TRUE(second.cancel);
   EXPECT_TRUE(desktop.acts.empty());
-  // The next request is a question of its own.
+  // A later request is a question of its own.
+  desktop.Advance(1100);
   desktop.acts = {Press("CancelButton")};
   EXPECT_FALSE(Request(3).cancel);
 }
