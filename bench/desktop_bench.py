@@ -17,6 +17,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
 from harness import Marlowick, Screen, Server, children_of, run, wait_for  # noqa: E402
 
+SKIN_BENCH = os.path.join(ROOT, "build", "bench", "skin_bench")
 BARE = os.path.join(ROOT, "build", "bench", "bare_window")
 RUNS = int(os.environ.get("RUNS", "10"))
 GREEN = 0x008000
@@ -91,6 +92,8 @@ def start(screen):
                 bare.append(b)
         medians = [statistics.median(run_[i] for run_ in runs) for i in (0, 1) for runs in (ours, bare)]
         print(f"exec to painted page: {medians[0] * 1000:.0f} ms, bare window {medians[1] * 1000:.0f} ms")
+        load = float(run(SKIN_BENCH, "--load-ms"))
+        print(f"skin and address list: {load:.2f} ms, {load / medians[0] / 10:.1f} % of that start")
         verdict("start-up ratio", medians[0] / medians[1], 1.15)
         print(f"memory of the process tree: {medians[2]:.0f} MB, bare window {medians[3]:.0f} MB")
         verdict("memory above the bare window", medians[2] - medians[3], 20, " MB")

@@ -1,5 +1,8 @@
-// Loading a complete skin against decoding its bitmaps alone.
+// Loading a complete skin against decoding its bitmaps alone; with --load-ms, nothing but the time in ms that
+// the delivered skin and a list of 1,000 addresses take by the clock on the wall.
 
+#include <cstring>
+#include <filesystem>
 #include <map>
 
 #include "Bench.h"
@@ -7,11 +10,12 @@
 #include "core/frmMain.h"
 #include "fakes/BmpFile.h"
 #include "fakes/FakeDesktop.h"
+#include "platform/Failure.h"
 
 namespace {
 
 constexpr double Bound = 1.3;
-constexpr int Frames = 9;
+constexpr int Frames = 9, Addresses = 1'000;
 
 // The sizes of the built-in art, in pixels, where they aren't those of a toolbar button.
 const std::map<std::string, std::pair<int, int>> Sizes = {
@@ -51,14 +55,30 @@ std::vector<std::string> WriteSkin(const TemporaryFolder& folder) {
   return paths;
 }
 
+// Milliseconds.
+double LoadTime(const ProgramFolder& folder, Program& program) {
+  std::string list;
+  for (int i = 0; i < Addresses; ++i) list += "http://site" + std::to_string(i) + ".test/page\r\n";
+  folder.Write("autocomplete.dat", list);
+  const auto bench = std::filesystem::canonical("/proc/self/exe").parent_path();
+  const std::string steel = bench.parent_path() / "data/skins/Steel";
+  if (!std::filesystem::is_directory(steel))
+    throw Failure("The skin \"" + steel + "\" isn't there: build it");
+  return Medians(31, {[&] { program.main().skin.LoadSkin(steel); }}, WallTime)[0] / 1000;
+}
+
 }  // namespace
 
-int main() {
+int main(int count, char** arguments) {
   const ProgramFolder folder;
   folder.Write("autocomplete.dat", "http://page.test/\r\nhttp://other.test/\r\n");
   FakeDesktop desktop(folder.path);
   Program program(desktop);
   program.Start();
+  if (count > 1 && std::strcmp(arguments[1], "--load-ms") == 0) {
+    std::printf("%.2f\n", LoadTime(folder, program));
+    return 0;
+  }
   const std::vector<std::string> paths = WriteSkin(folder);
 
   Report report;
@@ -68,5 +88,6 @@ int main() {
                                    [&] { program.main().skin.LoadSkin(folder.path + "\\skins\\Bench"); }});
   report.Figure("decoding the " + std::to_string(paths.size()) + " bitmaps of a skin", times[0], "us");
   report.Ratio("loading the skin against decoding its bitmaps", times[1] / times[0], Bound);
+  report.Figure("loading the delivered skin and 1,000 addresses", LoadTime(folder, program), "ms");
   return report.Status();
 }

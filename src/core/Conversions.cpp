@@ -32,8 +32,9 @@ bool IsHexadecimal(std::string_view text) {
   return text.size() > 2 && text[0] == '&' && (text[1] | 32) == 'h';
 }
 
-// Reads the number at the start of `text` and cuts it off. False where there is none.
-bool TakeNumber(std::string_view& text, double& value) {
+// Reads the number at the start of `text`, written in such a format, and cuts it off. False where there is
+// none.
+bool TakeNumber(std::string_view& text, double& value, std::chars_format format) {
   if (IsHexadecimal(text)) {
     uint32_t bits = 0;
     const auto [end, error] = std::from_chars(text.data() + 2, text.data() + text.size(), bits, 16);
@@ -46,7 +47,7 @@ bool TakeNumber(std::string_view& text, double& value) {
   if (!digits.empty() && digits[0] == '+') digits.remove_prefix(1);
   const size_t first = !digits.empty() && digits[0] == '-' && digits.size() == text.size() ? 1 : 0;
   if (digits.size() <= first || digits.find_first_of("0123456789.", first) != first) return false;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, format);
   if (error == std::errc::result_out_of_range) value = std::numeric_limits<double>::infinity();
   if (error == std::errc::invalid_argument) return false;
   text.remove_prefix(static_cast<size_t>(end - text.data()));
@@ -61,13 +62,13 @@ int32_t ToInt32(double value) { return ToWhole<int32_t>(value); }
 double LeadingNumber(std::string_view text) {
   text = WithoutLeadingBlanks(text);
   double value = 0;
-  return TakeNumber(text, value) ? value : 0;
+  return TakeNumber(text, value, std::chars_format::fixed) ? value : 0;
 }
 
 double StrictNumber(std::string_view text) {
   std::string_view rest = WithoutBlanks(text);
   double value = 0;
-  if (!TakeNumber(rest, value) || !rest.empty())
+  if (!TakeNumber(rest, value, std::chars_format::general) || !rest.empty())
     throw Failure("\"" + std::string(text) + "\" is not a number");
   return value;
 }

@@ -10,8 +10,8 @@
 int16_t ToInt16(double value);
 int32_t ToInt32(double value);
 
-// The number that a text begins with, behind blanks: decimal, or hexadecimal behind "&h"; 0 where there is
-// none.
+// The number that a text begins with, behind blanks: decimal without an exponent, or hexadecimal behind "&h";
+// 0 where there is none.
 double LeadingNumber(std::string_view text);
 
 // The number that the whole text is, surrounding blanks aside: decimal, or hexadecimal of 32 bits behind

@@ -41,10 +41,7 @@ std::string General::ReadSectionText(const std::string& path, const std::string&
   return LastKeyValue;
 }
 
-bool General::FileExists(const std::string& path) const {
-  std::error_code error;
-  return std::filesystem::is_regular_file(HostPath(path), error);
-}
+bool General::FileExists(const std::string& path) const { return IsFile(HostPath(path)); }
 
 bool General::FolderExists(const std::string& path) const {
   std::error_code error;

@@ -32,15 +32,14 @@ void HistoryLog::UpDateHistory(int16_t Index) {
   const std::string folder = program.AppPath + "\\history";
   const std::string page = folder + "\\" + DayPageName(now);
   if (!program.general.FolderExists(folder)) MakeFolder(folder);
-  bool Found = false;
   if (!program.general.FileExists(page)) {
     const std::string beginning = program.general.ReadSectionText(program.AppPath + "\\history.dat", "date");
-    program.slot.Open(page, FileSlot::Mode::Output);
+    program.slot.Open(page, FileSlot::Mode::Create);
     program.slot.Print(Text::Replace(beginning, "#date#", program.desktop.ShortDate(now)));
     program.slot.Close();
-  } else {
-    Found = HasLine(page, address_line);
   }
+  // In a new page as well: it may be another program's, begun in the meantime.
+  const bool Found = HasLine(page, address_line);
   if (Found) return;
   Skipping([&] {
     program.slot.Open(page, FileSlot::Mode::Append);

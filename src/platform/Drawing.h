@@ -17,14 +17,18 @@ struct Canvas {
   int Scale = 1;               // device pixels to one logical pixel
 };
 
+// The largest picture that is taken, in pixels.
+constexpr int64_t MaximumPixels = 64'000'000;
+
 // Drawing without a display. Implemented in platform/draw.
 class Drawing {
  public:
   virtual ~Drawing() = default;
 
   // The picture in a file. Fails where the file is missing, isn't a picture, is cut short, or claims more
-  // than 64 megapixels.
-  virtual Picture LoadPicture(const std::string& path) = 0;
+  // than `most` pixels, which may be MaximumPixels and less; and where there is no memory for it.
+  virtual Picture LoadPicture(const std::string& path, int64_t most) = 0;
+  Picture LoadPicture(const std::string& path) { return LoadPicture(path, MaximumPixels); }
 
   // The art built into the program, by its file name ("left.bmp"). Fails for a name that isn't there.
   virtual Picture BuiltInPicture(const std::string& name) = 0;

@@ -2,11 +2,14 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <stdio.h>
+#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <memory>
 
 #include "platform/Failure.h"
 #include "platform/Text.h"
@@ -37,20 +40,19 @@ std::vector<std::string> Names(const std::string& path, Accept accept) {
   return names;
 }
 
-// The spelling that the folder has for a name, exact first; the name itself where there is none.
+// The spelling that the folder has for a name, exact first, then the first one in order; the name itself
+// where there is none.
 std::string Spelling(const std::string& folder, const std::string& name) {
   if (Exists(folder + "/" + name)) return name;
   const std::string lower = Text::LowerCase(name);
   DIR* listing = ::opendir(folder.empty() ? "/" : folder.c_str());
   if (!listing) return name;
-  std::string found = name;
-  while (const dirent* entry = ::readdir(listing)) {
-    if (Text::LowerCase(entry->d_name) != lower) continue;
-    found = entry->d_name;
-    break;
-  }
+  std::string found;
+  while (const dirent* entry = ::readdir(listing))
+    if (Text::LowerCase(entry->d_name) == lower && (found.empty() || entry->d_name < found))
+      found = entry->d_name;
   ::closedir(listing);
-  return found;
+  return found.empty() ? name : found;
 }
 
 // Only what is a file: a pipe would be waited for, and a device may never end. -1 where it can't be opened.
@@ -61,6 +63,14 @@ int OpenForReading(const std::string& path) {
   ::close(file);
   errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
   return -1;
+}
+
+// What a link leads to; the path itself where it is none, or leads nowhere.
+std::string BehindLink(const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
+  const std::unique_ptr<char, decltype(&::free)> target(::realpath(path.c_str(), nullptr), &::free);
+  return target ? target.get() : path;
 }
 
 // How many bytes reach the file: fewer than there are where it fails.
@@ -102,6 +112,11 @@ std::string HostPath(const std::string& path) {
   return host.empty() ? "/" : host;
 }
 
+bool IsFile(const std::string& host_path) {
+  struct stat status {};
+  return ::stat(host_path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 std::vector<std::string> FolderNames(const std::string& path) {
   return Names(path, [](mode_t mode) { return S_ISDIR(mode); });
 }
@@ -135,9 +150,9 @@ std::string ReadWholeFile(const std::string& path) {
 
 FileSlot::~FileSlot() { Abandon(); }
 
-void FileSlot::Open(const std::string& path, Mode mode) {
-  if (IsOpen()) throw Failure("Can't open \"" + HostPath(path) + "\": \"" + path_ + "\" is still open");
-  path_ = HostPath(path);
+void FileSlot::OpenExactly(const std::string& host_path, Mode mode) {
+  if (IsOpen()) throw Failure("Can't open \"" + host_path + "\": \"" + path_ + "\" is still open");
+  path_ = mode == Mode::Output ? BehindLink(host_path) : host_path;
   mode_ = mode;
   buffer_.clear();
   at_ = 0;
@@ -221,13 +236,19 @@ void FileSlot::Close() {
     good = written == buffer_.size();
     if (!good && mode_ == Mode::Append) TakeBack(file_, written);
   }
-  if (mode_ == Mode::Output) {
-    good = good && ::fsync(file_) == 0 && ::rename(temporary_.c_str(), path_.c_str()) == 0;
-    if (good) temporary_.clear();
-  }
+  if (!temporary_.empty()) good = good && ::fsync(file_) == 0 && PutInPlace();
   const int error = errno;
   Abandon();
   if (!good) Fail("Can't write the file", path_, error);
+}
+
+// Gives the new file its name. False, with errno, where that fails.
+bool FileSlot::PutInPlace() const {
+  if (mode_ == Mode::Output) return ::rename(temporary_.c_str(), path_.c_str()) == 0;
+  if (::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), RENAME_NOREPLACE) == 0) return true;
+  // A file system that knows no such renaming knows a second name.
+  if (errno == EINVAL && ::link(temporary_.c_str(), path_.c_str()) == 0) return true;
+  return errno == EEXIST;
 }
 
 void FileSlot::Abandon() {

@@ -9,6 +9,9 @@
 // regard to case. Components that exist in no spelling stay as they are written.
 std::string HostPath(const std::string& path);
 
+// Whether a host's path, as it is spelt, leads to a file.
+bool IsFile(const std::string& host_path);
+
 // The names in a folder, in no order; empty where it can't be read. Sub-folders only, or files only.
 std::vector<std::string> FolderNames(const std::string& path);
 std::vector<std::string> FileNames(const std::string& path);
@@ -23,7 +26,9 @@ std::string ReadWholeFile(const std::string& path);
 // is taken fails.
 class FileSlot {
  public:
-  enum class Mode { Input, Output, Append };
+  // Create writes a file like Output, but not over one that has come to be by the closing: that one stays,
+  // and what was printed is dropped.
+  enum class Mode { Input, Output, Append, Create };
 
   FileSlot() = default;
   FileSlot(const FileSlot&) = delete;
@@ -31,9 +36,11 @@ class FileSlot {
   ~FileSlot();
 
   // Output goes to a new file beside the old one, which takes its place when the slot is closed; until then,
-  // and where anything fails, the old file stays whole. What is appended reaches the file in one write at the
-  // closing.
-  void Open(const std::string& path, Mode mode);
+  // and where anything fails, the old file stays whole. A link stays, and the file it leads to is replaced.
+  // What is appended reaches the file in one write at the closing.
+  void Open(const std::string& path, Mode mode) { OpenExactly(HostPath(path), mode); }
+  // The file of a host's path as it is spelt, such as the user chose in a dialog.
+  void OpenExactly(const std::string& host_path, Mode mode);
   bool IsOpen() const { return file_ >= 0; }
 
   // Input. A line ends at LF or CR LF; text behind the last line end is a line too. LineInput fails at the
@@ -53,11 +60,12 @@ class FileSlot {
 
  private:
   void Fill();
+  bool PutInPlace() const;
 
   int file_ = -1;
   Mode mode_ = Mode::Input;
   std::string path_;       // the host's path
-  std::string temporary_;  // the new file, while open for output
+  std::string temporary_;  // the new file, while open for Output or Create
   std::string buffer_;     // read ahead, or printed and not written yet
   std::string line_;       // one that lies in more than one piece of the buffer
   size_t at_ = 0;

@@ -100,6 +100,7 @@ void Skin::LoadSkin(const std::string& SkinPath) {
     // The list holds what could be read; the slot has to be free for what follows.
     main_.program.slot.Abandon();
   }
+  room_ = MaximumPixels;
   LoadBitmaps(SkinPath);
   if (main_.program.general.FileExists(SkinPath + "\\skin.ini")) LoadAnimation(SkinPath);
   LoadColours(SkinPath);
@@ -119,10 +120,15 @@ void Skin::LoadAddressList() {
   slot.Close();
 }
 
+Picture Skin::LoadPicture(const std::string& path) {
+  Picture picture = main_.program.desktop.Draws().LoadPicture(path, room_);
+  room_ -= int64_t{picture->Width} * picture->Height;
+  return picture;
+}
+
 void Skin::LoadBitmaps(const std::string& SkinPath) {
-  Drawing& drawing = main_.program.desktop.Draws();
   for (const Bitmap& row : Bitmaps) {
-    Skipping([&] { (this->*row.Surface).Picture = drawing.LoadPicture(SkinPath + "\\" + row.File); });
+    Skipping([&] { (this->*row.Surface).Picture = LoadPicture(SkinPath + "\\" + row.File); });
     if (row.Surface != &Skin::TabRightHi) continue;
     main_.frame.picTabLeft.Picture = TabLeft.Picture;
     main_.frame.picTabRight.Picture = TabRight.Picture;
@@ -136,8 +142,7 @@ void Skin::LoadAnimation(const std::string& SkinPath) {
         ToInt32(LeadingNumber(program.general.ReadIniKey(SkinPath + "\\skin.ini", "animation")));
   });
   for (int i = 0; i < Frames; ++i)
-    Skipping(
-        [&] { PicStore(i).Picture = program.desktop.Draws().LoadPicture(SkinPath + "\\" + FrameFile(i)); });
+    Skipping([&] { PicStore(i).Picture = LoadPicture(SkinPath + "\\" + FrameFile(i)); });
 }
 
 void Skin::LoadColours(const std::string& SkinPath) {

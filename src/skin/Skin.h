@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 #include "platform/ControlArray.h"
@@ -83,7 +84,8 @@ class Skin {
   ControlArray<Store> PicStore;
 
   // Fills the stores, the colours and the animation from a skin folder, and the address list from its file.
-  // What is missing or broken leaves what is there. Never fails and draws nothing of the frame.
+  // What is missing or broken, or past the 64 megapixels of a whole skin, leaves what is there. Never fails
+  // and draws nothing of the frame.
   void LoadSkin(const std::string& SkinPath);
 
   struct Bitmap {
@@ -94,9 +96,12 @@ class Skin {
 
  private:
   void LoadAddressList();
+  // A picture of the skin, or a failure where it or the skin as a whole is too large.
+  Picture LoadPicture(const std::string& path);
   void LoadBitmaps(const std::string& SkinPath);
   void LoadAnimation(const std::string& SkinPath);
   void LoadColours(const std::string& SkinPath);
 
   frmMain& main_;
+  int64_t room_ = 0;  // pixels that the pictures of the skin being loaded may still take
 };

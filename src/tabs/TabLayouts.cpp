@@ -13,16 +13,15 @@ constexpr const char* Header = "<Tab Layout File>";
 
 void TabLayouts::SaveTabLayout(const std::string& Path) {
   Program& program = main_.program;
-  if (program.general.FileExists(Path) &&
-      program.desktop.MsgBox("The File already exists.\n\nOverwrite?", Buttons::YesNo, "Overwrite file?") !=
-          Answer::Yes)
+  if (IsFile(Path) && program.desktop.MsgBox("The File already exists.\n\nOverwrite?", Buttons::YesNo,
+                                             "Overwrite file?") != Answer::Yes)
     return;
   lstTabList.clear();
   auto& browsers = main_.tabs.WebBrowser1;
   for (int i = 0; i <= browsers.UBound(); ++i)
     Skipping([&] { lstTabList.push_back(browsers(i).LocationURL()); });
   Skipping([&] {
-    program.slot.Open(Path, FileSlot::Mode::Output);
+    program.slot.OpenExactly(Path, FileSlot::Mode::Output);
     program.slot.Print(Header);
     for (const std::string& address : lstTabList) program.slot.Print(address);
     program.slot.Close();
@@ -41,7 +40,8 @@ void TabLayouts::RestoreTabLayout(const std::string& Path) {
   tabs.CurrentTab = 0;
   for (size_t i = 1; i < lstTabList.size(); ++i) tabs.AddTab("about:blank");
   for (size_t i = 0; i < lstTabList.size(); ++i)
-    tabs.WebBrowser1(static_cast<int>(i)).Navigate(lstTabList[i]);
+    // The user may have closed a tab while the later ones were made.
+    Skipping([&] { tabs.WebBrowser1(static_cast<int>(i)).Navigate(lstTabList[i]); });
   tabs.CurrentTab = 0;
   main_.strip.UpdateTabs();
   tabs.UpdateBrowsers();
@@ -53,7 +53,7 @@ bool TabLayouts::ReadLayout(const std::string& Path) {
   lstTabList.clear();
   bool read = false;
   Skipping([&] {
-    slot.Open(Path, FileSlot::Mode::Input);
+    slot.OpenExactly(Path, FileSlot::Mode::Input);
     if (!Text::SameWithoutCase(slot.LineInput(), Header)) {
       slot.Close();
       return;

@@ -10,7 +10,8 @@ class TabLayouts {
  public:
   explicit TabLayouts(frmMain& main) : main_(main) {}
 
-  // Path: the host's. Asks before it replaces a file; what can't be written stays as it was, without a word.
+  // Path: the host's, taken as it is spelt. Asks before it replaces a file; what can't be written stays as it
+  // was, without a word.
   void SaveTabLayout(const std::string& Path);
   // Replaces all tabs. A file that is no layout changes nothing, without a word; one of no bytes stays open,
   // and the program reads no other file any more. Fails where a tab can't be made.

@@ -68,6 +68,31 @@ TEST_F(FilesTest, OutputTakesTheOldFilesPlaceWhenItIsClosed) {
   EXPECT_EQ(FilesThere(), 1u);
 }
 
+TEST_F(FilesTest, WhatIsCreatedTakesNoFilesPlace) {
+  slot.Open(In("file.dat"), Mode::Create);
+  slot.Print("ours");
+  folder.Write("file.dat", "another program's");
+  slot.Close();
+  EXPECT_EQ(folder.Read("file.dat"), "another program's");
+  slot.Open(In("new.dat"), Mode::Create);
+  slot.Print("ours");
+  slot.Close();
+  EXPECT_EQ(folder.Read("new.dat"), "ours\r\n");
+  EXPECT_EQ(FilesThere(), 2u) << "nothing stays behind";
+}
+
+TEST_F(FilesTest, OutputLeavesALinkAndReplacesWhatItLeadsTo) {
+  folder.Write("elsewhere/file.dat", "old");
+  ASSERT_EQ(::symlink("elsewhere/file.dat", (folder.path + "/link.dat").c_str()), 0);
+  slot.Open(In("link.dat"), Mode::Output);
+  slot.Print("new");
+  slot.Close();
+  EXPECT_EQ(folder.Read("elsewhere/file.dat"), "new\r\n");
+  EXPECT_EQ(FileNames(In("elsewhere")).size(), 1u);
+  char target[99];
+  EXPECT_GT(::readlink((folder.path + "/link.dat").c_str(), target, sizeof target), 0);
+}
+
 TEST_F(FilesTest, WhatIsAppendedArrivesInOnePiece) {
   folder.Write("file.dat", "first\r\n");
   slot.Open(In("file.dat"), Mode::Append);
@@ -106,6 +131,8 @@ TEST_F(FilesTest, PathsAreFoundInAnySpelling) {
   folder.Write("Skins/Steel/left.bmp", "b");
   EXPECT_EQ(ReadWholeFile(In("skins\\STEEL\\left.bmp")), "b");
   EXPECT_EQ(ReadWholeFile(In("Skins/Steel/Left.bmp")), "a");
+  folder.Write("Skins/Steel/LEFT.bmp", "c");
+  EXPECT_EQ(ReadWholeFile(In("skins\\steel\\lefT.bmp")), "c") << "the first in order";
   EXPECT_EQ(HostPath(In("skins\\new\\File")), folder.path + "/Skins/new/File");
   EXPECT_EQ(FolderNames(In("skins")), std::vector<std::string>{"Steel"});
   EXPECT_EQ(FileNames(In("skins")), std::vector<std::string>());

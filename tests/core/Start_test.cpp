@@ -243,7 +243,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BadFolder{"browser.ini", "[AutoComplete]\r\n1x\r\n", {"[autocomplete]", "1x"}},
                     BadFolder{
                         "browser.ini", "[AutoComplete]\r\n0\r\n[Popups]\r\n40000\r\n", {"[popups]", "40000"}},
-                    BadFolder{"browser.ini", "[AutoComplete]\r\n0\r\n[NewTab]\r\n-1e300\r\n", {"[newtab]"}}));
+                    BadFolder{"browser.ini", "[AutoComplete]\r\n0\r\n[NewTab]\r\n-99999\r\n", {"[newtab]"}}));
 
 TEST_F(Life, NamesTheStandardLibrarysFailuresToo) {
   std::string message;

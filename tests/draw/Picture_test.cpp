@@ -160,6 +160,23 @@ TEST_F(PictureTest, RefusesHeadersThatLie) {
   EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 32 * 1024) << "KB taken on a header's word";
 }
 
+TEST_F(PictureTest, RefusesWhatTakesFarMoreMemoryThanItsFile) {
+  const auto runs = [](size_t count) {
+    std::string file = WithPalette({2000, 2000, 8, 1, 3}, BlackRedGreen, "");
+    for (size_t i = 0; i < count; ++i) file += "\xFF\1"s;
+    return file + "\0\1"s;
+  };
+  EXPECT_NE(FailureOf(runs(0)).find("cut short"), std::string::npos) << "an end, and nothing before it";
+  EXPECT_EQ(FailureOf(runs(2000 * 8)), "");
+  folder.Write("picture.png", Encoded("png"));
+  folder.Write("picture.bmp", BmpFile(40, 30, [](int, int) { return 0u; }));
+  for (const std::string name : {"/picture.png", "/picture.bmp"}) {
+    EXPECT_EQ(drawing->LoadPicture(folder.path + name, 40 * 30)->Width, 40);
+    EXPECT_THROW(drawing->LoadPicture(folder.path + name, 40 * 30 - 1), Failure) << name;
+    EXPECT_THROW(drawing->LoadPicture(folder.path + name, 0), Failure) << name;
+  }
+}
+
 TEST_F(PictureTest, RefusesWhatIsNoPicture) {
   EXPECT_NE(FailureOf("").find("empty"), std::string::npos);
   EXPECT_NE(FailureOf("[name]\r\nnot a picture\r\n"), "");

@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #include "core/Program.h"
 #include "core/frmMain.h"
@@ -56,6 +57,31 @@ TEST_F(History, BeginsADaysPageAndTellsEachAddressOnce) {
   EXPECT_EQ(folder.Read("history/01 February 2026.htm"),
             first + Entry("http://one.test/ÄÖ", "", "09:05:03") + Shown("http://one.test/ÄÖ") +
                 Entry("http://one.test/A", "", "09:05:03") + Shown("http://one.test/A"));
+}
+
+// Another program of the same folder begins the day's page while this one does.
+class BusyDesktop : public FakeDesktop {
+ public:
+  using FakeDesktop::FakeDesktop;
+  std::string ShortDate(const Moment& moment) override {
+    std::ofstream(folder + "/history/22 November 2026.htm") << "theirs\r\n" << Shown("http://one.test/");
+    return FakeDesktop::ShortDate(moment);
+  }
+};
+
+TEST(HistoryOfTwo, GoesOnWithThePageThatTheOtherHasBegun) {
+  const ProgramFolder folder;
+  BusyDesktop desktop(folder.path);
+  Program program(desktop);
+  program.Start();
+  auto& page = dynamic_cast<FakeBrowser&>(program.main().tabs.WebBrowser1(0));
+  for (const char* url : {"http://one.test/", "http://two.test/"}) {
+    page.url = url;
+    program.main().log.UpDateHistory(0);
+  }
+  EXPECT_EQ(folder.Read("history/22 November 2026.htm"), "theirs\r\n" + Shown("http://one.test/") +
+                                                             Entry("http://two.test/", "", "20:15:07") +
+                                                             Shown("http://two.test/"));
 }
 
 TEST_F(History, GoesOnWithANewPageAtMidnight) {

@@ -13,10 +13,11 @@ namespace {
 // Writes down what is asked for, and lets a test look on at that moment.
 class WatchedDrawing : public Drawing {
  public:
-  Picture LoadPicture(const std::string& path) override {
+  using Drawing::LoadPicture;
+  Picture LoadPicture(const std::string& path, int64_t most) override {
     files.push_back(path.substr(path.rfind('\\') + 1));
     if (watch) watch(files.back());
-    return real->LoadPicture(path);
+    return real->LoadPicture(path, most);
   }
   Picture BuiltInPicture(const std::string& name) override { return real->BuiltInPicture(name); }
   double TextWidth(std::string_view text) override { return real->TextWidth(text); }
@@ -113,6 +114,21 @@ TEST_F(SkinTest, WhatIsMissingOrBrokenKeepsItsPicture) {
   EXPECT_EQ(WidthOf(skin.picLeft), 8);
 }
 
+TEST_F(SkinTest, AllPicturesTogetherHaveRoomFor64Megapixels) {
+  // One bit to the pixel: each is a file of 3 MB that takes 100 MB.
+  const std::string large = BmpHeader{5000, 5000, 1, 0, 0, 62}.Text() + std::string(8 + 5000 * 628, '\0');
+  for (const char* file : {"left.bmp", "right.bmp", "bottom.bmp"})
+    folder.Write(std::string("skins/A/") + file, large);
+  WriteBitmap("A/titlebar.bmp", 7);
+  const Picture built_in = skin.picBottom.Picture;
+  for (int round = 0; round < 2; ++round) {
+    Load("A");
+    EXPECT_EQ(WidthOf(skin.picRight), 5000);
+    EXPECT_EQ(skin.picBottom.Picture(), built_in) << "the third one is past it";
+    EXPECT_EQ(WidthOf(skin.picTitleBar), 7) << "a small one still has room";
+  }
+}
+
 TEST_F(SkinTest, TheAnimationTakesItsIntervalFromTheIni) {
   const auto interval = [&](const std::string& value) {
     main.events.Timer2.Interval = 123;
@@ -121,7 +137,7 @@ TEST_F(SkinTest, TheAnimationTakesItsIntervalFromTheIni) {
   };
   const std::pair<const char*, int> values[] = {
       {"150", 150}, {" 40 ms", 40}, {"2.5", 2},       {"3.5", 4},     {"&h10 and on", 16}, {"fast", 0},
-      {"", 0},      {"0", 0},       {"65535", 65535}, {"65536", 123}, {"-1", 123},         {"1e99", 123}};
+      {"", 0},      {"0", 0},       {"65535", 65535}, {"65536", 123}, {"-1", 123},         {"1e99", 1}};
   for (const auto& [value, expected] : values) EXPECT_EQ(interval(value), expected) << value;
   LoadIni("[menutext]\r\n1\r\n");
   EXPECT_EQ(main.events.Timer2.Interval, 0) << "an ini without the key stops it";

@@ -55,6 +55,34 @@ TEST_F(Layouts, AsksBeforeItReplacesAFile) {
   EXPECT_EQ(folder.Read("old.tab"), "<Tab Layout File>\r\n\r\n");
 }
 
+TEST_F(Layouts, APathIsTakenAsItIsSpelt) {
+  folder.Write("work.tab", "precious");
+  tabs().WebBrowser1(0).Navigate("http://zero.test/");
+  for (const char* name : {"Work.tab", "a\\b.tab"}) {
+    Save(name);
+    EXPECT_EQ(folder.Read(name), "<Tab Layout File>\r\nhttp://zero.test/\r\n");
+    EXPECT_NE(desktop.log.back().substr(0, 6), "MsgBox") << name;
+  }
+  EXPECT_EQ(folder.Read("work.tab"), "precious");
+  tabs().WebBrowser1(0).Navigate("http://other.test/");
+  Restore("WORK.tab");
+  EXPECT_EQ(Open(), "0 http://other.test/\n");
+  Restore("a\\b.tab");
+  EXPECT_EQ(Open(), "0 http://zero.test/\n");
+}
+
+TEST_F(Layouts, RestoreGoesOnWhereTheUserClosesATab) {
+  folder.Write("four.tab", "<Tab Layout File>\na\nb\nc\nd\n");
+  desktop.during_events = [&] {
+    if (tabs().WebBrowser1.UBound() != 3) return;
+    tabs().CurrentTab = 1;
+    tabs().DelTab();
+  };
+  EXPECT_NO_THROW(Restore("four.tab"));
+  EXPECT_EQ(Open(), "0 a\n2 c\n3 d\n");
+  EXPECT_EQ(tabs().CurrentTab, 0);
+}
+
 TEST_F(Layouts, SaveEndsSilentlyWhereNothingCanBeWritten) {
   EXPECT_NO_THROW(Save("no such folder/x.tab"));
   std::filesystem::create_directory(File("folder.tab"));

@@ -88,16 +88,17 @@ bool Possible(const Layout& layout) {
   }
 }
 
-Layout ReadLayout(std::string_view start, size_t file_bytes) {
+Layout ReadLayout(std::string_view start, size_t file_bytes, int64_t most_pixels) {
   if (start.size() < FileHeader + OldHeader) throw Failure("it is cut short");
   Layout layout;
   ReadSizes(start, layout);
   if (layout.Width <= 0 || layout.Height <= 0 || !Possible(layout))
     throw Failure("its header makes no sense");
-  if (layout.Width > MaximumPixels / layout.Height)
+  if (layout.Width > most_pixels / layout.Height)
     throw Failure("it claims " + std::to_string(layout.Width) + " by " + std::to_string(layout.Height) +
-                  " pixels, and 64 megapixels is the most");
-  if (layout.Width * layout.Height / MostPixelsToAByte > static_cast<int64_t>(file_bytes))
+                  " pixels, and there is room for " + std::to_string(most_pixels));
+  const int64_t to_a_byte = layout.RunLengths() ? MostRunPixelsToAByte : MostPixelsToAByte;
+  if (layout.Width * layout.Height / to_a_byte > static_cast<int64_t>(file_bytes))
     throw Failure("it is cut short");
   if (layout.Offset < layout.PaletteAt) throw Failure("its header makes no sense");
   if (layout.Offset > file_bytes) throw Failure("it is cut short");
@@ -223,16 +224,16 @@ bool WalkRuns(std::string_view data, const Layout& layout, Put put) {
 
 }  // namespace
 
-size_t BitmapFile::Check(std::string_view start, size_t file_bytes) {
-  const Layout layout = ReadLayout(start, file_bytes);
+size_t BitmapFile::Check(std::string_view start, size_t file_bytes, int64_t most) {
+  const Layout layout = ReadLayout(start, file_bytes, most);
   const auto height = static_cast<size_t>(layout.Height), width = static_cast<size_t>(layout.Width);
   // A run of one takes two bytes to the pixel, and each row has an end; twice that is room for any sane file.
   const size_t data = layout.RunLengths() ? 4 * (width + 1) * height + 2 : layout.RowBytes() * height;
   return layout.Offset + std::min(data, file_bytes - layout.Offset);
 }
 
-Picture BitmapFile::Decode(std::string_view content) {
-  const Layout layout = ReadLayout(content, content.size());
+Picture BitmapFile::Decode(std::string_view content, int64_t most) {
+  const Layout layout = ReadLayout(content, content.size(), most);
   const std::string_view data = content.substr(layout.Offset);
   // Run lengths are gone through once before any memory is taken for what they claim.
   if (layout.RunLengths() && !WalkRuns(data, layout, [](int64_t, int64_t, uint8_t) {}))

@@ -8,7 +8,7 @@ namespace {
 
 class CairoDrawing : public Drawing {
  public:
-  Picture LoadPicture(const std::string& path) override { return LoadPictureFile(path); }
+  Picture LoadPicture(const std::string& path, int64_t most) override { return LoadPictureFile(path, most); }
   Picture BuiltInPicture(const std::string& name) override {
     return LoadPictureResource("/marlowick/art/" + name);
   }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <string_view>
 
 #include "platform/Failure.h"
@@ -23,7 +24,8 @@ constexpr std::string_view BitmapStart = "BM", PngStart = "\x89PNG\r\n\x1A\n", J
 // Feeds one of the toolkit's decoders, and stops it before it takes memory for a picture that is too large.
 class Decoder {
  public:
-  explicit Decoder(const char* format) : loader_(gdk_pixbuf_loader_new_with_type(format, nullptr)) {
+  Decoder(const char* format, int64_t most)
+      : loader_(gdk_pixbuf_loader_new_with_type(format, nullptr)), most_(most) {
     if (!loader_) throw Failure(std::string("pictures of the kind \"") + format + "\" can't be read here");
     g_signal_connect(loader_, "size-prepared", G_CALLBACK(SizePrepared), this);
     g_signal_connect(loader_, "area-updated", G_CALLBACK(AreaUpdated), this);
@@ -41,7 +43,9 @@ class Decoder {
       const std::string_view piece = content.substr(at, PieceBytes);
       const bool fine = gdk_pixbuf_loader_write(loader_, reinterpret_cast<const guchar*>(piece.data()),
                                                 piece.size(), nullptr);
-      if (too_large_) throw Failure("it claims more pixels than it can hold, or more than 64 megapixels");
+      if (too_large_)
+        throw Failure("it claims more pixels than it can hold, or more than there is room for, " +
+                      std::to_string(most_));
       if (!fine) throw Failure("it is damaged");
     }
     GdkPixbuf* pixels = Close() ? gdk_pixbuf_loader_get_pixbuf(loader_) : nullptr;
@@ -54,7 +58,7 @@ class Decoder {
 
   static void SizePrepared(GdkPixbufLoader* loader, int width, int height, Decoder* self) {
     const int64_t pixels = int64_t{width} * height;
-    self->too_large_ = pixels > MaximumPixels || pixels / MostPixelsToAByte > self->bytes_;
+    self->too_large_ = pixels > self->most_ || pixels / MostPixelsToAByte > self->bytes_;
     if (self->too_large_) gdk_pixbuf_loader_set_size(loader, 0, 0);
   }
   static void AreaUpdated(GdkPixbufLoader*, int, int y, int, int height, Decoder* self) {
@@ -84,6 +88,7 @@ class Decoder {
   }
 
   GdkPixbufLoader* loader_;
+  int64_t most_;       // pixels that are wanted
   int64_t bytes_ = 0;  // of the file
   bool too_large_ = false, closed_ = false;
   int rows_ = 0;  // that have been decoded, from the top
@@ -109,12 +114,12 @@ bool JpegIsWhole(std::string_view content) {
   return end != content.npos && scan != content.npos && end > scan;
 }
 
-Picture Decode(std::string_view content) {
-  if (content.starts_with(BitmapStart)) return BitmapFile::Decode(content);
+Picture Decode(std::string_view content, int64_t most) {
+  if (content.starts_with(BitmapStart)) return BitmapFile::Decode(content, most);
   const bool jpeg = content.starts_with(JpegStart);
   if (!jpeg && !content.starts_with(PngStart)) throw Failure("it is no BMP, PNG or JPEG picture");
   if (!(jpeg ? JpegIsWhole(content) : PngIsWhole(content))) throw Failure("it is cut short");
-  return Decoder(jpeg ? "jpeg" : "png").Decode(content);
+  return Decoder(jpeg ? "jpeg" : "png", most).Decode(content);
 }
 
 // A file that is open for reading.
@@ -156,13 +161,13 @@ class File {
 };
 
 // The part of a file that its picture may lie in. A file that is none is known by its first bytes.
-std::string ReadPictureFile(const std::string& path) {
+std::string ReadPictureFile(const std::string& path, int64_t most) {
   File file(path);
   const size_t bytes = file.Bytes();
   std::string content;
   file.Read(content, std::min(bytes, BitmapFile::HeaderBytes));
   if (content.starts_with(BitmapStart)) {
-    const size_t wanted = BitmapFile::Check(content, bytes);
+    const size_t wanted = BitmapFile::Check(content, bytes, most);
     file.Read(content, wanted - std::min(wanted, content.size()));
   } else if (content.starts_with(PngStart) || content.starts_with(JpegStart)) {
     file.Read(content, bytes - content.size());
@@ -176,12 +181,14 @@ std::string ReadPictureFile(const std::string& path) {
 
 }  // namespace
 
-Picture LoadPictureFile(const std::string& path) {
+Picture LoadPictureFile(const std::string& path, int64_t most) {
   const std::string host = HostPath(path);
   try {
-    return Decode(ReadPictureFile(host));
+    return Decode(ReadPictureFile(host, most), most);
   } catch (const Failure& reason) {
     Fail(host, reason);
+  } catch (const std::bad_alloc&) {
+    Fail(host, Failure("there is not enough memory for it"));
   }
 }
 
@@ -192,7 +199,7 @@ Picture LoadPictureResource(const std::string& path) {
   gsize size = 0;
   const auto* data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
   try {
-    return Decode({data, size});
+    return Decode({data, size}, MaximumPixels);
   } catch (const Failure& reason) {
     Fail(path, reason);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "platform/Bitmap.h"
@@ -8,7 +9,7 @@
 // colours count as they stand, whatever an alpha channel says.
 
 // The picture in a file. Fails at once for what isn't a file; see Drawing::LoadPicture.
-Picture LoadPictureFile(const std::string& path);
+Picture LoadPictureFile(const std::string& path, int64_t most);
 
 // The picture compiled in as a resource of this path. Fails where there is none.
 Picture LoadPictureResource(const std::string& path);

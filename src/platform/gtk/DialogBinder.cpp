@@ -76,8 +76,10 @@ void DialogBinder::Bind(Controls::Control& part) {
     Find<Gtk::Label>(part.Name);
   else if (dynamic_cast<Controls::Image*>(&part))
     Find<Gtk::Image>(part.Name);
-  for (const auto aspect : {Controls::Aspect::Visible, Controls::Aspect::Enabled, Controls::Aspect::Caption})
-    Changed(part, aspect);
+  for (const auto aspect : {Controls::Aspect::Visible, Controls::Aspect::Enabled}) Changed(part, aspect);
+  // A part that says nothing yet keeps the text of its look.
+  const auto* captioned = dynamic_cast<Controls::Captioned*>(&part);
+  if (captioned && !captioned->Caption->empty()) Changed(part, Controls::Aspect::Caption);
 }
 
 void DialogBinder::Show() {
@@ -107,7 +109,7 @@ void DialogBinder::Changed(Controls::Control& control, Controls::Aspect aspect) 
   if (aspect == Controls::Aspect::Visible) widget.set_visible(control.Visible);
   if (aspect == Controls::Aspect::Enabled) widget.set_sensitive(control.Enabled);
   const auto* captioned = dynamic_cast<Controls::Captioned*>(&control);
-  if (aspect != Controls::Aspect::Caption || !captioned || captioned->Caption->empty()) return;
+  if (aspect != Controls::Aspect::Caption || !captioned) return;
   const std::string caption = Text::Valid(captioned->Caption());
   if (auto* label = dynamic_cast<Gtk::Label*>(&widget)) label->set_text(caption);
   if (auto* button = dynamic_cast<Gtk::Button*>(&widget)) button->set_label(caption);

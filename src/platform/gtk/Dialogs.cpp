@@ -96,6 +96,15 @@ Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const 
   const bool question = buttons == Buttons::YesNo;
   Gtk::MessageDialog box(Text::Valid(text), false, question ? Gtk::MESSAGE_QUESTION : Gtk::MESSAGE_INFO,
                          question ? Gtk::BUTTONS_YES_NO : Gtk::BUTTONS_OK, true);
+  // The toolkit's boxes show no picture of their own.
+  Gtk::Image picture;
+  picture.set_from_icon_name(question ? "dialog-question" : "dialog-information", Gtk::ICON_SIZE_DIALOG);
+  picture.set_valign(Gtk::ALIGN_START);
+  picture.show();
+  if (auto* row = dynamic_cast<Gtk::Box*>(box.get_message_area()->get_parent())) {
+    row->pack_start(picture, Gtk::PACK_SHRINK);
+    row->reorder_child(picture, 0);
+  }
   box.set_title(Text::Valid(title));
   box.set_skip_taskbar_hint(true);
   gtk_window_set_transient_for(GTK_WINDOW(box.gobj()), owner);
