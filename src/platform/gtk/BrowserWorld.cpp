@@ -1,6 +1,7 @@
 #include "platform/gtk/BrowserWorld.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "platform/Address.h"
@@ -113,6 +114,17 @@ void BrowserWorld::Change(const ElementSettings& settings) {
 
 std::string BrowserWorld::Home() const {
   return settings_.home.empty() ? Address::FromPath(HostPath(folder_ + "/start.html")) : settings_.home;
+}
+
+bool BrowserWorld::IsHistory(const std::string& uri) const {
+  const std::string path =
+      TakeText(g_filename_from_uri(uri.substr(0, uri.find_first_of("?#")).c_str(), nullptr, nullptr));
+  if (path.empty()) return false;
+  // A link may lead into the folder, and the folder may be one.
+  std::error_code unknown;
+  const auto file = std::filesystem::weakly_canonical(path, unknown).native();
+  const auto folder = std::filesystem::weakly_canonical(HostPath(folder_ + "/history"), unknown).native();
+  return !folder.empty() && file.starts_with(folder + "/");
 }
 
 void BrowserWorld::SetOffline(bool offline) {
