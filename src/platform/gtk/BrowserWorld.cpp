@@ -120,11 +120,15 @@ bool BrowserWorld::IsHistory(const std::string& uri) const {
   const std::string path =
       TakeText(g_filename_from_uri(uri.substr(0, uri.find_first_of("?#")).c_str(), nullptr, nullptr));
   if (path.empty()) return false;
-  // A link may lead into the folder, and the folder may be one.
-  std::error_code unknown;
-  const auto file = std::filesystem::weakly_canonical(path, unknown).native();
-  const auto folder = std::filesystem::weakly_canonical(HostPath(folder_ + "/history"), unknown).native();
-  return !folder.empty() && file.starts_with(folder + "/");
+  // A link may lead to the files, and the folder may be one.
+  const auto real = [](const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::weakly_canonical(name, unknown).native();
+  };
+  const std::string file = real(path);
+  return file.starts_with(real(HostPath(folder_ + "/history")) + "/") ||
+         file == real(HostPath(folder_ + "/history.htm")) ||
+         file == real(HostPath(folder_ + "/contents.htm"));
 }
 
 void BrowserWorld::SetOffline(bool offline) {
