@@ -149,6 +149,8 @@ std::string Replace(std::string_view text, std::string_view what, std::string_vi
   }
 }
 
+std::string ForTitleBar(std::string_view text) { return Left(Valid(text), 500); }
+
 std::string Valid(std::string_view text) {
   std::string result;
   result.reserve(text.size());

@@ -21,6 +21,9 @@ bool SameWithoutCase(std::string_view a, std::string_view b);
 
 std::string Replace(std::string_view text, std::string_view what, std::string_view by);
 
+// What a window's title bar bears: a page may give itself a title without end.
+std::string ForTitleBar(std::string_view text);
+
 // The text with each invalid byte replaced by U+FFFD: what a toolkit can draw.
 std::string Valid(std::string_view text);
 

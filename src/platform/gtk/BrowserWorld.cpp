@@ -1,6 +1,7 @@
 #include "platform/gtk/BrowserWorld.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "platform/Address.h"
@@ -100,15 +101,34 @@ void BrowserWorld::Shutdown() {
 }
 
 void BrowserWorld::Change(const ElementSettings& settings) {
+  const bool zoomed = settings.zoom != settings_.zoom;
   settings_ = settings;
   settings_.Apply(view_settings_.get());
   ApplyProxy();
-  for (Page* page : pages_) webkit_web_view_set_zoom_level(page->View(), settings_.zoom / 100.0);
+  // A zoom that the user gave one page stays while this one doesn't change.
+  for (Page* page : pages_)
+    if (WebKitWebView* view = page->PresentView(); view && zoomed)
+      webkit_web_view_set_zoom_level(view, settings_.zoom / 100.0);
   settings_.Save(engine_ + "/engine.ini");
 }
 
 std::string BrowserWorld::Home() const {
   return settings_.home.empty() ? Address::FromPath(HostPath(folder_ + "/start.html")) : settings_.home;
+}
+
+bool BrowserWorld::IsHistory(const std::string& uri) const {
+  const std::string path =
+      TakeText(g_filename_from_uri(uri.substr(0, uri.find_first_of("?#")).c_str(), nullptr, nullptr));
+  if (path.empty()) return false;
+  // A link may lead to the files, and the folder may be one.
+  const auto real = [](const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::weakly_canonical(name, unknown).native();
+  };
+  const std::string file = real(path);
+  return file.starts_with(real(HostPath(folder_ + "/history")) + "/") ||
+         file == real(HostPath(folder_ + "/history.htm")) ||
+         file == real(HostPath(folder_ + "/contents.htm"));
 }
 
 void BrowserWorld::SetOffline(bool offline) {
@@ -140,8 +160,9 @@ void BrowserWorld::OnDownload(WebKitWebContext*, WebKitDownload* download, gpoin
   auto* self = static_cast<BrowserWorld*>(data);
   if (DownloadBar::IsKeptOut(download) || self->pages_.empty()) return;
   WebKitWebView* view = webkit_download_get_web_view(download);
-  const auto begun_on = std::find_if(self->pages_.begin(), self->pages_.end(),
-                                     [view](Page* page) { return view && page->View() == view; });
+  const auto begun_on = std::find_if(self->pages_.begin(), self->pages_.end(), [view](const Page* page) {
+    return view && page->PresentView() == view;
+  });
   Page* page = begun_on == self->pages_.end() ? self->pages_.front() : *begun_on;
   page->Downloads().Add(download);
 }

@@ -32,6 +32,8 @@ class BrowserWorld {
   WebKitSettings* ViewSettings() { return view_settings_.get(); }
   // The folder of the engine's own data.
   const std::string& EngineFolder() const { return engine_; }
+  // True for the address of a file of the program's history.
+  bool IsHistory(const std::string& uri) const;
 
   const ElementSettings& Settings() const { return settings_; }
   // Takes new settings into use and keeps them. Fails where they can't be written; they are in use then.

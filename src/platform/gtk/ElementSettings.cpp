@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
-#include "platform/Address.h"
 #include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/Proxy.h"
 #include "platform/gtk/GObjects.h"
 
 namespace {
@@ -16,6 +18,29 @@ struct FreeKeyFile {
   void operator()(GKeyFile* file) const { g_key_file_free(file); }
 };
 using KeyFile = std::unique_ptr<GKeyFile, FreeKeyFile>;
+
+bool LoadText(GKeyFile* file, const std::string& text) {
+  return g_key_file_load_from_data(file, text.data(), text.size(), G_KEY_FILE_NONE, nullptr);
+}
+
+// A line that can't be read costs no other.
+bool LoadLines(GKeyFile* file, const std::string& path) {
+  std::string text;
+  try {
+    text = ReadWholeFile(path);
+  } catch (const Failure&) {
+    return false;
+  }
+  if (LoadText(file, text)) return true;
+  const std::string heading = "[" + std::string(Group) + "]\n";
+  std::string good = heading;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const KeyFile alone(g_key_file_new());
+    if (LoadText(alone.get(), heading + line)) good += line + "\n";
+  }
+  return LoadText(file, good);
+}
 
 void ReadText(GKeyFile* file, const char* key, std::string& value) {
   if (char* text = g_key_file_get_string(file, Group, key, nullptr)) value = TakeText(text);
@@ -47,10 +72,11 @@ void ReadProxy(GKeyFile* file, const char* key, ElementSettings::Proxy& value) {
 ElementSettings ElementSettings::Load(const std::string& path) {
   ElementSettings settings;
   const KeyFile file(g_key_file_new());
-  if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr)) return settings;
+  if (!LoadLines(file.get(), path)) return settings;
   ReadText(file.get(), "home", settings.home);
   ReadProxy(file.get(), "proxy", settings.proxy);
   ReadText(file.get(), "proxy address", settings.proxy_address);
+  if (::Proxy::FromTyped(settings.proxy_address).empty()) settings.proxy_address.clear();
   ReadChoice(file.get(), "scripts", settings.scripts);
   ReadNumber(file.get(), "minimum font size", LeastFontSize, MostFontSize, settings.minimum_font_size);
   ReadNumber(file.get(), "zoom", LeastZoom, MostZoom, settings.zoom);
@@ -78,9 +104,7 @@ void ElementSettings::Apply(WebKitSettings* settings) const {
 
 void ElementSettings::ApplyProxy(WebKitWebsiteDataManager* manager) const {
   if (proxy == Proxy::ByHand && !proxy_address.empty()) {
-    const bool full =
-        !Address::Scheme(proxy_address).empty() && proxy_address.find("://") != proxy_address.npos;
-    const std::string address = full ? proxy_address : "http://" + proxy_address;
+    const std::string address = ::Proxy::FromTyped(proxy_address);
     WebKitNetworkProxySettings* by_hand = webkit_network_proxy_settings_new(address.c_str(), nullptr);
     webkit_website_data_manager_set_network_proxy_settings(manager, WEBKIT_NETWORK_PROXY_MODE_CUSTOM,
                                                            by_hand);

@@ -3,9 +3,11 @@
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
 
+#include "platform/gtk/GObjects.h"
+
 class Page;
 
-// The bar below a page that finds text in it.
+// The bar below a page that finds text in it. It must go before the view that it was made for.
 class FindBar {
  public:
   explicit FindBar(Page& page);
@@ -14,6 +16,8 @@ class FindBar {
 
   void Show();
   void Hide();
+  // The page has changed.
+  void Renew();
 
  private:
   GtkWidget* AddButton(const char* icon, const char* name, GCallback pressed);
@@ -32,5 +36,7 @@ class FindBar {
 
   Page& page_;
   WebKitFindController* finder_;
-  GtkWidget *bar_, *entry_, *match_case_, *result_;
+  // Kept past its end: the window around it may go first.
+  Owned<GtkWidget> bar_;
+  GtkWidget *entry_, *match_case_, *result_;
 };

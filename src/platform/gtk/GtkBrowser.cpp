@@ -95,12 +95,14 @@ void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
 
 void GtkBrowser::Zoom(int step) {
+  WebKitWebView* view = page_->PresentView();
+  if (!view) return;
   const ElementSettings& settings = world_.Settings();
-  const int now = static_cast<int>(std::lround(webkit_web_view_get_zoom_level(page_->View()) * 100));
+  const int now = static_cast<int>(std::lround(webkit_web_view_get_zoom_level(view) * 100));
   const int wanted = step == 0
                          ? settings.zoom
                          : std::clamp(now + 10 * step, ElementSettings::LeastZoom, ElementSettings::MostZoom);
-  webkit_web_view_set_zoom_level(page_->View(), wanted / 100.0);
+  webkit_web_view_set_zoom_level(view, wanted / 100.0);
 }
 
 void GtkBrowser::PrintToFile(const std::string& path, std::function<void(const std::string&)> done) {

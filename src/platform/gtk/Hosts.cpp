@@ -279,8 +279,7 @@ RelayHost::~RelayHost() {
 }
 
 void RelayHost::Caption() {
-  if (desktop_.main_host)
-    desktop_.main_host->Frame().set_title(Text::Left(Text::Valid(scene_.Caption()), 500));
+  if (desktop_.main_host) desktop_.main_host->Frame().set_title(Text::ForTitleBar(scene_.Caption()));
 }
 
 void RelayHost::State() {

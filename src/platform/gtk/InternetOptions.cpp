@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/Failure.h"
+#include "platform/Proxy.h"
 #include "platform/gtk/BrowserWorld.h"
 #include "platform/gtk/Notice.h"
 #include "platform/gtk/Page.h"
@@ -123,6 +124,15 @@ bool Dialog::Apply() {
     Notice::Show(
         GTK_WINDOW(Part("InternetOptions")), "No proxy is named",
         "Type the proxy's address, such as proxy.example.org:8080, or choose another kind of connection.");
+    gtk_widget_grab_focus(Part("proxy_address"));
+    return false;
+  }
+  if (settings.proxy == ElementSettings::Proxy::ByHand && Proxy::FromTyped(settings.proxy_address).empty()) {
+    Notice::Show(
+        GTK_WINDOW(Part("InternetOptions")), "This is no proxy",
+        "No proxy can have the address \"" + settings.proxy_address +
+            "\". Type a host and a port, such as proxy.example.org:8080, or a full address that begins "
+            "with http, https, socks, socks4 or socks5.");
     gtk_widget_grab_focus(Part("proxy_address"));
     return false;
   }

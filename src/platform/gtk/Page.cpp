@@ -51,7 +51,6 @@ void Page::Close() {
   if (!box_) return;
   world_.Remove(*this);
   if (downloads_) downloads_->HandOver();
-  find_.reset();
   DropView();
   quit_ = false;
   gtk_widget_destroy(box_.get());
@@ -98,6 +97,8 @@ void Page::MakeView(WebKitWebView* opener) {
 }
 
 void Page::LetGoOfView() {
+  // It searches by the view.
+  find_.reset();
   WebKitWebView* view = view_;
   view_ = nullptr;
   load_.Detach(view);
@@ -117,7 +118,6 @@ void Page::DropView() {
 }
 
 GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
-  find_.reset();
   DropView();
   MakeView(opener);
   opened_by_page_ = true;
@@ -139,6 +139,10 @@ void Page::OpenElsewhere(const std::string& uri) {
 FindBar& Page::Find() {
   if (!find_) find_ = std::make_unique<FindBar>(*this);
   return *find_;
+}
+
+void Page::SearchAgain() {
+  if (find_) find_->Renew();
 }
 
 DownloadBar& Page::Downloads() {

@@ -56,9 +56,13 @@ class Page : public std::enable_shared_from_this<Page> {
   GtkWidget* Widget() { return box_.get(); }
   // Fails when the page is closed. A page that has closed itself gets a new view.
   WebKitWebView* View();
+  // The same, but none where there is none now.
+  WebKitWebView* PresentView() const { return view_; }
   PageLoad& Load() { return load_; }
   ScriptDialogs& Dialogs() { return dialogs_; }
   FindBar& Find();
+  // What the bar found was in another page.
+  void SearchAgain();
   DownloadBar& Downloads();
 
   // As users know them: the address being loaded from its start on; what stands for a missing title.

@@ -179,6 +179,7 @@ void PageLoad::Finished() {
   // The report of a load that was given up for the one that waits, or that an error page follows.
   const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
   if (another) return;
+  page_.SearchAgain();
   const bool untitled = !page_.Closed() && TextOf(webkit_web_view_get_title(page_.View())).empty();
   if (phase_ == Phase::Committed && untitled && page_.Address() != "about:blank")
     title_wait_ = g_timeout_add(TitleWait, OnTitleWait, this);

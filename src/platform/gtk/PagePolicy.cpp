@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/gtk/BrowserWorld.h"
 #include "platform/gtk/LoadErrors.h"
 #include "platform/gtk/Page.h"
 #include "platform/gtk/PermissionBar.h"
@@ -48,11 +49,21 @@ bool WantsOtherPlace(WebKitNavigationAction* action) {
           (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK));
 }
 
+// The titles of visited pages stand in the history's files, and may hold what leads elsewhere by itself. A
+// load of the program's own doesn't come here: the page's address is then the wanted one already.
+bool LeadsOutOfHistory(Page& page, const std::string& uri, WebKitNavigationAction* action) {
+  if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_OTHER ||
+      webkit_navigation_action_is_user_gesture(action) || webkit_navigation_action_is_redirect(action))
+    return false;
+  const std::string shown = page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : "";
+  return page.World().IsHistory(shown) && !page.World().IsHistory(uri);
+}
+
 // True: the request is taken and must not be followed.
 bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
   WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(decision);
   const std::string uri = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
-  if (TakeOwnAddress(page, uri, action)) return true;
+  if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action)) return true;
   if (BelongsToAnotherProgram(Address::Scheme(uri)) && webkit_navigation_action_is_user_gesture(action) &&
       GiveAway(uri)) {
     page.Load().Denied();

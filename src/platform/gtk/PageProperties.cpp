@@ -36,8 +36,6 @@ Rows Describe(Page& page) {
   rows.emplace_back("Type", TextOf(webkit_uri_response_get_mime_type(response)));
   const guint64 length = webkit_uri_response_get_content_length(response);
   if (length > 0) rows.emplace_back("Size", TakeText(g_format_size_full(length, G_FORMAT_SIZE_LONG_FORMAT)));
-  if (const char* encoding = webkit_web_view_get_custom_charset(page.View()))
-    rows.emplace_back("Encoding", encoding);
   return rows;
 }
 

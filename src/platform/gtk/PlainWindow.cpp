@@ -1,5 +1,6 @@
 #include "platform/gtk/PlainWindow.h"
 
+#include "platform/Text.h"
 #include "platform/gtk/BrowserWorld.h"
 
 namespace {
@@ -66,7 +67,7 @@ void PlainWindow::ReadyToShow() {
 void PlainWindow::Update() {
   if (page_->Closed()) return;
   WebKitWebView* view = page_->View();
-  const std::string title = page_->Title();
+  const std::string title = Text::ForTitleBar(page_->Title());
   gtk_window_set_title(GTK_WINDOW(window_), title.empty() ? "New window" : title.c_str());
   if (!gtk_widget_has_focus(address_)) gtk_entry_set_text(GTK_ENTRY(address_), page_->Address().c_str());
   gtk_widget_set_sensitive(back_, webkit_web_view_can_go_back(view));

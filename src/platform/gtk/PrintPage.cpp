@@ -1,5 +1,7 @@
 #include "platform/gtk/PrintPage.h"
 
+#include <gtk/gtkunixprint.h>
+
 #include "platform/Address.h"
 #include "platform/PageNames.h"
 #include "platform/gtk/Notice.h"
@@ -9,6 +11,7 @@ namespace {
 
 // One print job, from its start to its end.
 struct Job {
+  Owned<WebKitWebView> view;  // which the operation itself doesn't keep
   Owned<WebKitPrintOperation> operation;
   std::function<void(const std::string&)> done;
   std::string failure;
@@ -25,9 +28,18 @@ void OnFinished(WebKitPrintOperation*, gpointer data) {
   Later([job] { delete job; });
 }
 
+// The dialog asks about a page that isn't there any more. It is modal, so there is no other one.
+void OnGone(GtkWidget*, gpointer) {
+  GList* windows = gtk_window_list_toplevels();
+  for (GList* one = windows; one; one = one->next)
+    if (GTK_IS_PRINT_UNIX_DIALOG(one->data)) gtk_dialog_response(GTK_DIALOG(one->data), GTK_RESPONSE_CANCEL);
+  g_list_free(windows);
+}
+
 Job* Begin(Page& page, std::function<void(const std::string&)> done) {
-  auto* job = new Job{Owned<WebKitPrintOperation>(webkit_print_operation_new(page.View())), std::move(done),
-                      std::string()};
+  auto* job =
+      new Job{Share(page.View()), Owned<WebKitPrintOperation>(webkit_print_operation_new(page.View())),
+              std::move(done), std::string()};
   g_signal_connect(job->operation.get(), "failed", G_CALLBACK(OnFailed), job);
   g_signal_connect(job->operation.get(), "finished", G_CALLBACK(OnFinished), job);
   return job;
@@ -51,9 +63,11 @@ void Ask(Page& page) {
   gtk_print_settings_set(settings.get(), GTK_PRINT_SETTINGS_OUTPUT_BASENAME,
                          PageNames::FromTitle(title).c_str());
   webkit_print_operation_set_print_settings(job->operation.get(), settings.get());
-  if (webkit_print_operation_run_dialog(job->operation.get(), page.Window()) !=
-      WEBKIT_PRINT_OPERATION_RESPONSE_PRINT)
-    delete job;
+  const auto view = Share(job->view.get());
+  const gulong watch = g_signal_connect(view.get(), "destroy", G_CALLBACK(OnGone), nullptr);
+  const auto response = webkit_print_operation_run_dialog(job->operation.get(), page.Window());
+  g_signal_handler_disconnect(view.get(), watch);
+  if (response != WEBKIT_PRINT_OPERATION_RESPONSE_PRINT) delete job;
 }
 
 void ToFile(Page& page, const std::string& path, std::function<void(const std::string&)> done) {

@@ -3,10 +3,15 @@
 #include <libsoup/soup.h>
 #include <unistd.h>
 
+#include <array>
+#include <optional>
+#include <string_view>
+
 #include "platform/Address.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/SourcePage.h"
+#include "platform/Text.h"
 #include "platform/gtk/BrowserWorld.h"
 #include "platform/gtk/DownloadBar.h"
 #include "platform/gtk/LoadErrors.h"
@@ -17,20 +22,54 @@ namespace {
 // Where neither the server nor the page names an encoding and the text isn't UTF-8.
 constexpr const char* UsualEncoding = "windows-1252";
 
-std::string ToUtf8(const std::string& bytes, const std::string& encoding) {
-  if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr)) return bytes;
-  const std::string named = encoding.empty() ? NamedEncoding(bytes) : encoding;
-  for (const std::string& tried : {named, std::string(UsualEncoding)}) {
-    if (tried.empty()) continue;
-    gsize length = 0;
-    char* text = g_convert_with_fallback(bytes.data(), static_cast<gssize>(bytes.size()), "UTF-8",
-                                         tried.c_str(), nullptr, nullptr, &length, nullptr);
-    if (!text) continue;
-    const std::string result(text, length);
-    g_free(text);
-    return result;
+struct Mark {
+  std::string_view bytes;
+  const char* encoding;
+};
+// At the start of a text, each says more surely than any name how it is encoded.
+constexpr std::array<Mark, 3> Marks = {
+    {{"\xEF\xBB\xBF", "UTF-8"}, {"\xFE\xFF", "UTF-16BE"}, {"\xFF\xFE", "UTF-16LE"}}};
+
+std::optional<std::string> Convert(std::string_view bytes, const char* encoding) {
+  gsize length = 0;
+  char* text = g_convert_with_fallback(bytes.data(), static_cast<gssize>(bytes.size()), "UTF-8", encoding,
+                                       nullptr, nullptr, &length, nullptr);
+  if (!text) return std::nullopt;
+  std::string result(text, length);
+  g_free(text);
+  return result;
+}
+
+// Every byte is a character: the five that the encoding leaves out are the control characters of that number.
+std::string FromUsual(std::string_view bytes) {
+  std::string result;
+  for (const char& byte : bytes) {
+    const auto number = static_cast<unsigned char>(byte);
+    const auto character = number < 0x80 ? std::nullopt : Convert({&byte, 1}, UsualEncoding);
+    if (number < 0x80)
+      result += byte;
+    else if (character)
+      result += *character;
+    else
+      result += {static_cast<char>(0xC0 | number >> 6), static_cast<char>(0x80 | (number & 0x3F))};
   }
-  return bytes;
+  return result;
+}
+
+// Bytes that are no UTF-8 though they claim to be stay: each is shown as one that can't be read.
+std::string ToUtf8(std::string_view bytes, const std::string& sent) {
+  for (const Mark& mark : Marks) {
+    if (!bytes.starts_with(mark.bytes)) continue;
+    bytes.remove_prefix(mark.bytes.size());
+    return Convert(bytes, mark.encoding).value_or(std::string(bytes));
+  }
+  if (g_utf8_validate_len(bytes.data(), bytes.size(), nullptr)) return std::string(bytes);
+  const std::string named = sent.empty() ? NamedEncoding(bytes) : sent;
+  if (Text::SameWithoutCase(named, "utf-8") || Text::SameWithoutCase(named, "utf8"))
+    return std::string(bytes);
+  if (named.empty()) return FromUsual(bytes);
+  const auto text = Convert(bytes, named.c_str());
+  return text ? *text : FromUsual(bytes);
 }
 
 std::string SentEncoding(WebKitURIResponse* response) {
@@ -118,13 +157,17 @@ void SourceLoad::ReadFile() {
   try {
     bytes = ReadWholeFile(TakeText(g_filename_from_uri(uri_.c_str(), nullptr, nullptr)));
   } catch (const Failure& failure) {
-    const OwnedError error(
-        g_error_new_literal(WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_FILE_DOES_NOT_EXIST, failure.what()));
-    ErrorPage page = LoadErrors::Failed(uri_, error.get());
-    page.address = "view-source:" + uri_;
-    return Fail(page);
+    return FailReading(failure);
   }
   Tell(bytes, {});
+}
+
+void SourceLoad::FailReading(const Failure& failure) {
+  const OwnedError error(
+      g_error_new_literal(WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_FILE_DOES_NOT_EXIST, failure.what()));
+  ErrorPage page = LoadErrors::Failed(uri_, error.get());
+  page.address = "view-source:" + uri_;
+  Fail(page);
 }
 
 void SourceLoad::Fetch() {
@@ -155,7 +198,11 @@ void SourceLoad::OnFetched(WebKitDownload* download, gpointer data) {
   auto* self = static_cast<SourceLoad*>(data);
   std::string bytes;
   const auto ended = self->Ended();
-  Skipping([&] { bytes = ReadWholeFile(self->temporary_); });
+  try {
+    bytes = ReadWholeFile(self->temporary_);
+  } catch (const Failure& failure) {
+    return self->FailReading(failure);
+  }
   self->Tell(bytes, SentEncoding(webkit_download_get_response(download)));
 }
 

@@ -9,6 +9,7 @@
 #include "platform/ErrorPage.h"
 #include "platform/gtk/GObjects.h"
 
+class Failure;
 class Page;
 
 // Gets a page's source as the server sent it: from the page itself where it is the one on show, else once
@@ -32,6 +33,7 @@ class SourceLoad {
   void Fetch();
   void Tell(const std::string& bytes, const std::string& encoding);
   void Fail(const ErrorPage& error);
+  void FailReading(const Failure& failure);
   Owned<WebKitDownload> Ended();
 
   static gboolean OnIdle(gpointer self);
