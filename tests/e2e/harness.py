@@ -253,6 +253,7 @@ class Marlowick:
         def button():
             for application in pyatspi.Registry.getDesktop(0):
                 if application is not None and application.get_process_id() == self.process.pid:
+                    application.clear_cache()
                     return next(filter(None, (find(top) for top in application if top.name == window)), None)
             return None
 

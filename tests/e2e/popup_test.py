@@ -119,7 +119,7 @@ class Popups(ProgramTest):
             question = self.ask((LINK, SCRIPT)[count])
             answer()
             self.gone(question)
-        time.sleep(0.5)
+            time.sleep(1.3)  # a refusal holds for a moment
         self.assertEqual(program.windows(), {program.window: "Opener"})
         self.assertEqual([path for path in self.server.requests if "new" in path], [])
 
@@ -164,9 +164,23 @@ class Popups(ProgramTest):
         self.assertIn(question, program.windows())
         # Neither is the main window's end one: a modal question stands before it.
         self.assertIsNone(program.process.poll())
-        self.press("Do not open")
+        program.key("alt+d")
         self.gone(question)
         self.assertEqual(program.windows(), {program.window: "Opener"})
+
+    def test_a_page_that_asks_in_a_loop_is_refused_once_for_all(self):
+        self.begin(3)
+        program = self.program
+        program.type_address(self.page("/flood", "<title>Flood</title><script>onclick = () => "
+                                       "{ for (let i = 0; i < 100; ++i) open('/new?' + i); fetch('/through') }</script>"
+                                       "<p style='height:300px'>press me</p>"))
+        program.wait_title("Flood")
+        question = self.ask((350, 200))
+        program.key("alt+d")
+        self.gone(question)
+        self.wait_request("/through")
+        self.assertEqual(program.windows(), {program.window: "Flood"})
+        self.assertEqual([path for path in self.server.requests if "new" in path], [])
 
     def test_pages_that_ask_while_the_question_stands_share_its_answer(self):
         self.begin(3)
