@@ -150,7 +150,11 @@ class Marlowick:
         self.process = subprocess.Popen([PROGRAM, *arguments],
                                         env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})}, stderr=stderr)
         if shown:
-            self.window = wait_for(self.find_window, "the main window")
+            try:
+                self.window = wait_for(self.find_window, "the main window")
+            except AssertionError:
+                self.kill()
+                raise
 
     def set(self, **settings):
         """Changes values of browser.ini."""
@@ -364,7 +368,7 @@ class ProgramTest(unittest.TestCase):
 
     def start(self, *arguments, **more):
         program = Marlowick(*arguments, **more)
-        self.addCleanup(lambda: program.process.poll() is None and program.kill())
+        self.addCleanup(lambda: program.kill() if program.process.poll() is None else program.clean())
         return program
 
     def page(self, path, html):
