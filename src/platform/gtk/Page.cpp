@@ -1,6 +1,9 @@
 #include "platform/gtk/Page.h"
 
+#include <utility>
+
 #include "platform/Failure.h"
+#include "platform/Text.h"
 #include "platform/gtk/BrowserWorld.h"
 #include "platform/gtk/DownloadBar.h"
 #include "platform/gtk/FindBar.h"
@@ -8,6 +11,12 @@
 #include "platform/gtk/PlainWindow.h"
 
 namespace {
+
+// Longer titles are cut: characters. Nobody reads them, and every one is handed about whole.
+constexpr size_t MostTitle = 20000;
+
+// Windows that one page may ask for with less than a second between them.
+constexpr int MostInARow = 20;
 
 void DestroyLater(WebKitWebView* view) {
   Later([held = std::make_shared<Owned<WebKitWebView>>(Share(view))] {
@@ -158,7 +167,7 @@ std::string Page::Address() const {
 
 std::string Page::Title() const {
   if (!view_) return last_title_;
-  const std::string title = TextOf(webkit_web_view_get_title(view_));
+  const std::string title = Text::Left(TextOf(webkit_web_view_get_title(view_)), MostTitle);
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
@@ -223,6 +232,10 @@ GtkWidget* Page::OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer
   const auto keep = static_cast<Page*>(data)->shared_from_this();
   // The question may take long, and the page that asks may be gone when it is answered.
   const auto opener = Share(view);
+  // Whatever the user's choice is, a page in a loop doesn't fill the machine with windows.
+  const gint64 now = g_get_monotonic_time();
+  if (now - std::exchange(keep->last_request_, now) > G_USEC_PER_SEC) keep->requests_ = 0;
+  if (++keep->requests_ > MostInARow) return nullptr;
   Page* taker = nullptr;
   bool cancel = false;
   ++keep->asking_;

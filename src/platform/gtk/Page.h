@@ -121,7 +121,9 @@ class Page : public std::enable_shared_from_this<Page> {
   std::unique_ptr<FindBar> find_;
   std::unique_ptr<DownloadBar> downloads_;
   std::string load_status_, hovered_, shown_status_;
-  int asking_ = 0;  // questions about new windows that run now
+  gint64 last_request_ = 0;  // for a window: when, in microseconds
+  int requests_ = 0;         // of those in a row
+  int asking_ = 0;           // questions about new windows that run now
   bool opened_by_page_ = false;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself

@@ -1,5 +1,7 @@
 #include "platform/gtk/PlainWindow.h"
 
+#include <utility>
+
 #include "platform/Text.h"
 #include "platform/gtk/BrowserWorld.h"
 
@@ -76,6 +78,8 @@ void PlainWindow::Update() {
 
 // The handler that asked for it still runs in the page.
 void PlainWindow::End() {
+  // The page and the user may both close it at once.
+  if (std::exchange(ended_, true)) return;
   gtk_widget_hide(window_);
   page_->Quit();
   Later([this] { world_.Forget(*this); });

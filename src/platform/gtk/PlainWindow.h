@@ -42,4 +42,5 @@ class PlainWindow : private PageOwner {
   BrowserWorld& world_;
   GtkWidget *window_, *back_, *forward_, *address_, *bar_;
   std::shared_ptr<Page> page_;
+  bool ended_ = false;
 };

@@ -85,7 +85,11 @@ void ScriptDialogs::Ask(WebKitScriptDialog* dialog) {
   bar_ = MakeBar(type);
   page_.AddBar(bar_);
   gtk_widget_show_all(bar_);
-  gtk_widget_grab_focus(entry_ ? entry_ : first_button_);
+  // A page behind, or beside what the user is typing into, doesn't take the keyboard.
+  GtkWidget* top = gtk_widget_get_toplevel(page_.Widget());
+  GtkWidget* focus = GTK_IS_WINDOW(top) ? gtk_window_get_focus(GTK_WINDOW(top)) : nullptr;
+  if (gtk_widget_get_mapped(page_.Widget()) && (!focus || gtk_widget_is_ancestor(focus, page_.Widget())))
+    gtk_widget_grab_focus(entry_ ? entry_ : first_button_);
 }
 
 GtkWidget* ScriptDialogs::MakeBar(WebKitScriptDialogType type) {
