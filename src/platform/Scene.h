@@ -32,7 +32,7 @@ struct Mouse {
 };
 
 enum class Pointer { Default, SizeDiagonal, SizeLeftRight, SizeUpDown };
-enum class Role { None, Button, Tab, MenuLabel, MenuItem, Text, Group };
+enum class Role { None, Button, Tab, MenuLabel, MenuItem, Text };
 
 // What a drop carries. Format 1 is plain text.
 class DataObject {
@@ -70,7 +70,8 @@ class Control {
 
   // A press captures the mouse until its release: moves go on arriving, also from outside. A click is a press
   // and a release on the same control, by any button. The second press of a double click raises DblClick
-  // instead of MouseDown where DblClick is set, and no moves follow it.
+  // where that is set; it then brings no click, and no moves follow it. A desktop may tell it as a press
+  // first.
   std::function<void(const Mouse&)> MouseDown, MouseMove, MouseUp;
   std::function<void()> Click, DblClick;
   std::function<void(const DataObject&)> OLEDragDrop;

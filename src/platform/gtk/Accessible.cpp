@@ -23,8 +23,6 @@ AtkRole RoleOf(Role role) {
       return ATK_ROLE_MENU_ITEM;
     case Role::Text:
       return ATK_ROLE_LABEL;
-    case Role::Group:
-      return ATK_ROLE_PANEL;
     case Role::None:
       break;
   }
