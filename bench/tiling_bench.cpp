@@ -1,7 +1,7 @@
 // Tiling one surface of 1920 x 1080 pixels against a plain fill of the same pixels.
 
 #include "Bench.h"
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 
 namespace {
 

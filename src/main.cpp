@@ -2,7 +2,7 @@
 
 #include "core/Program.h"
 #include "core/frmSplash.h"
-#include "platform/gtk/GtkDesktop.h"
+#include "gtk/window/GtkDesktop.h"
 
 int main(int argc, char** argv) {
   // The program places its own windows on the screen, which only X11 allows.

@@ -7,9 +7,9 @@
 #include "core/Preferences.h"
 #include "core/Slot.h"
 #include "menus/MenuState.h"
-#include "platform/Colour.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
+#include "platform/scene/Colour.h"
 
 class frmSplash;
 class frmMain;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Timer.h"
-#include "platform/Window.h"
+#include "platform/scene/Window.h"
 
 class Program;
 

@@ -8,7 +8,7 @@
 #include "menus/LaunchMenu.h"
 #include "menus/MenuBar.h"
 #include "menus/MenuModule.h"
-#include "platform/Window.h"
+#include "platform/scene/Window.h"
 #include "skin/FrameLayout.h"
 #include "skin/Skin.h"
 #include "skin/Toolbar.h"

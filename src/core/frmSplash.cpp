@@ -2,7 +2,7 @@
 
 #include "core/Program.h"
 #include "core/frmMain.h"
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 
 frmSplash::frmSplash(Program& program)
     : Window(program.desktop, Kind::Splash, {0, 0, 6000, 2700}, "Marlowick"),

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Window.h"
+#include "platform/scene/Window.h"
 
 class Program;
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "platform/Scene.h"
+#include "platform/scene/Scene.h"
 
 class frmMain;
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/ControlArray.h"
-#include "platform/Window.h"
+#include "platform/scene/ControlArray.h"
+#include "platform/scene/Window.h"
 
 class Program;
 struct Colours;

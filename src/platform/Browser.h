@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/Scene.h"
+#include "platform/scene/Scene.h"
 
 // The browser element: one page. A control of the scene whose place a real page fills.
 //

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Scene.h"
+#include "platform/scene/Scene.h"
 
 // An editable field with a drop-down of a list that is always sorted: ascending, without regard to case. What
 // the user sees is a widget of the desktop, which has the text and the selection; the list is the owner's,

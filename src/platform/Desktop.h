@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/Events.h"
-#include "platform/Scene.h"
 #include "platform/Timer.h"
+#include "platform/scene/Scene.h"
 
 class Browser;
 class ComboBox;
@@ -30,7 +30,7 @@ struct ScreenRect {
 enum class Buttons { Ok, YesNo };
 enum class Answer { Ok, Yes, No };
 
-// What the program asks of the outside. Implemented by platform/gtk, and by the fakes of the tests.
+// What the program asks of the outside. Implemented by gtk/window, and by the fakes of the tests.
 class Desktop : public Clock {
  public:
   // Every event of the outside goes through this gate.

@@ -1,6 +1,7 @@
 #include "platform/Events.h"
 
 #include <exception>
+#include <string>
 #include <utility>
 
 void Events::Run(const std::function<void()>& handler) {
@@ -13,10 +14,17 @@ void Events::Run(const std::function<void()>& handler) {
   try {
     const Depth depth(depth_);
     handler();
+  } catch (const Failure& failure) {
+    if (!Unhandled) throw;
+    Unhandled(failure);
   } catch (const std::exception& failure) {
     // The standard library's own failures as well, such as a lack of memory.
     if (!Unhandled) throw;
-    Unhandled(Failure(failure.what()));
+    Unhandled(Failure(std::string("Something that wasn't expected failed in the program itself: ") +
+                      failure.what()));
+  } catch (...) {
+    if (!Unhandled) throw;
+    Unhandled(Failure("Something that wasn't expected failed in the program itself"));
   }
   if (depth_ == 0) std::exchange(buried_, {}).clear();
 }

@@ -4,7 +4,7 @@
 #include "core/Program.h"
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 #include "skin/CenterPart2.h"
 #include "skin/ScreenSize.h"
 #include "skin/TileBitmapModule.h"

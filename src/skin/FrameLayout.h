@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/Scene.h"
+#include "platform/scene/Scene.h"
 
 class frmMain;
 class Skin;

@@ -2,7 +2,7 @@
 
 #include "core/Conversions.h"
 #include "platform/Desktop.h"
-#include "platform/Window.h"
+#include "platform/scene/Window.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmMain.h"
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 
 // The catalogue: files and their surfaces, in the order of loading. The capitals are parts of the names.
 const std::array<Skin::Bitmap, 64> Skin::Bitmaps = {{

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/ControlArray.h"
-#include "platform/Scene.h"
+#include "platform/scene/ControlArray.h"
+#include "platform/scene/Scene.h"
 
 class frmMain;
 

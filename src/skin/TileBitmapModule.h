@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Scene.h"
-#include "platform/Window.h"
+#include "platform/scene/Scene.h"
+#include "platform/scene/Window.h"
 
 // Clears a surface and repeats the picture of a store over it from the top left corner, neither scaled nor
 // centred. A store without a picture only clears.

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ControlArray.h"
-#include "platform/Scene.h"
 #include "platform/Timer.h"
+#include "platform/scene/ControlArray.h"
+#include "platform/scene/Scene.h"
 
 class frmMain;
 

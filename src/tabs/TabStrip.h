@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Scene.h"
+#include "platform/scene/Scene.h"
 
 class frmMain;
 

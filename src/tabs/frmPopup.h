@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/Controls.h"
+#include "platform/dialog/Controls.h"
 
 class Program;
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 
 #include "platform/Browser.h"
 #include "platform/ComboBox.h"
-#include "platform/Controls.h"
 #include "platform/Desktop.h"
-#include "platform/Drawing.h"
-#include "platform/Window.h"
+#include "platform/dialog/Controls.h"
+#include "platform/scene/Drawing.h"
+#include "platform/scene/Window.h"
 
 // What FakeDesktop::End throws: nothing of the program runs after it.
 struct ProcessEnded {

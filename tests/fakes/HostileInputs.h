@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Drawing.h"
+#include "platform/scene/Drawing.h"
 
 // Good files with a few of their bytes spoilt, fed to the readers of what the program didn't write. A reader
 // may refuse a file or make something of it, but may not crash, hang or return nonsense. The same seed makes

@@ -1,0 +1,126 @@
+#include "gtk/dialog/Dialogs.h"
+
+#include <gtkmm.h>
+
+#include <memory>
+#include <vector>
+
+#include "platform/Failure.h"
+#include "platform/Text.h"
+
+namespace {
+
+struct Filter {
+  std::string name;
+  std::vector<std::string> patterns;
+};
+
+std::vector<std::string> Split(const std::string& text, char at) {
+  std::vector<std::string> parts(1);
+  for (const char c : text) {
+    if (c == at)
+      parts.emplace_back();
+    else
+      parts.back() += c;
+  }
+  return parts;
+}
+
+std::vector<Filter> Filters(const std::string& text) {
+  std::vector<Filter> filters;
+  const std::vector<std::string> parts = Split(text, '|');
+  for (size_t i = 0; i + 1 < parts.size(); i += 2) filters.push_back({parts[i], Split(parts[i + 1], ';')});
+  return filters;
+}
+
+// The toolkit's patterns know upper from lower case: each letter becomes a choice of both.
+std::string WithoutCase(const std::string& pattern) {
+  if (pattern == "*.*") return "*";
+  std::string either;
+  for (const char c : pattern) {
+    if (g_ascii_isalpha(c))
+      either += {'[', g_ascii_tolower(c), g_ascii_toupper(c), ']'};
+    else
+      either += c;
+  }
+  return either;
+}
+
+// ".tab" for the pattern "*.tab"; empty for one that names no extension.
+std::string Extension(const Filter& filter) {
+  const std::string& pattern = filter.patterns.front();
+  const bool names_one = pattern.starts_with("*.") && pattern.find_first_of("*?", 2) == pattern.npos;
+  return names_one ? pattern.substr(1) : "";
+}
+
+bool HasExtension(const std::string& path) {
+  const size_t dot = path.rfind('.'), slash = path.rfind('/');
+  return dot != path.npos && (slash == path.npos || dot > slash);
+}
+
+std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::string& title,
+                   const std::string& filter_text) {
+  const std::unique_ptr<GtkFileChooserNative, void (*)(gpointer)> dialog(
+      gtk_file_chooser_native_new(title.c_str(), owner, action, nullptr, nullptr), g_object_unref);
+  gtk_native_dialog_set_modal(GTK_NATIVE_DIALOG(dialog.get()), TRUE);
+  GtkFileChooser* chooser = GTK_FILE_CHOOSER(dialog.get());
+  gtk_file_chooser_set_do_overwrite_confirmation(chooser, FALSE);
+  const std::vector<Filter> filters = Filters(filter_text);
+  std::vector<GtkFileFilter*> made;
+  for (const Filter& filter : filters) {
+    made.push_back(gtk_file_filter_new());
+    gtk_file_filter_set_name(made.back(), filter.name.c_str());
+    for (const std::string& pattern : filter.patterns)
+      gtk_file_filter_add_pattern(made.back(), WithoutCase(pattern).c_str());
+    gtk_file_chooser_add_filter(chooser, made.back());
+  }
+  if (!made.empty()) gtk_file_chooser_set_filter(chooser, made.front());
+
+  const int response = gtk_native_dialog_run(GTK_NATIVE_DIALOG(dialog.get()));
+  if (response != GTK_RESPONSE_ACCEPT) throw Failure("\"" + title + "\" was cancelled");
+  const std::unique_ptr<char, void (*)(gpointer)> name(gtk_file_chooser_get_filename(chooser), g_free);
+  if (!name) throw Failure("\"" + title + "\": the chosen file isn't on this machine. Choose a local one");
+  std::string path = name.get();
+  if (action != GTK_FILE_CHOOSER_ACTION_SAVE || HasExtension(path)) return path;
+  for (size_t i = 0; i < made.size(); ++i)
+    if (made[i] == gtk_file_chooser_get_filter(chooser)) path += Extension(filters[i]);
+  return path;
+}
+
+}  // namespace
+
+namespace Dialogs {
+
+Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const std::string& title) {
+  if (owner && !gtk_widget_get_visible(GTK_WIDGET(owner))) owner = nullptr;
+  const bool question = buttons == Buttons::YesNo;
+  Gtk::MessageDialog box(Text::Valid(text), false, question ? Gtk::MESSAGE_QUESTION : Gtk::MESSAGE_INFO,
+                         question ? Gtk::BUTTONS_YES_NO : Gtk::BUTTONS_OK, true);
+  // The toolkit's boxes show no picture of their own.
+  Gtk::Image picture;
+  picture.set_from_icon_name(question ? "dialog-question" : "dialog-information", Gtk::ICON_SIZE_DIALOG);
+  picture.set_valign(Gtk::ALIGN_START);
+  picture.show();
+  if (auto* row = dynamic_cast<Gtk::Box*>(box.get_message_area()->get_parent())) {
+    row->pack_start(picture, Gtk::PACK_SHRINK);
+    row->reorder_child(picture, 0);
+  }
+  box.set_title(Text::Valid(title));
+  box.set_skip_taskbar_hint(true);
+  gtk_window_set_transient_for(GTK_WINDOW(box.gobj()), owner);
+  box.set_position(owner ? Gtk::WIN_POS_CENTER_ON_PARENT : Gtk::WIN_POS_CENTER);
+  if (question) box.set_default_response(Gtk::RESPONSE_NO);
+  const int response = box.run();
+  if (!question) return Answer::Ok;
+  return response == Gtk::RESPONSE_YES ? Answer::Yes : Answer::No;
+}
+
+std::string ShowOpen(GtkWindow* owner, const std::string& title, const std::string& filter) {
+  return Choose(owner, GTK_FILE_CHOOSER_ACTION_OPEN, title, filter);
+}
+
+std::string ShowSave(GtkWindow* owner, const std::string& title, const std::string& filter) {
+  return Choose(owner, GTK_FILE_CHOOSER_ACTION_SAVE, title, filter);
+}
+
+}  // namespace Dialogs

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "gtk/page/Page.h"
+#include "gtk/window/HasWidget.h"
+#include "platform/Browser.h"
+
+// The browser element of the program: a page that fills the place of a control.
+class GtkBrowser : public Browser, public HasWidget, private PageOwner {
+ public:
+  GtkBrowser(Control& parent, BrowserWorld& world);
+  ~GtkBrowser() override;
+
+  GtkWidget* Widget() override { return page_->Widget(); }
+
+  void Navigate(const std::string& address) override;
+  void GoHome() override;
+  void GoBack() override;
+  void GoForward() override;
+  void Stop() override;
+  void Refresh() override;
+  bool Busy() const override;
+  std::string LocationName() const override;
+  std::string LocationURL() const override;
+  bool Offline() const override;
+  void SetOffline(bool offline) override;
+  void ExecWB(long command, long option) override;
+  void SetFocus() override;
+  void OpenWindow() override;
+  void ShowFind() override;
+  void ShowPrint() override;
+  void ShowProperties() override;
+  void Zoom(int step) override;
+
+  // Prints the page to a file, PDF, without a question. `done` hears an empty text, or what failed.
+  void PrintToFile(const std::string& path, std::function<void(const std::string& failure)> done);
+
+ private:
+  void LoadBegan() override;
+  void Progressed(long progress, long maximum) override;
+  void StatusChanged(const std::string& text) override;
+  void NameChanged() override;
+  void LoadEnded() override;
+  void ProcessDied() override;
+  void CloseWanted() override;
+  void WindowWanted(Page*& taker, bool& cancel) override;
+  void ReadyToShow() override {}
+  const Browser* Element() const override { return this; }
+
+  // Fails while the end of the page's process hasn't been told.
+  void FailIfDead() const;
+  template <class... Values>
+  void Raise(const std::function<void(Values...)>& event, Values... values);
+
+  BrowserWorld& world_;
+  std::shared_ptr<Page> page_;
+  // The program reads Busy until it is false. A process that dies in between is told by failing reads, up to
+  // and with the next of Busy.
+  mutable bool watched_ = false, dead_ = false;
+};

@@ -1,0 +1,140 @@
+#include "gtk/page/LoadErrors.h"
+
+#include "gtk/base/GObjects.h"
+#include "gtk/page/text/Address.h"
+
+namespace {
+
+struct Reason {
+  std::string title, reason, advice;
+};
+
+constexpr const char* CheckAddress = "Look whether the address is spelt right.";
+constexpr const char* CheckConnection =
+    "Look whether this computer is connected to the network, and try again in a moment.";
+
+Reason ForFile(const std::string& uri) {
+  return {"The file can't be opened",
+          "There is no such file or folder, or you may not read it: " + Address::Unescape(uri.substr(7)),
+          "Look whether the path is spelt right and the file hasn't been moved."};
+}
+
+Reason ForNetwork(const std::string& uri, const GError* error) {
+  const std::string host = Address::Host(uri);
+  if (error->domain == G_RESOLVER_ERROR)
+    return {"The site can't be found", "No computer of the name \"" + host + "\" could be found.",
+            std::string(CheckAddress) + " " + CheckConnection};
+  if (error->domain == G_TLS_ERROR)
+    return {"No secure connection",
+            "A secure connection to " + host + " could not be made: " + error->message + ".",
+            "The site may be set up wrongly, or something between you and the site changes the connection."};
+  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CONNECTION_REFUSED))
+    return {"The site refuses the connection", host + " is there, but nothing answers at this address.",
+            std::string(CheckAddress) + " The site may be down: try again in a moment."};
+  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+    return {"The site doesn't answer", host + " took too long to answer.", CheckConnection};
+  if (error->domain == G_IO_ERROR)
+    return {"The connection failed", "The connection to " + host + " failed: " + error->message + ".",
+            CheckConnection};
+  return {"The page can't be shown", std::string("Loading it failed: ") + error->message + ".",
+          std::string(CheckAddress) + " " + CheckConnection};
+}
+
+Reason ForError(const std::string& uri, const GError* error) {
+  const std::string scheme = Address::Scheme(uri);
+  if (scheme == "file") return ForFile(uri);
+  if (g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_UNKNOWN_PROTOCOL) ||
+      g_error_matches(error, WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_CANNOT_SHOW_URI))
+    return {"This kind of address can't be opened",
+            "Nothing here knows how to open addresses that begin with \"" + scheme + ":\".", CheckAddress};
+  return ForNetwork(uri, error);
+}
+
+std::string Problem(GTlsCertificateFlags flags, const std::string& host) {
+  if (flags & G_TLS_CERTIFICATE_REVOKED) return "Its certificate has been revoked.";
+  if (flags & G_TLS_CERTIFICATE_BAD_IDENTITY)
+    return "Its certificate belongs to another site than " + host + ".";
+  if (flags & G_TLS_CERTIFICATE_EXPIRED) return "Its certificate has expired.";
+  if (flags & G_TLS_CERTIFICATE_NOT_ACTIVATED)
+    return "Its certificate isn't valid yet. Is the clock of this computer right?";
+  if (flags & G_TLS_CERTIFICATE_UNKNOWN_CA)
+    return "Its certificate comes from someone whom this computer doesn't know.";
+  if (flags & G_TLS_CERTIFICATE_INSECURE) return "Its certificate uses a method that is no longer safe.";
+  return "Its certificate can't be checked.";
+}
+
+}  // namespace
+
+namespace LoadErrors {
+
+bool IsInterruption(const GError* error) {
+  return g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
+         g_error_matches(error, WEBKIT_POLICY_ERROR,
+                         WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) ||
+         g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) || error->domain == WEBKIT_PLUGIN_ERROR;
+}
+
+bool IsWithoutSecurity(const GError* error) {
+  return error->domain != G_RESOLVER_ERROR &&
+         !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_HOST_NOT_FOUND) &&
+         error->domain != WEBKIT_POLICY_ERROR;
+}
+
+ErrorPage Failed(const std::string& uri, const GError* error) {
+  const Reason why = ForError(uri, error);
+  return {why.title, uri, why.reason, why.advice, {{"Try again", uri}}};
+}
+
+ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags,
+                         const std::string& proceed_address) {
+  const std::string host = Address::Host(uri);
+  return {
+      "This connection isn't safe",
+      uri,
+      host + " can't prove that it is the site it claims to be. " + Problem(flags, host),
+      "Someone may be listening in, or the site is set up wrongly. Go on only if you know why, and give no "
+      "passwords to it.",
+      {{"Try again", uri}, {"Go on in spite of it, for this session", proceed_address}}};
+}
+
+ErrorPage WorksOffline(const std::string& uri) {
+  return {"The program works offline",
+          uri,
+          "While it works offline, no page is loaded from the network. Pages on this computer can be opened.",
+          "Choose \"Work Online\" in the File menu, and try again.",
+          {{"Try again", uri}}};
+}
+
+ErrorPage NoAddress(const std::string& typed) {
+  return {"This is no address",
+          typed,
+          "No page can have this address.",
+          "Type the address of a page, such as example.org, or a path that begins with \"/\".",
+          {}};
+}
+
+ErrorPage Refused(const std::string& uri) {
+  return {
+      "This address isn't asked", uri, "Its port belongs to another service than the web.", CheckAddress, {}};
+}
+
+ErrorPage Died(const std::string& uri, WebKitWebProcessTerminationReason reason) {
+  return {"This page has come to a sudden end",
+          uri,
+          reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? "It used more memory than it may."
+                                                             : "The process that showed it has failed.",
+          "The rest of the program isn't affected. What was typed into the page is lost.",
+          {{"Load it again", uri}}};
+}
+
+ErrorPage EmptyAnswer(const std::string& uri, unsigned status) {
+  const std::string host = Address::Host(uri);
+  return {"The site has no page for this address",
+          uri,
+          host + " answered with the error " + std::to_string(status) + " and nothing else.",
+          status == 404 || status == 410 ? "Look whether the address is spelt right."
+                                         : "The site has a problem of its own: try again in a moment.",
+          {{"Try again", uri}}};
+}
+
+}  // namespace LoadErrors

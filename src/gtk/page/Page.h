@@ -1,0 +1,130 @@
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "gtk/base/GObjects.h"
+#include "gtk/page/PageLoad.h"
+#include "gtk/page/ScriptDialogs.h"
+
+class Browser;
+class BrowserWorld;
+class DownloadBar;
+class FindBar;
+class Page;
+
+// Whoever shows a page: a tab of the program, or a plain window.
+class PageOwner {
+ public:
+  virtual ~PageOwner() = default;
+  virtual void LoadBegan() = 0;
+  // Of 10000; -1 of 0 at the end.
+  virtual void Progressed(long progress, long maximum) = 0;
+  virtual void StatusChanged(const std::string& text) = 0;
+  // Title or address.
+  virtual void NameChanged() = 0;
+  virtual void LoadEnded() = 0;
+  // The process behind the page has died; the page goes on with an own page that says so.
+  virtual void ProcessDied() = 0;
+  // A page that another page opened wants to be closed.
+  virtual void CloseWanted() = 0;
+  // The page wants a new window: as NewWindow2 of the browser element.
+  virtual void WindowWanted(Page*& taker, bool& cancel) = 0;
+  // The new window that this page has taken may be shown now.
+  virtual void ReadyToShow() = 0;
+  // The program's element where the owner is one.
+  virtual const Browser* Element() const { return nullptr; }
+};
+
+// One web page with all that belongs to it: the view, its load, and the bars above and below it. It lives on
+// while one of its own handlers runs, even when its owner has closed it within.
+class Page : public std::enable_shared_from_this<Page> {
+ public:
+  static std::shared_ptr<Page> Open(BrowserWorld& world, PageOwner& owner);
+  Page(const Page&) = delete;
+  ~Page();
+
+  // The owner leaves: the widget goes, and nothing is told any more.
+  void Close();
+  bool Closed() const { return !view_ && !quit_; }
+
+  BrowserWorld& World() { return world_; }
+  // The bars and the view, in one widget.
+  GtkWidget* Widget() { return box_.get(); }
+  // Fails when the page is closed. A page that has closed itself gets a new view.
+  WebKitWebView* View();
+  // The same, but none where there is none now.
+  WebKitWebView* PresentView() const { return view_; }
+  PageLoad& Load() { return load_; }
+  ScriptDialogs& Dialogs() { return dialogs_; }
+  FindBar& Find();
+  // What the bar found was in another page.
+  void SearchAgain();
+  DownloadBar& Downloads();
+
+  // As users know them: the address being loaded from its start on; what stands for a missing title.
+  std::string Address() const;
+  std::string Title() const;
+
+  // Makes this page the one that another page asked for: related to it, and empty.
+  GtkWidget* TakeNewWindow(WebKitWebView* opener);
+  // Opens an address as a new window that the page asks for without needing to know it.
+  void OpenElsewhere(const std::string& uri);
+
+  // A bar above the page, or below it. The page takes it over.
+  void AddBar(GtkWidget* bar);
+  void AddFoot(GtkWidget* bar);
+  // The page that the bars above belong to has gone.
+  void ClearBars();
+
+  // What is shown while nothing is under the mouse.
+  void SetLoadStatus(const std::string& text);
+
+  // The window that dialogs about this page belong to; may be none.
+  GtkWindow* Window();
+
+  // Runs where there still is an owner.
+  template <class Function>
+  void Tell(Function function) {
+    if (owner_) function(*owner_);
+  }
+  // Nothing is told any more, and what the page does ends: for those who opened it, it is closed. Its address
+  // and title stay.
+  void Quit();
+  const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
+
+ private:
+  Page(BrowserWorld& world, PageOwner& owner);
+
+  void MakeView(WebKitWebView* opener);
+  void LetGoOfView();
+  void DropView();
+  void ShowStatus();
+
+  static void OnTitle(GObject*, GParamSpec*, gpointer self);
+  static void OnAddress(GObject*, GParamSpec*, gpointer self);
+  static void OnHover(WebKitWebView*, WebKitHitTestResult* hit, guint, gpointer self);
+  static void OnClose(WebKitWebView*, gpointer self);
+  static void OnReady(WebKitWebView*, gpointer self);
+  static GtkWidget* OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer self);
+  static void OnDestroyed(GtkWidget*, gpointer self);
+
+  BrowserWorld& world_;
+  PageOwner* owner_;
+  Owned<GtkWidget> box_, bars_, feet_;
+  WebKitWebView* view_ = nullptr;
+  PageLoad load_;
+  ScriptDialogs dialogs_;
+  std::unique_ptr<FindBar> find_;
+  std::unique_ptr<DownloadBar> downloads_;
+  std::string load_status_, hovered_, shown_status_;
+  gint64 last_request_ = 0;  // for a window: when, in microseconds
+  int requests_ = 0;         // of those in a row
+  int asking_ = 0;           // questions about new windows that run now
+  bool opened_by_page_ = false;
+  bool quit_ = false;
+  std::string last_address_, last_title_;  // of a page that has closed itself
+};

@@ -1,0 +1,135 @@
+#include "gtk/page/PagePolicy.h"
+
+#include <libsoup/soup.h>
+
+#include <algorithm>
+#include <array>
+
+#include "gtk/engine/BrowserWorld.h"
+#include "gtk/page/LoadErrors.h"
+#include "gtk/page/Page.h"
+#include "gtk/page/PermissionBar.h"
+
+namespace {
+
+bool IsOneOf(const std::string& word, std::initializer_list<const char*> words) {
+  return std::any_of(words.begin(), words.end(), [&](const char* one) { return word == one; });
+}
+
+bool BelongsToAnotherProgram(const std::string& scheme) {
+  return !IsOneOf(scheme, {"", "http", "https", "ws", "wss", "file", "about", "data", "blob", "javascript",
+                           "view-source", "webkit", "resource"});
+}
+
+// A link to mail and the like, which the user pressed.
+bool GiveAway(const std::string& uri) {
+  GAppInfo* program = g_app_info_get_default_for_uri_scheme(Address::Scheme(uri).c_str());
+  if (!program) return false;
+  g_object_unref(program);
+  return g_app_info_launch_default_for_uri(uri.c_str(), nullptr, nullptr);
+}
+
+// The own pages' links and the history's addresses that aren't the web's.
+bool TakeOwnAddress(Page& page, const std::string& uri, WebKitNavigationAction* action) {
+  if (uri == PageLoad::ProceedAddress) {
+    if (!page.Load().Proceed()) page.Load().Denied();
+    return true;
+  }
+  if (!uri.starts_with("view-source:")) return false;
+  // A page may not send anyone to a source; the history and the own pages may.
+  const auto type = webkit_navigation_action_get_navigation_type(action);
+  const bool history = type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD || type == WEBKIT_NAVIGATION_TYPE_RELOAD;
+  if (history || page.Load().ShowsOwnPage()) page.Load().Start({uri, {}, true});
+  return true;
+}
+
+bool WantsOtherPlace(WebKitNavigationAction* action) {
+  return webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED &&
+         (webkit_navigation_action_get_mouse_button(action) == 2 ||
+          (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK));
+}
+
+// The titles of visited pages stand in the history's files, and may hold what leads elsewhere by itself. A
+// load of the program's own doesn't come here: the page's address is then the wanted one already.
+bool LeadsOutOfHistory(Page& page, const std::string& uri, WebKitNavigationAction* action) {
+  if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_OTHER ||
+      webkit_navigation_action_is_user_gesture(action) || webkit_navigation_action_is_redirect(action))
+    return false;
+  const std::string shown = page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : "";
+  return page.World().IsHistory(shown) && !page.World().IsHistory(uri);
+}
+
+// True: the request is taken and must not be followed.
+bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
+  WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(decision);
+  const std::string uri = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+  if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action)) return true;
+  if (BelongsToAnotherProgram(Address::Scheme(uri)) && webkit_navigation_action_is_user_gesture(action) &&
+      GiveAway(uri)) {
+    page.Load().Denied();
+    return true;
+  }
+  if (!WantsOtherPlace(action)) return false;
+  const std::weak_ptr<Page> weak = page.weak_from_this();
+  Later([weak, uri] {
+    if (const auto still_there = weak.lock()) still_there->OpenElsewhere(uri);
+  });
+  return true;
+}
+
+bool IsAttachment(WebKitURIResponse* response) {
+  SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
+  char* disposition = nullptr;
+  if (!headers || !soup_message_headers_get_content_disposition(headers, &disposition, nullptr)) return false;
+  return g_ascii_strcasecmp(TakeText(disposition).c_str(), "attachment") == 0;
+}
+
+bool IsEmptyError(WebKitURIResponse* response) {
+  SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
+  const char* length = headers ? soup_message_headers_get_one(headers, "Content-Length") : nullptr;
+  return webkit_uri_response_get_status_code(response) >= 400 && TextOf(length) == "0";
+}
+
+gboolean DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
+  WebKitURIResponse* response = webkit_response_policy_decision_get_response(decision);
+  const bool shown =
+      webkit_response_policy_decision_is_mime_type_supported(decision) && !IsAttachment(response);
+  const unsigned status = webkit_uri_response_get_status_code(response);
+  if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return FALSE;
+  if (IsEmptyError(response)) {
+    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    page.Load().ShowErrorInstead(
+        LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
+    return TRUE;
+  }
+  if (shown || status == 204 || status == 205) return FALSE;
+  webkit_policy_decision_download(WEBKIT_POLICY_DECISION(decision));
+  return TRUE;
+}
+
+gboolean OnDecide(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+                  gpointer data) {
+  const auto page = static_cast<Page*>(data)->shared_from_this();
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
+    return DecideResponse(*page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
+  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
+  if (!TakeRequest(*page, WEBKIT_NAVIGATION_POLICY_DECISION(decision))) return FALSE;
+  webkit_policy_decision_ignore(decision);
+  return TRUE;
+}
+
+gboolean OnPermission(WebKitWebView* view, WebKitPermissionRequest* request, gpointer data) {
+  const auto page = static_cast<Page*>(data)->shared_from_this();
+  return PermissionBar::Ask(*page, TextOf(webkit_web_view_get_uri(view)), request);
+}
+
+}  // namespace
+
+namespace PagePolicy {
+
+void Attach(Page& page, WebKitWebView* view) {
+  g_signal_connect(view, "decide-policy", G_CALLBACK(OnDecide), &page);
+  g_signal_connect(view, "permission-request", G_CALLBACK(OnPermission), &page);
+}
+
+}  // namespace PagePolicy

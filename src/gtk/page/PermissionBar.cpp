@@ -1,0 +1,63 @@
+#include "gtk/page/PermissionBar.h"
+
+#include "gtk/page/Page.h"
+#include "gtk/page/text/Address.h"
+
+namespace {
+
+// What the page wants to do, to go on behind "… wants to"; empty for what isn't asked.
+std::string Wish(WebKitPermissionRequest* request) {
+  if (WEBKIT_IS_GEOLOCATION_PERMISSION_REQUEST(request)) return "know where you are";
+  if (WEBKIT_IS_NOTIFICATION_PERMISSION_REQUEST(request)) return "show notifications";
+  if (WEBKIT_IS_POINTER_LOCK_PERMISSION_REQUEST(request)) return "take the mouse pointer";
+  if (WEBKIT_IS_CLIPBOARD_PERMISSION_REQUEST(request)) return "read the clipboard";
+  if (WEBKIT_IS_DEVICE_INFO_PERMISSION_REQUEST(request))
+    return "know which cameras and microphones there are";
+  if (WEBKIT_IS_MEDIA_KEY_SYSTEM_PERMISSION_REQUEST(request)) return "play protected media";
+  if (WEBKIT_IS_WEBSITE_DATA_ACCESS_PERMISSION_REQUEST(request)) {
+    auto* access = WEBKIT_WEBSITE_DATA_ACCESS_PERMISSION_REQUEST(request);
+    return "use the cookies of " +
+           TextOf(webkit_website_data_access_permission_request_get_requesting_domain(access));
+  }
+  if (!WEBKIT_IS_USER_MEDIA_PERMISSION_REQUEST(request)) return {};
+  auto* media = WEBKIT_USER_MEDIA_PERMISSION_REQUEST(request);
+  if (webkit_user_media_permission_is_for_display_device(media)) return "see your screen";
+  const bool sees = webkit_user_media_permission_is_for_video_device(media);
+  const bool hears = webkit_user_media_permission_is_for_audio_device(media);
+  return sees && hears ? "use the camera and the microphone" : sees ? "use the camera" : "use the microphone";
+}
+
+void OnResponse(GtkInfoBar* bar, int response, gpointer data) {
+  auto* request = WEBKIT_PERMISSION_REQUEST(data);
+  response == GTK_RESPONSE_ACCEPT ? webkit_permission_request_allow(request)
+                                  : webkit_permission_request_deny(request);
+  gtk_widget_destroy(GTK_WIDGET(bar));
+}
+
+}  // namespace
+
+namespace PermissionBar {
+
+bool Ask(Page& page, const std::string& address, WebKitPermissionRequest* request) {
+  const std::string wish = Wish(request);
+  if (wish.empty()) return false;
+  const std::string host = Address::Host(address);
+  const std::string text = (host.empty() ? "This page" : host) + " wants to " + wish + ".";
+  GtkWidget* bar =
+      gtk_info_bar_new_with_buttons("_Allow", GTK_RESPONSE_ACCEPT, "_Deny", GTK_RESPONSE_REJECT, nullptr);
+  gtk_info_bar_set_message_type(GTK_INFO_BAR(bar), GTK_MESSAGE_QUESTION);
+  gtk_info_bar_set_show_close_button(GTK_INFO_BAR(bar), TRUE);
+  GtkWidget* label = gtk_label_new(text.c_str());
+  gtk_label_set_line_wrap(GTK_LABEL(label), TRUE);
+  gtk_label_set_xalign(GTK_LABEL(label), 0);
+  gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), label);
+  // A request that goes without an answer, with its bar, is denied by the engine.
+  g_signal_connect_data(
+      bar, "response", G_CALLBACK(OnResponse), g_object_ref(request),
+      [](gpointer held, GClosure*) { g_object_unref(held); }, static_cast<GConnectFlags>(0));
+  page.AddBar(bar);
+  gtk_widget_show_all(bar);
+  return true;
+}
+
+}  // namespace PermissionBar

@@ -1,0 +1,106 @@
+#include "gtk/page/PlainWindow.h"
+
+#include <utility>
+
+#include "gtk/engine/BrowserWorld.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr int UsualWidth = 900, UsualHeight = 680;  // pixels
+constexpr int LeastWidth = 200, LeastHeight = 150;
+
+}  // namespace
+
+PlainWindow::PlainWindow(BrowserWorld& world)
+    : world_(world),
+      window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
+      address_(gtk_entry_new()),
+      bar_(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 4)),
+      page_(Page::Open(world, *this)) {
+  GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
+  back_ = AddButton("go-previous-symbolic", "Back", G_CALLBACK(OnBack));
+  forward_ = AddButton("go-next-symbolic", "Forward", G_CALLBACK(OnForward));
+  gtk_box_pack_start(GTK_BOX(bar_), address_, TRUE, TRUE, 2);
+  atk_object_set_name(gtk_widget_get_accessible(address_), "Address");
+  gtk_style_context_add_class(gtk_widget_get_style_context(bar_), "toolbar");
+  gtk_box_pack_start(GTK_BOX(rows), bar_, FALSE, TRUE, 0);
+  gtk_box_pack_start(GTK_BOX(rows), page_->Widget(), TRUE, TRUE, 0);
+  gtk_container_add(GTK_CONTAINER(window_), rows);
+  gtk_window_set_default_size(GTK_WINDOW(window_), UsualWidth, UsualHeight);
+  gtk_widget_show_all(rows);
+  g_signal_connect(address_, "activate", G_CALLBACK(OnAddress), this);
+  g_signal_connect(window_, "delete-event", G_CALLBACK(OnDelete), this);
+  Update();
+}
+
+PlainWindow::~PlainWindow() {
+  page_->Close();
+  g_signal_handlers_disconnect_by_data(window_, this);
+  gtk_widget_destroy(window_);
+}
+
+GtkWidget* PlainWindow::AddButton(const char* icon, const char* name, GCallback pressed) {
+  GtkWidget* button = gtk_button_new_from_icon_name(icon, GTK_ICON_SIZE_SMALL_TOOLBAR);
+  gtk_button_set_relief(GTK_BUTTON(button), GTK_RELIEF_NONE);
+  gtk_widget_set_tooltip_text(button, name);
+  atk_object_set_name(gtk_widget_get_accessible(button), name);
+  gtk_box_pack_start(GTK_BOX(bar_), button, FALSE, FALSE, 0);
+  g_signal_connect(button, "clicked", pressed, this);
+  return button;
+}
+
+void PlainWindow::Show(const std::string& uri) {
+  page_->Load().Start({uri, {}, true});
+  gtk_window_present(GTK_WINDOW(window_));
+  gtk_widget_grab_focus(GTK_WIDGET(page_->View()));
+}
+
+void PlainWindow::ReadyToShow() {
+  // The size that the page asked for, as far as it is one that users can work with.
+  GdkRectangle wanted{};
+  webkit_window_properties_get_geometry(webkit_web_view_get_window_properties(page_->View()), &wanted);
+  if (wanted.width >= LeastWidth && wanted.height >= LeastHeight)
+    gtk_window_set_default_size(GTK_WINDOW(window_), wanted.width, wanted.height);
+  gtk_window_present(GTK_WINDOW(window_));
+  gtk_widget_grab_focus(GTK_WIDGET(page_->View()));
+}
+
+void PlainWindow::Update() {
+  if (page_->Closed()) return;
+  WebKitWebView* view = page_->View();
+  const std::string title = Text::ForTitleBar(page_->Title());
+  gtk_window_set_title(GTK_WINDOW(window_), title.empty() ? "New window" : title.c_str());
+  if (!gtk_widget_has_focus(address_)) gtk_entry_set_text(GTK_ENTRY(address_), page_->Address().c_str());
+  gtk_widget_set_sensitive(back_, webkit_web_view_can_go_back(view));
+  gtk_widget_set_sensitive(forward_, webkit_web_view_can_go_forward(view));
+}
+
+// The handler that asked for it still runs in the page.
+void PlainWindow::End() {
+  // The page and the user may both close it at once.
+  if (std::exchange(ended_, true)) return;
+  gtk_widget_hide(window_);
+  page_->Quit();
+  Later([this] { world_.Forget(*this); });
+}
+
+void PlainWindow::OnBack(GtkWidget*, gpointer self) {
+  webkit_web_view_go_back(static_cast<PlainWindow*>(self)->page_->View());
+}
+
+void PlainWindow::OnForward(GtkWidget*, gpointer self) {
+  webkit_web_view_go_forward(static_cast<PlainWindow*>(self)->page_->View());
+}
+
+void PlainWindow::OnAddress(GtkEntry* entry, gpointer data) {
+  auto* self = static_cast<PlainWindow*>(data);
+  gtk_widget_grab_focus(GTK_WIDGET(self->page_->View()));
+  self->page_->Load().Start(Address::FromTyped(gtk_entry_get_text(entry)));
+}
+
+gboolean PlainWindow::OnDelete(GtkWidget*, GdkEvent*, gpointer data) {
+  auto* self = static_cast<PlainWindow*>(data);
+  self->End();
+  return TRUE;
+}

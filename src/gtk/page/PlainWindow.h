@@ -1,0 +1,46 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <memory>
+#include <string>
+
+#include "gtk/page/Page.h"
+
+// A window of the element's own outside the program: a page with its title, its address, and the way back and
+// forth. It ends with its page, or when the user closes it.
+class PlainWindow : private PageOwner {
+ public:
+  explicit PlainWindow(BrowserWorld& world);
+  PlainWindow(const PlainWindow&) = delete;
+  ~PlainWindow() override;
+
+  Page& Shown() { return *page_; }
+  // Loads an address and comes up.
+  void Show(const std::string& uri);
+
+ private:
+  void LoadBegan() override { Update(); }
+  void Progressed(long, long) override {}
+  void StatusChanged(const std::string&) override {}
+  void NameChanged() override { Update(); }
+  void LoadEnded() override { Update(); }
+  void ProcessDied() override {}
+  void CloseWanted() override { End(); }
+  void WindowWanted(Page*&, bool&) override {}
+  void ReadyToShow() override;
+
+  GtkWidget* AddButton(const char* icon, const char* name, GCallback pressed);
+  void Update();
+  void End();
+
+  static void OnBack(GtkWidget*, gpointer self);
+  static void OnForward(GtkWidget*, gpointer self);
+  static void OnAddress(GtkEntry*, gpointer self);
+  static gboolean OnDelete(GtkWidget*, GdkEvent*, gpointer self);
+
+  BrowserWorld& world_;
+  GtkWidget *window_, *back_, *forward_, *address_, *bar_;
+  std::shared_ptr<Page> page_;
+  bool ended_ = false;
+};

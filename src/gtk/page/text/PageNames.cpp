@@ -1,0 +1,52 @@
+#include "gtk/page/text/PageNames.h"
+
+#include <sys/stat.h>
+
+#include "platform/Text.h"
+
+namespace {
+
+constexpr size_t MostCharacters = 120;
+// What a file system may take in one name, in bytes, with room for an extension and a number.
+constexpr size_t MostBytes = 230;
+
+bool Taken(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+}  // namespace
+
+namespace PageNames {
+
+std::string FromTitle(std::string_view title) {
+  constexpr std::string_view refused = "/\\:*?\"<>|";
+  std::string name;
+  for (const char c : Text::Valid(title)) {
+    const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+    const char kept = control || refused.find(c) != refused.npos ? ' ' : c;
+    if (kept != ' ' || (!name.empty() && name.back() != ' ')) name += kept;
+  }
+  size_t count = MostCharacters;
+  std::string cut = Text::Left(name, count);
+  while (cut.size() > MostBytes) cut = Text::Left(name, --count);
+  // A leading point would hide the file.
+  cut.erase(0, std::min(cut.find_first_not_of(". "), cut.size()));
+  while (!cut.empty() && (cut.back() == ' ' || cut.back() == '.')) cut.pop_back();
+  return cut.empty() ? "page" : cut;
+}
+
+std::string Unused(const std::string& folder, const std::string& name) {
+  if (!Taken(folder + "/" + name)) return name;
+  size_t point = name.rfind('.');
+  if (point == name.npos || point == 0) point = name.size();
+  // The two extensions of a packed archive stay together.
+  if (point > 4 && name.compare(point - 4, 4, ".tar") == 0) point -= 4;
+  for (int number = 1;; ++number) {
+    const std::string tried =
+        name.substr(0, point) + " (" + std::to_string(number) + ")" + name.substr(point);
+    if (!Taken(folder + "/" + tried)) return tried;
+  }
+}
+
+}  // namespace PageNames

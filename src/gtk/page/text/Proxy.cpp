@@ -1,0 +1,42 @@
+#include "gtk/page/text/Proxy.h"
+
+#include <algorithm>
+#include <array>
+
+#include "gtk/page/text/Address.h"
+
+namespace {
+
+constexpr std::array<std::string_view, 5> Schemes = {"http", "https", "socks", "socks4", "socks5"};
+constexpr int MostPort = 65535;
+
+// "host" or "host:port". The rules are those of any address's host.
+bool IsPlace(std::string_view place) {
+  if (place.empty() || place.find_first_of(" \t\r\n/?#~") != place.npos) return false;
+  const Address::Target target = Address::FromTyped(place);
+  const std::string scheme = Address::Scheme(target.uri);
+  if (!target.valid || (scheme != "http" && scheme != "https")) return false;
+  const size_t colon = place.rfind(':');
+  if (colon == place.npos || place.find(']', colon) != place.npos) return true;
+  // No more than five digits, as the address has been taken.
+  const std::string port(place.substr(colon + 1));
+  return port.empty() || (std::stoi(port) > 0 && std::stoi(port) <= MostPort);
+}
+
+}  // namespace
+
+namespace Proxy {
+
+std::string FromTyped(std::string_view typed) {
+  const size_t slashes = typed.find("://");
+  const bool full = slashes != typed.npos;
+  const std::string scheme = full ? Address::Scheme(typed) : "http";
+  if (std::find(Schemes.begin(), Schemes.end(), scheme) == Schemes.end()) return {};
+  std::string_view place = full ? typed.substr(slashes + 3) : typed;
+  if (full && place.ends_with('/')) place.remove_suffix(1);
+  const size_t user = place.rfind('@');
+  if (!IsPlace(place.substr(user == place.npos ? 0 : user + 1))) return {};
+  return full ? std::string(typed) : scheme + "://" + std::string(typed);
+}
+
+}  // namespace Proxy

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <gtkmm/button.h>
+#include <gtkmm/entry.h>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "gtk/window/DropDown.h"
+#include "gtk/window/HasWidget.h"
+#include "platform/ComboBox.h"
+#include "platform/Events.h"
+
+// The editable field with a drop-down list, as the user sees it.
+class GtkComboField : public ComboBox, public HasWidget {
+ public:
+  GtkComboField(Control& parent, const Place& place, Events& gate);
+  ~GtkComboField() override;
+
+  GtkWidget* Widget() override;
+
+  std::string Text() const override { return text_; }
+  // Text that isn't valid UTF-8 is made so. Of a text beyond what the entry holds, 64 KB, the rest isn't
+  // seen.
+  void SetText(const std::string& text) override;
+  long SelStart() const override;
+  long SelLength() const override;
+  void Select(long start, long length) override;
+  void SetFocus() override { entry_.grab_focus(); }
+  void ListChanged() override { list_.Refresh(); }
+
+ private:
+  class Pair;
+
+  void Dress();
+  bool EntryKeyPress(GdkEventKey* event);
+  // Whether the list takes a key; any other key closes it.
+  bool GoesToList(const GdkEventKey& event);
+  bool EntryKeyRelease(const GdkEventKey& event);
+  bool PressEnter(GdkEventKey* event);
+  void WireClicks();
+  void ToggleList();
+  void Choose(size_t index);
+
+  Events& gate_;
+  DropDown list_{*this};  // outlives the entry, which closes it
+  Gtk::Entry entry_;
+  Gtk::Button button_;
+  std::unique_ptr<Pair> pair_;
+  std::string text_;
+  bool setting_ = false;    // the text is the program's, not the user's
+  bool composing_ = false;  // an input method is at work
+  std::set<guint16> down_;  // keys that went down here, without Ctrl or Alt, and aren't up yet
+  guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
+  // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
+  std::optional<double> first_click_;
+};

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gtk/window/Hosts.h"
+#include "platform/Desktop.h"
+
+class BrowserWorld;
+
+// The desktop that the program really runs on: X11 (Wayland through XWayland), GTK 3 and WebKitGTK.
+class GtkDesktop : public Desktop {
+ public:
+  GtkDesktop(int argc, char** argv);
+  ~GtkDesktop() override;
+
+  // Starts the program and runs the event pump until the process ends.
+  int Run(const std::function<void()>& start);
+
+  Drawing& Draws() override { return *drawing_; }
+  std::string ProgramFolder() override;
+  std::string CommandLine() override { return command_line_; }
+  void DoEvents() override;
+  [[noreturn]] void End(int status) override;
+  Moment Now() override;
+  std::string ShortDate(const Moment& moment) override;
+  std::unique_ptr<WindowHost> MakeHost(Window& window) override;
+  std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
+  std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
+  std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
+  ScreenRect WorkArea(const Window& window) override;
+  Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
+  std::string ShowOpen(const std::string& title, const std::string& filter) override;
+  std::string ShowSave(const std::string& title, const std::string& filter) override;
+  void Shell(const std::string& command) override;
+  void ShowInternetOptions() override;
+  int Start(int milliseconds, std::function<void()> tick) override;
+  void Stop(int number) override;
+
+  // The main window's frame, none before there is one.
+  GtkWindow* MainFrame();
+  MainHost* main_host = nullptr;
+
+  void AddPopup(PopupHost& popup) { popups_.push_back(&popup); }
+  void RemovePopup(PopupHost& popup) { std::erase(popups_, &popup); }
+  // Another program became active.
+  void EndPopups();
+
+ private:
+  BrowserWorld& World();
+  static void OnEvent(GdkEvent* event, gpointer self);
+  bool TakenForPopup(GdkEvent* event);
+  [[noreturn]] void Die(const Failure& failure);
+
+  std::string command_line_;
+  std::unique_ptr<Drawing> drawing_;
+  std::string folder_;
+  std::unique_ptr<BrowserWorld> world_;
+  std::vector<PopupHost*> popups_;
+};
