@@ -249,7 +249,7 @@ TEST_F(Life, NamesTheStandardLibrarysFailuresToo) {
   std::string message;
   desktop.Gate.Unhandled = [&](const Failure& failure) { message = failure.what(); };
   desktop.Gate.Run([] { throw std::length_error("too long"); });
-  EXPECT_EQ(message, "too long");
+  EXPECT_EQ(message, "Something that wasn't expected failed in the program itself: too long");
 }
 
 TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
