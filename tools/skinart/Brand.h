@@ -6,11 +6,11 @@
 
 namespace skinart {
 
-/// Draws the program's sign on the square of 16 x 16 units at the origin.
-void drawSign(cairo_t* cr);
+// Draws the program's sign on the square of 16 x 16 units at the origin.
+void DrawSign(cairo_t* cr);
 
-/// Writes the program's own pictures, which no skin replaces, into `folder`: icon-16.png, icon-32.png,
-/// icon-48.png, icon-128.png, splash.png and popup.png. Throws std::runtime_error on failure.
-void writeBrand(const std::filesystem::path& folder);
+// Writes the program's own pictures, which no skin replaces, into `folder`: icon-16.png, icon-32.png,
+// icon-48.png, icon-128.png, splash.png and popup.png. Throws std::runtime_error on failure.
+void WriteBrand(const std::filesystem::path& folder);
 
 }  // namespace skinart

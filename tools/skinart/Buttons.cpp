@@ -11,47 +11,47 @@ constexpr int ButtonTop = 1;
 constexpr int WindowButtonSize = 15;
 constexpr int WindowButtonTop = 5;
 
-/// A triangle that points to `side`, seven rows high, drawn row by row.
-void scrollArrow(Canvas& canvas, Side side, int x, int y, Colour colour) {
+// A triangle that points to `side`, seven rows high, drawn row by row.
+void ScrollArrow(Canvas& canvas, Side side, int x, int y, Colour colour) {
   for (int i = 0; i < 6; ++i) {
     int column = side == Side::Left ? x + i : x + 5 - i;
-    canvas.rect(column, y + 5 - i, 1, 2 * i + 1, colour);
+    canvas.Rect(column, y + 5 - i, 1, 2 * i + 1, colour);
   }
 }
 
-void drawDisc(Canvas& canvas, const Face& face, double x, double y, double radius) {
-  cairo_t* cr = canvas.cr();
+void DrawDisc(Canvas& canvas, const Face& face, double x, double y, double radius) {
+  cairo_t* cr = canvas.Cr();
   auto ring = [&](double r) {
     cairo_new_path(cr);
     cairo_arc(cr, x, y, r, 0, 2 * std::numbers::pi);
   };
   ring(radius);
-  setSource(cr, face.outline);
+  SetSource(cr, face.outline);
   cairo_fill(cr);
   ring(radius - 1);
-  fillGradient(cr, y - radius, 2 * radius, face.light, face.bottom);
+  FillGradient(cr, y - radius, 2 * radius, face.light, face.bottom);
   ring(radius - 2);
-  fillGradient(cr, y - radius + 2, 2 * radius - 4, face.top, face.bottom);
+  FillGradient(cr, y - radius + 2, 2 * radius - 4, face.top, face.bottom);
 }
 
-void drawGlyph(Canvas& canvas, WindowButton button, int x, int y, Colour colour) {
+void DrawGlyph(Canvas& canvas, WindowButton button, int x, int y, Colour colour) {
   switch (button) {
     case WindowButton::Minimise:
-      canvas.rect(x + 4, y + 9, 7, 2, colour);
+      canvas.Rect(x + 4, y + 9, 7, 2, colour);
       return;
     case WindowButton::Maximise:
-      canvas.frame(x + 4, y + 4, 7, 7, colour);
-      canvas.rect(x + 4, y + 5, 7, 1, colour);
+      canvas.Frame(x + 4, y + 4, 7, 7, colour);
+      canvas.Rect(x + 4, y + 5, 7, 1, colour);
       return;
     case WindowButton::Close:
-      cairo_t* cr = canvas.cr();
+      cairo_t* cr = canvas.Cr();
       cairo_new_path(cr);
       cairo_move_to(cr, x + 4.4, y + 4.4);
       cairo_line_to(cr, x + 10.6, y + 10.6);
       cairo_move_to(cr, x + 10.6, y + 4.4);
       cairo_line_to(cr, x + 4.4, y + 10.6);
       cairo_set_line_width(cr, 2);
-      setSource(cr, colour);
+      SetSource(cr, colour);
       cairo_stroke(cr);
       return;
   }
@@ -59,72 +59,72 @@ void drawGlyph(Canvas& canvas, WindowButton button, int x, int y, Colour colour)
 
 }  // namespace
 
-void drawFace(Canvas& canvas, const Face& face, int x, int y, int width, int height, double radius) {
-  cairo_t* cr = canvas.cr();
+void DrawFace(Canvas& canvas, const Face& face, int x, int y, int width, int height, double radius) {
+  cairo_t* cr = canvas.Cr();
   cairo_new_path(cr);
-  roundedRect(cr, x, y, width, height, radius, radius);
-  setSource(cr, face.outline);
+  RoundedRect(cr, x, y, width, height, radius, radius);
+  SetSource(cr, face.outline);
   cairo_fill(cr);
   double inner = std::max(0.0, radius - 1);
   cairo_save(cr);
-  roundedRect(cr, x + 1, y + 1, width - 2, height - 2, inner, inner);
+  RoundedRect(cr, x + 1, y + 1, width - 2, height - 2, inner, inner);
   cairo_clip_preserve(cr);
-  fillGradient(cr, y + 1, height - 2, face.top, face.bottom);
+  FillGradient(cr, y + 1, height - 2, face.top, face.bottom);
   cairo_rectangle(cr, x + 1, y + 1, width - 2, 1);
-  setSource(cr, face.light);
+  SetSource(cr, face.light);
   cairo_fill(cr);
   cairo_restore(cr);
 }
 
-int toolButtonLeft(Icon icon) {
+int ToolButtonLeft(Icon icon) {
   static constexpr std::array<int, 8> Left = {8, 41, 74, 107, 140, 173, 206, 239};
   return Left[static_cast<size_t>(icon)];
 }
 
-Canvas toolButton(const Kit& kit, Icon icon, State state) {
-  Canvas canvas = kit.toolBar.part(toolButtonLeft(icon), ButtonTop, ButtonSize, ButtonSize);
+Canvas ToolButton(const Kit& kit, Icon icon, State state) {
+  Canvas canvas = kit.tool_bar.Part(ToolButtonLeft(icon), ButtonTop, ButtonSize, ButtonSize);
   const PlateStyle& plate = kit.theme.plate;
   if (state == State::Hover)
-    drawFace(canvas, plate.hover, 1, 1, ButtonSize - 2, ButtonSize - 2, plate.radius);
-  if (state == State::Down) drawFace(canvas, plate.down, 1, 1, ButtonSize - 2, ButtonSize - 2, plate.radius);
+    DrawFace(canvas, plate.hover, 1, 1, ButtonSize - 2, ButtonSize - 2, plate.radius);
+  if (state == State::Down) DrawFace(canvas, plate.down, 1, 1, ButtonSize - 2, ButtonSize - 2, plate.radius);
   int push = state == State::Down ? 1 : 0;
-  drawIcon(canvas, kit.theme.icon, icon, state, push, push);
+  DrawIcon(canvas, kit.theme.icon, icon, state, push, push);
   return canvas;
 }
 
-Canvas scroller(const Kit& kit, Side side, bool hover) {
+Canvas Scroller(const Kit& kit, Side side, bool hover) {
   constexpr int Width = 25;
   const Theme& theme = kit.theme;
-  Canvas canvas = kit.toolBar.part(0, 0, Width, shown::ToolBar);
+  Canvas canvas = kit.tool_bar.Part(0, 0, Width, shown::ToolBar);
   if (hover) {
-    drawFace(canvas, theme.plate.hover, 2, 2, Width - 3, ButtonSize - 2, theme.plate.radius);
+    DrawFace(canvas, theme.plate.hover, 2, 2, Width - 3, ButtonSize - 2, theme.plate.radius);
   }
-  canvas.rect(0, 4, 1, ButtonSize - 6, theme.plate.divider);
-  if (!hover) canvas.rect(1, 4, 1, ButtonSize - 6, theme.plate.dividerLight);
+  canvas.Rect(0, 4, 1, ButtonSize - 6, theme.plate.divider);
+  if (!hover) canvas.Rect(1, 4, 1, ButtonSize - 6, theme.plate.divider_light);
   Colour ink = hover ? theme.icon.hover : theme.icon.rest;
-  if (theme.icon.finish == IconFinish::Engraved) scrollArrow(canvas, side, 10, 13, theme.icon.glint);
-  scrollArrow(canvas, side, 10, 12, ink);
+  if (theme.icon.finish == IconFinish::Engraved) ScrollArrow(canvas, side, 10, 13, theme.icon.glint);
+  ScrollArrow(canvas, side, 10, 12, ink);
   return canvas;
 }
 
-Canvas windowButton(const Kit& kit, WindowButton button, bool down) {
-  const WindowButtonStyles& styles = kit.theme.windowButton;
-  Canvas canvas = kit.titleBar.part(0, WindowButtonTop, WindowButtonSize, WindowButtonSize);
+Canvas DrawWindowButton(const Kit& kit, WindowButton button, bool down) {
+  const WindowButtonStyles& styles = kit.theme.window_button;
+  Canvas canvas = kit.title_bar.Part(0, WindowButtonTop, WindowButtonSize, WindowButtonSize);
   bool close = button == WindowButton::Close;
-  const Face& face = close ? (down ? styles.closeDown : styles.close) : (down ? styles.down : styles.rest);
+  const Face& face = close ? (down ? styles.close_down : styles.close) : (down ? styles.down : styles.rest);
   switch (styles.style) {
     case WindowButtonStyle::Plate:
-      drawFace(canvas, face, 1, 1, 13, 13, 2.5);
+      DrawFace(canvas, face, 1, 1, 13, 13, 2.5);
       break;
     case WindowButtonStyle::Disc:
-      drawDisc(canvas, face, 7.5, 7.5, 6.5);
+      DrawDisc(canvas, face, 7.5, 7.5, 6.5);
       break;
     case WindowButtonStyle::Bare:
-      if (down) canvas.rect(1, 1, 13, 13, face.top);
+      if (down) canvas.Rect(1, 1, 13, 13, face.top);
       break;
   }
-  Colour glyph = close ? styles.glyphClose : styles.glyph;
-  drawGlyph(canvas, button, 0, 0, down ? styles.glyphDown : glyph);
+  Colour glyph = close ? styles.glyph_close : styles.glyph;
+  DrawGlyph(canvas, button, 0, 0, down ? styles.glyph_down : glyph);
   return canvas;
 }
 

@@ -8,19 +8,19 @@ namespace skinart {
 enum class Side { Left, Right };
 enum class WindowButton { Minimise, Maximise, Close };
 
-/// A piece filled with `face`: an outline, a lit first row and a gradient, corners rounded by `radius`.
-void drawFace(Canvas& canvas, const Face& face, int x, int y, int width, int height, double radius);
+// A piece filled with `face`: an outline, a lit first row and a gradient, corners rounded by `radius`.
+void DrawFace(Canvas& canvas, const Face& face, int x, int y, int width, int height, double radius);
 
-/// Left edge of a toolbar button within the toolbar.
-int toolButtonLeft(Icon icon);
+// Left edge of a toolbar button within the toolbar.
+int ToolButtonLeft(Icon icon);
 
-/// 33 x 33, on the toolbar's row 1.
-Canvas toolButton(const Kit& kit, Icon icon, State state);
+// 33 x 33, on the toolbar's row 1.
+Canvas ToolButton(const Kit& kit, Icon icon, State state);
 
-/// 25 x 35, on the toolbar's row 0.
-Canvas scroller(const Kit& kit, Side side, bool hover);
+// 25 x 35, on the toolbar's row 0.
+Canvas Scroller(const Kit& kit, Side side, bool hover);
 
-/// 15 x 15, on the title bar's row 5.
-Canvas windowButton(const Kit& kit, WindowButton button, bool down);
+// 15 x 15, on the title bar's row 5.
+Canvas DrawWindowButton(const Kit& kit, WindowButton button, bool down);
 
 }  // namespace skinart

@@ -6,7 +6,7 @@
 
 namespace skinart {
 
-/// An opaque colour, 8 bits a channel.
+// An opaque colour, 8 bits a channel.
 struct Colour {
   uint8_t red = 0;
   uint8_t green = 0;
@@ -18,25 +18,25 @@ struct Colour {
 constexpr Colour Black{0, 0, 0};
 constexpr Colour White{255, 255, 255};
 
-/// `share` of `to` (0 to 1) and the rest of `from`.
-inline Colour mix(Colour from, Colour to, double share) {
+// `share` of `to` (0 to 1) and the rest of `from`.
+inline Colour Mix(Colour from, Colour to, double share) {
   auto channel = [share](uint8_t a, uint8_t b) {
     return static_cast<uint8_t>(std::lround(a + (b - a) * std::clamp(share, 0.0, 1.0)));
   };
   return {channel(from.red, to.red), channel(from.green, to.green), channel(from.blue, to.blue)};
 }
 
-inline Colour lighter(Colour colour, double share) { return mix(colour, White, share); }
-inline Colour darker(Colour colour, double share) { return mix(colour, Black, share); }
+inline Colour Lighter(Colour colour, double share) { return Mix(colour, White, share); }
+inline Colour Darker(Colour colour, double share) { return Mix(colour, Black, share); }
 
-/// The colour with `levels` added to each channel, held to 0..255.
-inline Colour shifted(Colour colour, int levels) {
+// The colour with `levels` added to each channel, held to 0..255.
+inline Colour Shifted(Colour colour, int levels) {
   auto channel = [levels](uint8_t value) { return static_cast<uint8_t>(std::clamp(value + levels, 0, 255)); };
   return {channel(colour.red), channel(colour.green), channel(colour.blue)};
 }
 
-/// Relative luminance, 0 to 1, of an sRGB colour.
-inline double luminance(Colour colour) {
+// Relative luminance, 0 to 1, of an sRGB colour.
+inline double Luminance(Colour colour) {
   auto linear = [](uint8_t value) {
     double share = value / 255.0;
     return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
@@ -44,10 +44,10 @@ inline double luminance(Colour colour) {
   return 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
 }
 
-/// Contrast ratio, 1 to 21.
-inline double contrast(Colour one, Colour other) {
-  double a = luminance(one) + 0.05;
-  double b = luminance(other) + 0.05;
+// Contrast ratio, 1 to 21.
+inline double Contrast(Colour one, Colour other) {
+  double a = Luminance(one) + 0.05;
+  double b = Luminance(other) + 0.05;
   return std::max(a, b) / std::min(a, b);
 }
 

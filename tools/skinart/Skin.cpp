@@ -9,22 +9,22 @@
 namespace skinart {
 namespace {
 
-/// The least contrast of the progress bar with the status bar, as for any shape that tells something.
+// The least contrast of the progress bar with the status bar, as for any shape that tells something.
 constexpr double ShapeContrast = 3;
 
-/// A colour as the program reads it: red is the low byte.
-std::string skinNumber(Colour colour) {
+// A colour as the program reads it: red is the low byte.
+std::string SkinNumber(Colour colour) {
   char text[16];
   std::snprintf(text, sizeof text, "&h%02X%02X%02X", colour.blue, colour.green, colour.red);
   return text;
 }
 
-/// The least contrast of `colour` with any pixel of a rectangle.
-double leastContrast(const Canvas& canvas, int x, int y, int width, int height, Colour colour) {
+// The least contrast of `colour` with any pixel of a rectangle.
+double LeastContrast(const Canvas& canvas, int x, int y, int width, int height, Colour colour) {
   double least = 21;
   for (int row = y; row < y + height; ++row) {
     for (int column = x; column < x + width; ++column) {
-      least = std::min(least, contrast(colour, canvas.at(column, row)));
+      least = std::min(least, Contrast(colour, canvas.At(column, row)));
     }
   }
   return least;
@@ -32,20 +32,20 @@ double leastContrast(const Canvas& canvas, int x, int y, int width, int height, 
 
 }  // namespace
 
-std::string skinIni(const Theme& theme) {
+std::string SkinIni(const Theme& theme) {
   const TextColours& text = theme.text;
   const std::pair<const char*, std::string> settings[] = {
       {"name", theme.name},
       {"description", theme.description},
       {"animation", std::to_string(theme.animation.interval)},
-      {"menuhighlight", skinNumber(text.menuHighlight)},
-      {"menutext", skinNumber(text.menu)},
-      {"menutexthighlight", skinNumber(text.menuHighlightText)},
-      {"tabtext", skinNumber(text.tab)},
-      {"tabtextdisabled", skinNumber(text.otherTab)},
-      {"statustext", skinNumber(text.status)},
-      {"progressbar", skinNumber(text.progress)},
-      {"title", skinNumber(text.title)},
+      {"menuhighlight", SkinNumber(text.menu_highlight)},
+      {"menutext", SkinNumber(text.menu)},
+      {"menutexthighlight", SkinNumber(text.menu_highlight_text)},
+      {"tabtext", SkinNumber(text.tab)},
+      {"tabtextdisabled", SkinNumber(text.other_tab)},
+      {"statustext", SkinNumber(text.status)},
+      {"progressbar", SkinNumber(text.progress)},
+      {"title", SkinNumber(text.title)},
   };
   std::string ini;
   for (const auto& [key, value] : settings) {
@@ -54,7 +54,7 @@ std::string skinIni(const Theme& theme) {
   return ini;
 }
 
-std::vector<std::string> faintText(const Theme& theme, const Art& art) {
+std::vector<std::string> FaintText(const Theme& theme, const Art& art) {
   struct Place {
     const char* what;
     const char* file;
@@ -67,7 +67,7 @@ std::vector<std::string> faintText(const Theme& theme, const Art& art) {
       {"menu text", "menubar.bmp", 0, 4, 338, 16, text.menu, theme.contrast},
       {"menu text", "mnubackground.bmp", 0, 0, 300, 300, text.menu, theme.contrast},
       {"the caption of the tab on show", "tabselected.bmp", 8, 2, 134, 15, text.tab, theme.contrast},
-      {"the caption of a tab in the back", "tabnotselected.bmp", 8, 6, 134, 12, text.otherTab,
+      {"the caption of a tab in the back", "tabnotselected.bmp", 8, 6, 134, 12, text.other_tab,
        theme.contrast},
       {"status text", "statusbar.bmp", 0, 1, 500, 14, text.status, theme.contrast},
       {"the title", "titlebar.bmp", 0, 4, 800, 15, text.title, theme.contrast},
@@ -82,27 +82,27 @@ std::vector<std::string> faintText(const Theme& theme, const Art& art) {
   };
   for (const Place& place : places) {
     judge(place.what, place.file,
-          leastContrast(art.at(place.file), place.x, place.y, place.width, place.height, place.colour),
+          LeastContrast(art.at(place.file), place.x, place.y, place.width, place.height, place.colour),
           place.least);
   }
-  judge("highlighted menu text", "the highlight", contrast(text.menuHighlightText, text.menuHighlight),
+  judge("highlighted menu text", "the highlight", Contrast(text.menu_highlight_text, text.menu_highlight),
         theme.contrast);
   judge("highlighted menu text", "black, the highlight of favourites",
-        contrast(text.menuHighlightText, Black), theme.contrast);
+        Contrast(text.menu_highlight_text, Black), theme.contrast);
   return faults;
 }
 
-void writeSkin(const Theme& theme, const std::filesystem::path& folder) {
+void WriteSkin(const Theme& theme, const std::filesystem::path& folder) {
   const Kit kit(theme);
-  const Art art = paintAll(kit);
+  const Art art = PaintAll(kit);
   std::string faults;
-  for (const std::string& fault : faintText(theme, art)) faults += (faults.empty() ? "" : "\n") + fault;
+  for (const std::string& fault : FaintText(theme, art)) faults += (faults.empty() ? "" : "\n") + fault;
   if (!faults.empty()) throw std::runtime_error(faults);
 
   std::filesystem::create_directories(folder);
-  for (const auto& [file, canvas] : art) writeBmp(canvas, folder / file);
-  writeBmp(preview(theme, art), folder / "preview.bmp");
-  if (!theme.builtIn) writeText(skinIni(theme), folder / "skin.ini");
+  for (const auto& [file, canvas] : art) WriteBmp(canvas, folder / file);
+  WriteBmp(Preview(theme, art), folder / "preview.bmp");
+  if (!theme.built_in) WriteText(SkinIni(theme), folder / "skin.ini");
 }
 
 }  // namespace skinart

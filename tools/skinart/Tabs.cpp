@@ -8,7 +8,7 @@ constexpr int TabHeight = 21;
 constexpr int TabTop = 4;      // row of the strip
 constexpr int OtherStart = 5;  // the tabs in the back stand lower
 
-void chamfer(cairo_t* cr, double x, double y, double width, double height, double cut) {
+void Chamfer(cairo_t* cr, double x, double y, double width, double height, double cut) {
   cairo_move_to(cr, x, y + height);
   cairo_line_to(cr, x, y + cut);
   cairo_line_to(cr, x + cut, y);
@@ -18,21 +18,21 @@ void chamfer(cairo_t* cr, double x, double y, double width, double height, doubl
   cairo_close_path(cr);
 }
 
-/// The outline of a tab, drawn in by `inset` at its sides and its top.
-void tabPath(cairo_t* cr, TabShape shape, double top, double height, double inset) {
+// The outline of a tab, drawn in by `inset` at its sides and its top.
+void TabPath(cairo_t* cr, TabShape shape, double top, double height, double inset) {
   double x = 1 + inset;
   double y = top + inset;
   double width = TabWidth - 2 - 2 * inset;
   cairo_new_path(cr);
   switch (shape) {
     case TabShape::Round:
-      roundedRect(cr, x, y, width, height - inset, 5 - inset, 0);
+      RoundedRect(cr, x, y, width, height - inset, 5 - inset, 0);
       break;
     case TabShape::Chamfer:
-      chamfer(cr, x, y, width, height - inset, 6 - inset / 2);
+      Chamfer(cr, x, y, width, height - inset, 6 - inset / 2);
       break;
     case TabShape::Pill:
-      roundedRect(cr, x, y, width, height - inset, 8 - inset, 0);
+      RoundedRect(cr, x, y, width, height - inset, 8 - inset, 0);
       break;
     case TabShape::Sheet:
       cairo_rectangle(cr, x, y, width, height - inset);
@@ -40,15 +40,15 @@ void tabPath(cairo_t* cr, TabShape shape, double top, double height, double inse
   }
 }
 
-/// Rows of plain lines at the foot of the strip, which run on below the tabs in the back.
-int baseRows(const Bands& strip) {
+// Rows of plain lines at the foot of the strip, which run on below the tabs in the back.
+int BaseRows(const Bands& strip) {
   int rows = 0;
   for (auto band = strip.rbegin(); band != strip.rend() && band->rows > 0; ++band) rows += band->rows;
   return rows;
 }
 
-/// Columns that the rounded or cut corner takes from the top row.
-int cornerWidth(TabShape shape) {
+// Columns that the rounded or cut corner takes from the top row.
+int CornerWidth(TabShape shape) {
   switch (shape) {
     case TabShape::Round:
       return 5;
@@ -62,60 +62,60 @@ int cornerWidth(TabShape shape) {
   return 0;
 }
 
-void drawTab(Canvas& canvas, TabShape shape, const Face& face, int top, int height) {
-  cairo_t* cr = canvas.cr();
-  tabPath(cr, shape, top, height, 0);
-  setSource(cr, face.outline);
+void DrawTab(Canvas& canvas, TabShape shape, const Face& face, int top, int height) {
+  cairo_t* cr = canvas.Cr();
+  TabPath(cr, shape, top, height, 0);
+  SetSource(cr, face.outline);
   cairo_fill(cr);
-  tabPath(cr, shape, top, height, 1);
-  fillGradient(cr, top + 1, height - 1, face.top, face.bottom);
-  int corner = 1 + cornerWidth(shape);
-  canvas.rect(corner, top + 1, TabWidth - 2 * corner, 1, face.light);
+  TabPath(cr, shape, top, height, 1);
+  FillGradient(cr, top + 1, height - 1, face.top, face.bottom);
+  int corner = 1 + CornerWidth(shape);
+  canvas.Rect(corner, top + 1, TabWidth - 2 * corner, 1, face.light);
 }
 
-void drawPill(Canvas& canvas, const Face& face, int top, int height) {
-  cairo_t* cr = canvas.cr();
+void DrawPill(Canvas& canvas, const Face& face, int top, int height) {
+  cairo_t* cr = canvas.Cr();
   cairo_new_path(cr);
-  roundedRect(cr, 2, top, TabWidth - 4, height, 6, 6);
-  setSource(cr, face.outline);
+  RoundedRect(cr, 2, top, TabWidth - 4, height, 6, 6);
+  SetSource(cr, face.outline);
   cairo_fill(cr);
-  roundedRect(cr, 3, top + 1, TabWidth - 6, height - 2, 5, 5);
-  fillGradient(cr, top + 1, height - 2, face.top, face.bottom);
+  RoundedRect(cr, 3, top + 1, TabWidth - 6, height - 2, 5, 5);
+  FillGradient(cr, top + 1, height - 2, face.top, face.bottom);
 }
 
-void drawAccent(Canvas& canvas, const TabStyle& tab) {
+void DrawAccent(Canvas& canvas, const TabStyle& tab) {
   switch (tab.shape) {
     case TabShape::Round:
       return;
     case TabShape::Chamfer:
-      canvas.rect(8, 1, TabWidth - 16, 1, tab.accent);
+      canvas.Rect(8, 1, TabWidth - 16, 1, tab.accent);
       return;
     case TabShape::Pill:
-      canvas.rect(10, 0, TabWidth - 20, 2, tab.accent);
+      canvas.Rect(10, 0, TabWidth - 20, 2, tab.accent);
       return;
     case TabShape::Sheet:
-      canvas.rect(1, 0, TabWidth - 2, 2, tab.accent);
+      canvas.Rect(1, 0, TabWidth - 2, 2, tab.accent);
       return;
   }
 }
 
 }  // namespace
 
-Canvas selectedTab(const Kit& kit) {
-  Canvas canvas = kit.strip.part(0, TabTop, TabWidth, TabHeight);
-  drawTab(canvas, kit.theme.tab.shape, kit.theme.tab.selected, 0, TabHeight);
-  drawAccent(canvas, kit.theme.tab);
+Canvas SelectedTab(const Kit& kit) {
+  Canvas canvas = kit.strip.Part(0, TabTop, TabWidth, TabHeight);
+  DrawTab(canvas, kit.theme.tab.shape, kit.theme.tab.selected, 0, TabHeight);
+  DrawAccent(canvas, kit.theme.tab);
   return canvas;
 }
 
-Canvas otherTab(const Kit& kit) {
-  Canvas canvas = kit.strip.part(0, TabTop, TabWidth, TabHeight);
+Canvas OtherTab(const Kit& kit) {
+  Canvas canvas = kit.strip.Part(0, TabTop, TabWidth, TabHeight);
   const TabStyle& tab = kit.theme.tab;
-  int height = TabHeight - OtherStart - baseRows(kit.theme.strip);
+  int height = TabHeight - OtherStart - BaseRows(kit.theme.strip);
   if (tab.shape == TabShape::Pill) {
-    drawPill(canvas, tab.other, OtherStart, height);
+    DrawPill(canvas, tab.other, OtherStart, height);
   } else {
-    drawTab(canvas, tab.shape, tab.other, OtherStart, height);
+    DrawTab(canvas, tab.shape, tab.other, OtherStart, height);
   }
   return canvas;
 }

@@ -4,8 +4,8 @@
 
 namespace skinart {
 
-/// A window composed of a theme's bitmaps as the program composes it, `width` x `height` pixels. The
-/// button `hovered` and the button `pressed` are shown so (-1 for none); `frame` is the animation's.
+// A window composed of a theme's bitmaps as the program composes it, `width` x `height` pixels. The
+// button `hovered` and the button `pressed` are shown so (-1 for none); `frame` is the animation's.
 struct Scene {
   int width = 0;
   int height = 0;
@@ -17,15 +17,15 @@ struct Scene {
   int frame = 8;
   std::string status = "Status: Opening page";
 };
-Canvas composeWindow(const Theme& theme, const Art& art, const Scene& scene);
+Canvas ComposeWindow(const Theme& theme, const Art& art, const Scene& scene);
 
-/// A menu with its frame, separators and one highlighted row.
-Canvas composeMenu(const Theme& theme, const Art& art, const std::vector<std::string>& rows, int highlighted);
+// A menu with its frame, separators and one highlighted row.
+Canvas ComposeMenu(const Theme& theme, const Art& art, const std::vector<std::string>& rows, int highlighted);
 
-/// A folder's menu of favourites, with icons.
-Canvas composeFavourites(const Theme& theme, const Art& art);
+// A folder's menu of favourites, with icons.
+Canvas ComposeFavourites(const Theme& theme, const Art& art);
 
-/// preview.bmp: a window in miniature, 240 x 160.
-Canvas preview(const Theme& theme, const Art& art);
+// preview.bmp: a window in miniature, 240 x 160.
+Canvas Preview(const Theme& theme, const Art& art);
 
 }  // namespace skinart

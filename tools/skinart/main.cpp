@@ -17,7 +17,7 @@ namespace {
 
 using namespace skinart;
 
-int usage() {
+int Usage() {
   std::fputs(
       "usage: skinart --skin DESCRIPTION FOLDER\n"
       "       skinart --brand FOLDER\n"
@@ -26,34 +26,34 @@ int usage() {
   return 2;
 }
 
-int run(const std::vector<std::string>& arguments) {
+int Run(const std::vector<std::string>& arguments) {
   size_t count = arguments.size();
   if (count == 3 && arguments[0] == "--skin") {
-    writeSkin(readTheme(arguments[1]), arguments[2]);
+    WriteSkin(ReadTheme(arguments[1]), arguments[2]);
     return 0;
   }
   if (count == 2 && arguments[0] == "--brand") {
-    writeBrand(arguments[1]);
+    WriteBrand(arguments[1]);
     return 0;
   }
   if (count >= 3 && arguments[0] == "--sheet") {
     std::vector<Theme> themes;
-    for (size_t i = 2; i < count; ++i) themes.push_back(readTheme(arguments[i]));
-    writeSheet(themes, arguments[1]);
+    for (size_t i = 2; i < count; ++i) themes.push_back(ReadTheme(arguments[i]));
+    WriteSheet(themes, arguments[1]);
     return 0;
   }
-  return usage();
+  return Usage();
 }
 
 }  // namespace
 
-/// Read by the leak checker of sanitized builds: the font library never frees its own tables.
+// Read by the leak checker of sanitized builds: the font library never frees its own tables.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
 extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
 
 int main(int argc, char** argv) {
   try {
-    return run({argv + 1, argv + argc});
+    return Run({argv + 1, argv + argc});
   } catch (const std::exception& error) {
     std::fprintf(stderr, "skinart: %s\n", error.what());
     return 1;
