@@ -1,11 +1,13 @@
 """The real program on a real screen: Xvfb, openbox, a session bus, a local web server."""
 
 import atexit
+import faulthandler
 import functools
 import http.server
 import io
 import os
 import re
+import select
 import shutil
 import signal
 import subprocess
@@ -17,9 +19,17 @@ import unittest
 
 from PIL import Image
 
+import alone
+from inputs import click_at, drag_by, key, move_to, run, type_text  # noqa: F401
+
+alone.enter()
+
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 PROGRAM = os.environ.get("MARLOWICK_PROGRAM", os.path.join(ROOT, "build", "marlowick"))
 SCREEN = (1280, 900)
+TEST_LIMIT = 150  # seconds that one test may take, as a last resort where a step hangs without a limit of its own
+# What no test may leave in the program's error output: complaints of its own libraries, reports of the sanitizers.
+COMPLAINT = re.compile(r"\(marlowick:\d+\): .*CRITICAL|ERROR: (Address|Leak)Sanitizer|: runtime error: ")
 
 # Where the labels of the menu bar are, in the main window; how high the parts of an open menu are.
 LABELS = {"File": (24, 32), "Edit": (58, 32), "View": (92, 32), "Favourites": (145, 32), "Launch": (204, 32),
@@ -39,42 +49,41 @@ def wait_for(condition, what, seconds=20.0):
         time.sleep(0.05)
 
 
-def run(*command, check=True, **more):
-    return subprocess.run(command, check=check, capture_output=True, text=True, timeout=30, **more).stdout.strip()
-
-
 class Screen:
     """An X server with a window manager and a session bus, for one test file."""
 
     def __init__(self, scale=1):
-        read, write = os.pipe()
-        self.processes = [
-            subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
-                              "-nolisten", "tcp"], pass_fds=[write], stderr=subprocess.DEVNULL)]
-        os.close(write)
-        with os.fdopen(read) as pipe:
-            number = pipe.readline().strip()
-        bus = run("dbus-daemon", "--session", "--fork", "--print-address=1", "--print-pid=1").splitlines()
-        self.bus_pid = int(bus[1])
-        os.environ.update(DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS=bus[0], GDK_BACKEND="x11",
-                          LANG="C.UTF-8", GTK_THEME="Adwaita", NO_AT_BRIDGE="0")
+        self.processes = []
+        atexit.register(self.close)
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what was started ends then, too
+        # In namespaces the first number is always free, and a lock would meet other runs' files.
+        number = self.begin("Xvfb", "-displayfd", "{}", "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24", "-nolisten",
+                            "tcp", *(["-nolock"] if alone.in_namespaces else []))
+        bus = self.begin("dbus-daemon", "--session", "--nofork", "--print-address={}",
+                         "--address=unix:dir=" + os.environ["XDG_RUNTIME_DIR"])
+        os.environ.update(DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS=bus, GDK_BACKEND="x11", LANG="C.UTF-8",
+                          GTK_THEME="Adwaita", NO_AT_BRIDGE="0")
         os.environ.pop("GDK_SCALE", None)
         self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         wait_for(lambda: "openbox" in run("wmctrl", "-m", check=False).lower(), "the window manager")
-        atexit.register(self.close)
-        signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what was started ends then, too
+
+    def begin(self, *command):
+        """Starts a program that writes one line to the pipe whose number replaces "{}", and returns that line."""
+        read, write = os.pipe()
+        with os.fdopen(read) as pipe:
+            self.processes.append(subprocess.Popen([part.replace("{}", str(write)) for part in command],
+                                                   pass_fds=[write], stderr=subprocess.DEVNULL))
+            os.close(write)
+            ready, _, _ = select.select([pipe], [], [], 20)
+            if not ready:
+                raise AssertionError(f"waited 20 s in vain for {command[0]} to be ready")
+            return pipe.readline().strip()
 
     def close(self):
         for process in reversed(self.processes):
             process.terminate()
             process.wait(10)
         self.processes = []
-        if self.bus_pid:
-            try:
-                os.kill(self.bus_pid, signal.SIGTERM)
-            except ProcessLookupError:
-                pass
-        self.bus_pid = 0
 
     def shot(self, path=None):
         """The screen as a picture; also saved where a path is given."""
@@ -83,6 +92,26 @@ class Screen:
             with open(path, "wb") as file:
                 file.write(data)
         return Image.open(io.BytesIO(data)).convert("RGB")
+
+
+def reply(handler, body, status=200, headers=None, kind="text/html; charset=utf-8"):
+    """Answers a request with a text or with bytes."""
+    body = body.encode() if isinstance(body, str) else body
+    handler.send_response(status)
+    for name, value in {"Content-Type": kind, "Content-Length": len(body), **(headers or {})}.items():
+        handler.send_header(name, str(value))
+    handler.end_headers()
+    handler.wfile.write(body)
+
+
+def serve(handler, page):
+    """Answers with a page: HTML, a function of the handler, or None where there is none."""
+    if callable(page):
+        page(handler)
+    elif page is None:
+        reply(handler, "<title>Not here</title>", 404)
+    else:
+        reply(handler, page)
 
 
 class Server:
@@ -96,16 +125,7 @@ class Server:
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 server.requests.append(self.path)
-                page = server.pages.get(self.path.split("?")[0])
-                if callable(page):
-                    page(self)
-                    return
-                body = (page if page is not None else "<title>Not here</title>").encode()
-                self.send_response(200 if page is not None else 404)
-                self.send_header("Content-Type", "text/html; charset=utf-8")
-                self.send_header("Content-Length", str(len(body)))
-                self.end_headers()
-                self.wfile.write(body)
+                serve(self, server.pages.get(self.path.split("?")[0]))
 
             def log_message(self, *_):
                 pass
@@ -140,21 +160,36 @@ def children_of(pid):
 class Marlowick:
     """One run of the program, in a folder of its own unless one is given."""
 
-    def __init__(self, *arguments, home=None, settings=None, environment=None, shown=True,
-                 stderr=None):
+    def __init__(self, *arguments, home=None, settings=None, environment=None, shown=True, stderr=None,
+                 proxy=None):
         self.own_home = home is None
         self.home = home or os.path.join(tempfile.mkdtemp(prefix="marlowick-e2e-"), "home")
-        if settings and not os.path.exists(self.home):
+        if (settings or proxy) and not os.path.exists(self.home):
             shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), self.home)
-            self.set(**settings)
-        self.process = subprocess.Popen([PROGRAM, *arguments],
-                                        env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})}, stderr=stderr)
+            self.set(**(settings or {}))
+        if proxy:
+            os.makedirs(os.path.join(self.home, "engine"), exist_ok=True)
+            with open(os.path.join(self.home, "engine", "engine.ini"), "w") as file:
+                file.write(f"[Element]\nproxy=by hand\nproxy address={proxy}\n")
+        self.last_words = ""
+        self.errors = stderr or tempfile.TemporaryFile("w+", errors="replace")
+        self.own_errors = stderr is None
+        self.process = subprocess.Popen([PROGRAM, *arguments], stderr=self.errors,
+                                        env={**os.environ, "MARLOWICK_HOME": self.home, **(environment or {})})
         if shown:
             try:
                 self.window = wait_for(self.find_window, "the main window")
-            except AssertionError:
+            except AssertionError as error:
                 self.kill()
-                raise
+                raise AssertionError(f"{error}; the program said: {self.told()}") from None
+
+    def told(self):
+        """What the program has written to its error output so far."""
+        # By a path, since the program writes on from where this file's own offset stands.
+        if self.errors.closed:
+            return self.last_words
+        with open(f"/proc/self/fd/{self.errors.fileno()}", errors="replace") as file:
+            return file.read()
 
     def set(self, **settings):
         """Changes values of browser.ini."""
@@ -201,31 +236,25 @@ class Marlowick:
     def move(self, x, y):
         """The mouse, to a point of the main window."""
         left, top, _, _ = self.rect
-        run("xdotool", "mousemove", str(left + x), str(top + y))
-        time.sleep(0.05)
+        move_to(left + x, top + y)
 
     def click(self, x, y, button=1):
-        self.move(x, y)
-        run("xdotool", "click", str(button))
-        time.sleep(0.05)
+        left, top, _, _ = self.rect
+        click_at(left + x, top + y, button)
 
     def drag(self, x, y, by_x, by_y, steps=10):
-        self.move(x, y)
-        run("xdotool", "mousedown", "1")
-        for _ in range(steps):
-            run("xdotool", "mousemove_relative", "--", str(by_x // steps), str(by_y // steps))
-            time.sleep(0.02)
-        run("xdotool", "mouseup", "1")
+        left, top, _, _ = self.rect
+        drag_by(left + x, top + y, by_x, by_y, steps)
         time.sleep(0.3)
 
     def key(self, *keys):
-        run("xdotool", "key", *keys)
+        key(*keys)
 
     def type_address(self, address):
         """Into the address field, and Enter."""
         self.click(400, 57)
         self.key("ctrl+a")
-        run("xdotool", "type", address)
+        type_text(address)
         self.key("Return")
 
     def windows(self):
@@ -262,7 +291,7 @@ class Marlowick:
             return None
 
         place = wait_for(button, f'the button "{name}"').queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        run("xdotool", "mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2), "click", "1")
+        click_at(place.x + place.width // 2, place.y + place.height // 2)
 
     def wait_active(self, window):
         wait_for(lambda: run("xdotool", "getactivewindow", check=False) == window, "the window's focus")
@@ -271,10 +300,10 @@ class Marlowick:
     def answer_open(self, title, path):
         """Chooses a file in the dialog with this title that opens one."""
         self.wait_active(self.wait_window(title))
-        run("xdotool", "type", path[0])
+        type_text(path[0])
         time.sleep(1)  # the first letter makes a field, which loses the next ones
         self.key("ctrl+a")
-        run("xdotool", "type", "--delay", "25", path)
+        type_text(path, 25)
         time.sleep(0.3)
         self.key("Return")
 
@@ -282,7 +311,7 @@ class Marlowick:
         """Names a file in the dialog with this title that saves one."""
         self.wait_active(self.wait_window(title))
         self.key("ctrl+a")
-        run("xdotool", "type", path)
+        type_text(path)
         time.sleep(0.3)
         self.key("Return")
 
@@ -306,9 +335,7 @@ class Marlowick:
     def choose(self, label, rows_above, separators_above=0):
         left, top, _, _ = self.open_menu(label)
         x, y = left + 40, top + MARGIN + rows_above * ROW + separators_above * SEPARATOR + 7
-        run("xdotool", "mousemove", str(x), str(y))
-        time.sleep(0.1)
-        run("xdotool", "click", "1")
+        click_at(x, y)
 
     def pixel(self, screen, x, y):
         left, top, _, _ = self.rect
@@ -324,11 +351,15 @@ class Marlowick:
         below = children_of(self.process.pid)
         if self.process.poll() is None:
             run("wmctrl", "-i", "-c", self.window, check=False)
-        status = self.process.wait(15)
-        wait_for(lambda: not any(os.path.exists(f"/proc/{pid}") and not zombie(pid) for pid in below),
-                 "the end of all child processes", 10)
+        status = self.wait_end()
+        wait_for(lambda: all(zombie(pid) for pid in below), "the end of all child processes")
         self.clean()
         return status
+
+    def wait_end(self):
+        """Waits for the program's own end, and returns its status."""
+        wait_for(lambda: self.process.poll() is not None, "the program's end")
+        return self.process.returncode
 
     def kill(self):
         for pid in [*children_of(self.process.pid), self.process.pid]:
@@ -339,12 +370,26 @@ class Marlowick:
         self.process.wait(10)
         self.clean()
 
+    def end(self):
+        """After a test: whatever state the program is in."""
+        if self.process.poll() is None:
+            self.kill()
+        elif not self.errors.closed:
+            self.clean()
+
     def clean(self):
+        """Removes what the run wrote; fails if the program's error output has what it must not have."""
         if self.own_home:
             shutil.rmtree(os.path.dirname(self.home), ignore_errors=True)
+        self.last_words = self.told()
+        if self.own_errors:
+            self.errors.close()
+        if COMPLAINT.search(self.last_words):
+            raise AssertionError("the program complained:\n" + self.last_words)
 
 
 def zombie(pid):
+    """Whether a process has ended, be it that nobody has asked for its status yet."""
     try:
         with open(f"/proc/{pid}/stat") as file:
             return file.read().rpartition(")")[2].split()[0] == "Z"
@@ -363,12 +408,14 @@ class ProgramTest(unittest.TestCase):
             ProgramTest.screen = Screen()
 
     def setUp(self):
+        faulthandler.dump_traceback_later(TEST_LIMIT, exit=True)
+        self.addCleanup(faulthandler.cancel_dump_traceback_later)
         self.server = Server()
         self.addCleanup(self.server.close)
 
     def start(self, *arguments, **more):
         program = Marlowick(*arguments, **more)
-        self.addCleanup(lambda: program.kill() if program.process.poll() is None else program.clean())
+        self.addCleanup(program.end)
         return program
 
     def page(self, path, html):
