@@ -63,10 +63,16 @@ void GtkDesktop::Die(const Failure& failure) {
   // Timers and pages go on while the message is read, but not into the program.
   Gate.Close();
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
+  ClearTheWay();
   MsgBox(std::string(failure.what()) +
              "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",
          Buttons::Ok, "Marlowick");
   GtkDesktop::End(1);
+}
+
+void GtkDesktop::ClearTheWay() {
+  for (PopupHost* popup : popups_) popup->Hide();
+  if (splash_) splash_->Hide();
 }
 
 Moment GtkDesktop::Now() {

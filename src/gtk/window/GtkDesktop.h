@@ -47,16 +47,21 @@ class GtkDesktop : public Desktop {
   void RemovePopup(PopupHost& popup) { std::erase(popups_, &popup); }
   // Another program became active.
   void EndPopups();
+  void AddSplash(SplashHost& splash) { splash_ = &splash; }
+  void RemoveSplash() { splash_ = nullptr; }
 
  private:
   BrowserWorld& World();
   static void OnEvent(GdkEvent* event, gpointer self);
   bool TakenForPopup(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
+  // Takes off the screen what would lie over a message or keep the mouse from it.
+  void ClearTheWay();
 
   std::string command_line_;
   std::unique_ptr<Drawing> drawing_;
   std::string folder_;
   std::unique_ptr<BrowserWorld> world_;
   std::vector<PopupHost*> popups_;
+  SplashHost* splash_ = nullptr;
 };

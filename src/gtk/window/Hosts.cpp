@@ -58,7 +58,11 @@ void SceneHost::ApplyPlace() {
   moved_ = sized_ = false;
 }
 
-SplashHost::SplashHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scene, Gtk::WINDOW_POPUP) {}
+SplashHost::SplashHost(GtkDesktop& desktop, Window& scene) : SceneHost(desktop, scene, Gtk::WINDOW_POPUP) {
+  desktop.AddSplash(*this);
+}
+
+SplashHost::~SplashHost() { desktop_.RemoveSplash(); }
 
 void SplashHost::Show() {
   const ScreenRect area = desktop_.WorkArea(scene_);

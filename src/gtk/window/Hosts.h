@@ -42,6 +42,7 @@ class SceneHost : public WindowHost {
 class SplashHost : public SceneHost {
  public:
   SplashHost(GtkDesktop& desktop, Window& scene);
+  ~SplashHost() override;
   void Show() override;
 };
 

@@ -109,12 +109,20 @@ void SceneView::Repaint() {
   if (!get_mapped()) return;
   const auto damage = Compose();
   if (damage.empty()) return;
-  const auto region = Cairo::Region::create();
-  for (const PixelRect& rect : damage) region->do_union({rect.Left, rect.Top, rect.Width, rect.Height});
-  GdkWindow* window = gtk_layout_get_bin_window(gobj());
-  GdkDrawingContext* drawing = gdk_window_begin_draw_frame(window, region->cobj());
-  on_draw(Cairo::RefPtr<Cairo::Context>(new Cairo::Context(gdk_drawing_context_get_cairo_context(drawing))));
+  // By way of the toplevel window, which is the one that reaches the screen; the view fills it.
+  GtkWidget* frame = gtk_widget_get_toplevel(GTK_WIDGET(gobj()));
+  GdkWindow* window = gtk_widget_get_window(frame);
+  cairo_region_t* region = cairo_region_create();
+  for (const PixelRect& rect : damage) {
+    const cairo_rectangle_int_t part{rect.Left, rect.Top, rect.Width, rect.Height};
+    cairo_region_union_rectangle(region, &part);
+  }
+  // A layout that waits for the next frame comes first, as it would there.
+  gtk_container_check_resize(GTK_CONTAINER(frame));
+  GdkDrawingContext* drawing = gdk_window_begin_draw_frame(window, region);
+  gtk_widget_draw(frame, gdk_drawing_context_get_cairo_context(drawing));
   gdk_window_end_draw_frame(window, drawing);
+  cairo_region_destroy(region);
   gdk_display_flush(gdk_window_get_display(window));
 }
 
