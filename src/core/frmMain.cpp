@@ -71,10 +71,10 @@ void frmMain::ResizeForm() {
   menubar.ResetMenus(frame.labDummy);
 }
 
-void frmMain::Form_Activate() { program.menu.FavOpenPath.clear(); }
+void frmMain::Form_Activate() { program.menu.FavOpenPath = ""; }
 
 void frmMain::Form_GotFocus() {
-  program.menu.FavOpenPath.clear();
+  program.menu.FavOpenPath = "";
   if (WindowState != Minimised) return;
   WindowState = Normal;
   Visible = true;
@@ -89,7 +89,7 @@ void frmMain::Form_Unload(bool& cancel) {
   if (program.SkinRestartNeeded == 1) return;
   program.Unloading = 1;
   Skipping([&] { program.popup_menu.Unload(); });
-  program.menu.FavOpenPath.clear();
+  program.menu.FavOpenPath = "";
   // The proxy was never made: there is no owner to put back, no property and no window to take away.
   SwapOwner(false, hWndProxy);
   Skipping([&] { Hide(); });

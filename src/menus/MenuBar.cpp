@@ -82,7 +82,7 @@ void MenuBar::labFavs_MouseMove(const Menu& menu) {
 void MenuBar::TakeOver(const Menu& menu) {
   MenuState& state = main_.program.menu;
   if (state.OpenMenuName != menu.Name) main_.program.popup_menu.Unload();
-  state.FavOpenPath.clear();
+  state.FavOpenPath = "";
   state.OpenMenuName = menu.Name;
 }
 
@@ -96,7 +96,7 @@ void MenuBar::ShowBelow(const Label& label, const std::string& items) {
 // That window isn't built yet, so the menu is told by hand.
 void MenuBar::ShowFavourites() {
   Program& program = main_.program;
-  program.menu.FavOpenPath.clear();
+  program.menu.FavOpenPath = "";
   if (!program.popup_menu.Loaded()) return;
   program.popup_menu().Deactivate();
   ResetMenus(labFavs);

@@ -133,13 +133,7 @@ void MenuModule::ShowMenu(int32_t Left, int32_t Top, const std::string& Items) {
     MenuItems.push_back(Items.substr(start, comma - start));
   MenuItems.push_back(Items.substr(start));
   frmMenu& menu = program.popup_menu();
-  menu.MakeRows();
-  menu.Top = Top;
-  menu.Left = Left;
-  menu.Measure();
-  menu.PlaceFrame();
-  menu.TileFrame();
-  menu.MakeSpacers();
+  menu.Build(Left, Top);
   menu.Show();
 }
 

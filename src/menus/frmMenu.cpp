@@ -1,7 +1,6 @@
 #include "menus/frmMenu.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/Program.h"
 #include "core/frmMain.h"
@@ -13,29 +12,11 @@ namespace {
 constexpr Place DesignRow = {240, 120, 615, 225};
 constexpr Twips SeparatorHeight = 120, SeparatorLeft = 60;
 constexpr Twips LeastTextWidth = 1500;
-constexpr Twips FrameThickness = 30;
-constexpr Place Piece = {0, 0, FrameThickness, FrameThickness};
 
 // Titles and files from outside may be of any length. A text wider than this ends in an ellipsis, and no row
 // ends lower than this: the first is wider than most screens, the second what the desktop's windows can have.
 constexpr Twips GreatestTextWidth = 32767;
 constexpr Twips GreatestHeight = 32767 * TwipsPerPixel;
-
-struct FramePiece {
-  Surface frmMenu::*Piece;
-  Store Skin::*Art;
-};
-
-constexpr std::array<FramePiece, 8> Frame = {{
-    {&frmMenu::picTopLeft, &Skin::picMnuTopLeft},
-    {&frmMenu::picTop, &Skin::picMnuTop},
-    {&frmMenu::picTopRight, &Skin::picMnuTopRight},
-    {&frmMenu::picRight, &Skin::picMnuRight},
-    {&frmMenu::picBotRight, &Skin::picMnuBotRight},
-    {&frmMenu::picBottom, &Skin::picMnuBottom},
-    {&frmMenu::picBotLeft, &Skin::picMnuBotLeft},
-    {&frmMenu::picLeft, &Skin::picMnuLeft},
-}};
 
 }  // namespace
 
@@ -44,14 +25,7 @@ frmMenu::frmMenu(Program& program)
       mnuText(program.desktop.Gate, "mnuText",
               [this, &program](int16_t Index) { return MakeRow(Index, program.colours); }),
       picSpacer(program.desktop.Gate, "picSpacer", [this](int16_t) { return MakeSpacer(); }),
-      picTop(this, Piece),
-      picRight(this, Piece),
-      picBottom(this, Piece),
-      picLeft(this, Piece),
-      picTopLeft(this, Piece),
-      picTopRight(this, Piece),
-      picBotRight(this, Piece),
-      picBotLeft(this, Piece),
+      frame(this),
       program_(program) {
   picSpacer(0).Visible = false;
   MouseMove = [this](const Mouse&) { ResetMenus(-1); };
@@ -80,6 +54,17 @@ void frmMenu::Form_Unload(bool&) {
   leaving_ = true;
   program_.menu.OpenMenuName.clear();
   program_.menu.MenuLoaded = 0;
+}
+
+void frmMenu::Build(Twips left, Twips top) {
+  MakeRows();
+  Move(left, top);
+  Measure();
+  frame.Surround(Width, Height);
+  Skin& skin = program_.main().skin;
+  frame.Tile(skin);
+  TileBitmapForm(*this, skin.picMnuBack);
+  MakeSpacers();
 }
 
 void frmMenu::MakeRows() {
@@ -111,35 +96,6 @@ void frmMenu::Measure() {
   Width = 2 * mnuText(0).Left + widest;
   Height = last.Height + last.Top + mnuText(0).Top;
   for (int i = 0; i <= mnuText.UBound(); ++i) mnuText(i).Width = Width - 2 * mnuText(0).Left;
-}
-
-void frmMenu::PlaceFrame() {
-  picTopLeft.Left = 0;
-  picTopLeft.Top = 0;
-  picTopRight.Top = 0;
-  picTopRight.Left = Width - picTopRight.Width;
-  picBotRight.Left = picTopRight.Left;
-  picBotRight.Top = Height - picBotRight.Height;
-  picBotLeft.Top = picBotRight.Top;
-  picBotLeft.Left = 0;
-  picTop.Left = 0;
-  picTop.Top = 0;
-  picTop.Width = Width;
-  picLeft.Left = 0;
-  picLeft.Top = 0;
-  picLeft.Height = Height;
-  picRight.Top = 0;
-  picRight.Left = picTopRight.Left;
-  picRight.Height = Height;
-  picBottom.Top = picBotRight.Top;
-  picBottom.Left = 0;
-  picBottom.Width = Width;
-}
-
-void frmMenu::TileFrame() {
-  Skin& skin = program_.main().skin;
-  for (const FramePiece& row : Frame) TileBitmap(this->*row.Piece, skin.*row.Art);
-  TileBitmapForm(*this, skin.picMnuBack);
 }
 
 void frmMenu::MakeSpacers() {

@@ -207,11 +207,11 @@ TEST_F(Life, ComesBackWithTheFocus) {
   Start();
   program.menu.FavOpenPath = "somewhere";
   main().Activate();
-  EXPECT_EQ(program.menu.FavOpenPath, "");
+  EXPECT_EQ(program.menu.FavOpenPath(), "");
   program.menu.FavOpenPath = "somewhere";
   main().WindowState = Window::Minimised;
   main().GotFocus();
-  EXPECT_EQ(program.menu.FavOpenPath, "");
+  EXPECT_EQ(program.menu.FavOpenPath(), "");
   EXPECT_TRUE(main().Visible);
   EXPECT_EQ(main().WindowState, Window::Normal);
 }

@@ -28,14 +28,14 @@ TEST(frmMenu, FramesASingleRow) {
   EXPECT_EQ(menu.Width, 1980);
   EXPECT_EQ(menu.Height, 465);
   ExpectPlace(menu.mnuText(0), {240, 120, 1500, 225});
-  ExpectPlace(menu.picTopLeft, {0, 0, 30, 30});
-  ExpectPlace(menu.picTop, {0, 0, 1980, 30});
-  ExpectPlace(menu.picTopRight, {1950, 0, 30, 30});
-  ExpectPlace(menu.picRight, {1950, 0, 30, 465});
-  ExpectPlace(menu.picBotRight, {1950, 435, 30, 30});
-  ExpectPlace(menu.picBottom, {0, 435, 1980, 30});
-  ExpectPlace(menu.picBotLeft, {0, 435, 30, 30});
-  ExpectPlace(menu.picLeft, {0, 0, 30, 465});
+  ExpectPlace(menu.frame.picTopLeft, {0, 0, 30, 30});
+  ExpectPlace(menu.frame.picTop, {0, 0, 1980, 30});
+  ExpectPlace(menu.frame.picTopRight, {1950, 0, 30, 30});
+  ExpectPlace(menu.frame.picRight, {1950, 0, 30, 465});
+  ExpectPlace(menu.frame.picBotRight, {1950, 435, 30, 30});
+  ExpectPlace(menu.frame.picBottom, {0, 435, 1980, 30});
+  ExpectPlace(menu.frame.picBotLeft, {0, 435, 30, 30});
+  ExpectPlace(menu.frame.picLeft, {0, 0, 30, 465});
   EXPECT_FALSE(menu.picSpacer(0).Visible);
   // The skin's art, the corners over the edges.
   const Skin& skin = rig.main().skin;
