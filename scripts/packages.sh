@@ -5,6 +5,7 @@ run_packages="g++ cmake ninja-build pkg-config libglib2.0-dev-bin libgtkmm-3.0-d
 test_packages="libgtest-dev clang-format xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core
   gir1.2-atspi-2.0 gir1.2-gtk-3.0 python3-gi python3 python3-pil python3-pyatspi poppler-utils
   util-linux openssl ca-certificates"
+package_packages="debhelper dpkg-dev fakeroot desktop-file-utils appstream"
 
 install_missing() {
   local missing=() package

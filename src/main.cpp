@@ -5,9 +5,15 @@
 
 #include "core/Program.h"
 #include "core/frmSplash.h"
+#include "gtk/base/CommandLine.h"
 #include "gtk/window/GtkDesktop.h"
 
 int main(int argc, char** argv) {
+  const CommandLine line = CommandLine::Read({argv + 1, argv + argc});
+  if (line.answer) {
+    std::fputs(line.answer->text.c_str(), line.answer->status == 0 ? stdout : stderr);
+    return line.answer->status;
+  }
   // The program places its own windows on the screen, which only X11 allows.
   gdk_set_allowed_backends("x11");
   if (!gtk_init_check(nullptr, nullptr)) {
@@ -17,7 +23,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   Gtk::Main::init_gtkmm_internals();
-  GtkDesktop desktop(argc, argv);
+  GtkDesktop desktop(line.address);
   Program program(desktop);
   return desktop.Run([&program] {
 #ifndef NDEBUG

@@ -23,12 +23,12 @@ struct Kit {
   explicit Kit(const Theme& theme);
 
   const Theme& theme;
-  Canvas title_bar;   //< 800 x 26
-  Canvas menu_bar;    //< 338 x 25
-  Canvas tool_bar;    //< 800 x 40
-  Canvas strip;       //< 338 x 25, without the points that only bare places have
-  Canvas status_bar;  //< 500 x 20
-  Canvas menu_back;   //< 300 x 300
+  Canvas title_bar;   // 800 x 26
+  Canvas menu_bar;    // 338 x 25
+  Canvas tool_bar;    // 800 x 40
+  Canvas strip;       // 338 x 25, without the points that only bare places have
+  Canvas status_bar;  // 500 x 20
+  Canvas menu_back;   // 300 x 300
 };
 
 Canvas TitleBar(const Kit& kit);

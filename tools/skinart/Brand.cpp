@@ -1,5 +1,7 @@
 #include "Brand.h"
 
+#include <cairo-svg.h>
+
 #include <cmath>
 #include <memory>
 #include <numbers>
@@ -79,11 +81,23 @@ void DrawBoat(cairo_t* cr) {
   FillGradient(cr, -2, 4, Lighter(Hull, 0.25), Hull);
 }
 
-void WriteIcon(int size, const std::filesystem::path& folder) {
+void WriteIcon(int size, const std::filesystem::path& file) {
   Picture icon(size, size);
   cairo_scale(icon.Cr(), size / 16.0, size / 16.0);
   DrawSign(icon.Cr());
-  icon.Write(folder / ("icon-" + std::to_string(size) + ".png"));
+  icon.Write(file);
+}
+
+void WriteScalable(const std::filesystem::path& file) {
+  const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface(
+      cairo_svg_surface_create(file.c_str(), 16, 16), cairo_surface_destroy);
+  const std::unique_ptr<cairo_t, decltype(&cairo_destroy)> context(cairo_create(surface.get()),
+                                                                   cairo_destroy);
+  DrawSign(context.get());
+  cairo_surface_finish(surface.get());
+  const cairo_status_t status = cairo_surface_status(surface.get());
+  if (status != CAIRO_STATUS_SUCCESS)
+    throw std::runtime_error(file.string() + " can't be written: " + cairo_status_to_string(status));
 }
 
 // 400 x 180: a boat off the coast at sunrise. The lowest 60 rows are calm water for the texts.
@@ -203,9 +217,22 @@ void DrawSign(cairo_t* cr) {
 
 void WriteBrand(const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
-  for (int size : {16, 32, 48, 128}) WriteIcon(size, folder);
+  for (int size : {16, 32, 48, 128}) WriteIcon(size, folder / ("icon-" + std::to_string(size) + ".png"));
   WriteSplash(folder);
   WritePopup(folder);
+}
+
+void WriteIcons(const std::filesystem::path& folder, const std::string& name) {
+  const auto place = [&folder](const std::string& size) {
+    const std::filesystem::path apps = folder / size / "apps";
+    std::filesystem::create_directories(apps);
+    return apps;
+  };
+  for (int size : {16, 22, 24, 32, 48, 64, 96, 128, 256, 512}) {
+    const std::string side = std::to_string(size);
+    WriteIcon(size, place(side + "x" + side) / (name + ".png"));
+  }
+  WriteScalable(place("scalable") / (name + ".svg"));
 }
 
 }  // namespace skinart

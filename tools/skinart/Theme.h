@@ -15,7 +15,7 @@ namespace skinart {
 
 // A stack of rows, from the top: bands of fixed height, and stretched ones that share what is left.
 struct Band {
-  int rows = 0;  //< 0: stretched
+  int rows = 0;  // 0: stretched
   Colour top;
   Colour bottom;
 };
@@ -24,7 +24,7 @@ using Bands = std::vector<Band>;
 // What a raised or sunken piece is filled with.
 struct Face {
   Colour outline;
-  Colour light;  //< the first row within the outline
+  Colour light;  // the first row within the outline
   Colour top;
   Colour bottom;
 };
@@ -32,7 +32,7 @@ struct Face {
 enum class TextureKind { None, Brushed, Grain, Stars };
 struct Texture {
   TextureKind kind = TextureKind::None;
-  int depth = 0;  //< largest change of a channel, in levels
+  int depth = 0;  // largest change of a channel, in levels
   uint32_t seed = 0;
 };
 
@@ -42,7 +42,7 @@ struct TextColours {
 
 enum class GripStyle { Ridges, Dots, Corner };
 struct FrameStyle {
-  std::array<Colour, 5> left, right, bottom;  //< outside in
+  std::array<Colour, 5> left, right, bottom;  // outside in
   GripStyle grip = GripStyle::Ridges;
   Colour grip_light, grip_dark;
 };
@@ -51,7 +51,7 @@ enum class TabShape { Round, Chamfer, Pill, Sheet };
 struct TabStyle {
   TabShape shape = TabShape::Round;
   Face selected, other;
-  Colour accent;  //< line along the top of the tab on show
+  Colour accent;  // line along the top of the tab on show
 };
 
 enum class SpacerStyle { Etched, Dotted, Hairline };
@@ -66,7 +66,7 @@ struct MenuStyle {
 struct PlateStyle {
   double radius = 0;
   Face hover, down;
-  Colour divider, divider_light;  //< the line left of a scroller
+  Colour divider, divider_light;  // the line left of a scroller
 };
 
 enum class IconFamily { Solid, Line };
@@ -76,12 +76,12 @@ enum class IconPart { Arrow, Refresh, Stop, Page, PageTab, Plus, Minus, Clock, H
 struct IconStyle {
   IconFamily family = IconFamily::Solid;
   IconFinish finish = IconFinish::Flat;
-  int weight = 2;  //< thickness of a line icon's strokes
+  int weight = 2;  // thickness of a line icon's strokes
   LineEnds ends = LineEnds::Round;
   Colour rest, hover, down;
-  Colour glint;                        //< the light edge of an engraved icon
-  double mute = 0;                     //< share of `rest` mixed into the parts' colours at rest
-  std::map<IconPart, Colour> colours;  //< parts with a colour of their own
+  Colour glint;                        // the light edge of an engraved icon
+  double mute = 0;                     // share of `rest` mixed into the parts' colours at rest
+  std::map<IconPart, Colour> colours;  // parts with a colour of their own
 };
 
 enum class WindowButtonStyle { Plate, Disc, Bare };
@@ -94,16 +94,16 @@ struct WindowButtonStyles {
 enum class AnimationKind { Waves, Lamps, Moon, Plane };
 struct AnimationStyle {
   AnimationKind kind = AnimationKind::Waves;
-  int interval = 0;  //< ms between two frames
-  Face well;         //< the sunken panel that it plays in
+  int interval = 0;  // ms between two frames
+  Face well;         // the sunken panel that it plays in
   Colour one, two, three;
 };
 
 struct Theme {
   std::string name;
   std::string description;
-  bool built_in = false;  //< no skin.ini: its colours are the program's start values
-  double contrast = 4.5;  //< least contrast of any text with what is behind it
+  bool built_in = false;  // no skin.ini: its colours are the program's start values
+  double contrast = 4.5;  // least contrast of any text with what is behind it
   TextColours text;
   Texture texture;
   Bands title_bar, menu_bar, tool_bar, strip, status_bar;

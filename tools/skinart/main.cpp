@@ -2,6 +2,7 @@
 //
 //   skinart --skin DESCRIPTION FOLDER          a theme's bitmaps, preview and skin.ini
 //   skinart --brand FOLDER                     the program's icons and pictures
+//   skinart --icons FOLDER NAME               the program's icon in the sizes of the desktop's icon theme
 //   skinart --sheet FILE.png DESCRIPTION...    a contact sheet of themes
 
 #include <cstdio>
@@ -21,6 +22,7 @@ int Usage() {
   std::fputs(
       "usage: skinart --skin DESCRIPTION FOLDER\n"
       "       skinart --brand FOLDER\n"
+      "       skinart --icons FOLDER NAME\n"
       "       skinart --sheet FILE.png DESCRIPTION...\n",
       stderr);
   return 2;
@@ -34,6 +36,10 @@ int Run(const std::vector<std::string>& arguments) {
   }
   if (count == 2 && arguments[0] == "--brand") {
     WriteBrand(arguments[1]);
+    return 0;
+  }
+  if (count == 3 && arguments[0] == "--icons") {
+    WriteIcons(arguments[1], arguments[2]);
     return 0;
   }
   if (count >= 3 && arguments[0] == "--sheet") {

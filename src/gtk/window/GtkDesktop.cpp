@@ -21,8 +21,8 @@ constexpr int MostEventsInOnePass = 200;
 
 }  // namespace
 
-GtkDesktop::GtkDesktop(int argc, char** argv) : drawing_(MakeDrawing()) {
-  for (int i = 1; i < argc; ++i) command_line_ += (i > 1 ? " " : "") + std::string(argv[i]);
+GtkDesktop::GtkDesktop(std::string command_line)
+    : command_line_(std::move(command_line)), drawing_(MakeDrawing()) {
   gdk_event_handler_set(&GtkDesktop::OnEvent, this, nullptr);
   Gate.Unhandled = [this](const Failure& failure) { Die(failure); };
 }

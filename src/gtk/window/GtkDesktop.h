@@ -13,7 +13,8 @@ class BrowserWorld;
 // The desktop that the program really runs on: X11 (Wayland through XWayland), GTK 3 and WebKitGTK.
 class GtkDesktop : public Desktop {
  public:
-  GtkDesktop(int argc, char** argv);
+  // `command_line`: what the program was started with, without options.
+  explicit GtkDesktop(std::string command_line);
   ~GtkDesktop() override;
 
   // Starts the program and runs the event pump until the process ends.

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+// What the command line asks for.
+struct CommandLine {
+  // What belongs on the terminal instead of a start, with the status to end with.
+  struct Answer {
+    std::string text;
+    int status = 0;  // 2: the text is a complaint
+  };
+
+  std::string address;  // one address, its words joined by blanks; empty: none
+  std::optional<Answer> answer;
+
+  // `arguments` are those behind the program's name. A relative name of a file that is there becomes an
+  // absolute one, since the program's own working directory is nobody's business.
+  static CommandLine Read(const std::vector<std::string>& arguments);
+};
