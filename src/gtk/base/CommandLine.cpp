@@ -32,8 +32,7 @@ CommandLine CommandLine::Read(const std::vector<std::string>& arguments) {
     first = 1;
   }
   CommandLine line;
-  for (size_t i = first; i < arguments.size(); ++i)
-    line.address += (i > first ? " " : "") + arguments[i];
+  for (size_t i = first; i < arguments.size(); ++i) line.address += (i > first ? " " : "") + arguments[i];
   std::error_code error;
   const std::filesystem::path path(line.address);
   if (!line.address.empty() && path.is_relative() && std::filesystem::exists(path, error))
