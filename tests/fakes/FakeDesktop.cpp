@@ -34,9 +34,14 @@ class FakeHost : public WindowHost {
 class FakeDialog : public DialogHost {
  public:
   FakeDialog(FakeDesktop& desktop, Dialog& dialog) : desktop_(desktop), dialog_(dialog) {}
-  void Show() override { desktop_.log.push_back("Show " + dialog_.Name); }
-  void Hide() override { desktop_.log.push_back("Hide " + dialog_.Name); }
-  void SetFocus(Controls::Control&) override {}
+  void Show() override { Log("Show"); }
+  void Hide() override { Log("Hide"); }
+  void TakeFocus() override { Log("SetFocus"); }
+  void Caption() override { Log("Caption", dialog_.Caption()); }
+  void Resize() override {}
+  void Pointer() override { Log("Pointer", std::to_string(static_cast<int>(dialog_.Pointer()))); }
+  void Refresh() override { Log("Refresh"); }
+  void SetFocus(Controls::Control& control) override { Log("SetFocus", control.Name); }
   void Changed(Controls::Control&, Controls::Aspect) override {}
   void ShowModal() override {
     for (dialog_.Visible = true; dialog_.Visible;) {
@@ -48,6 +53,10 @@ class FakeDialog : public DialogHost {
   }
 
  private:
+  void Log(const std::string& what, const std::string& which = "") {
+    desktop_.log.push_back(what + " " + dialog_.Name + (which.empty() ? "" : " " + which));
+  }
+
   FakeDesktop& desktop_;
   Dialog& dialog_;
 };
@@ -199,10 +208,6 @@ int FakeDesktop::Start(int milliseconds, std::function<void()> tick) {
 }
 
 void FakeDesktop::Stop(int number) { counts_.erase(number); }
-
-std::function<void(Dialog&)> Press(const std::string& button) {
-  return [button](Dialog& dialog) { dynamic_cast<Controls::CommandButton&>(dialog.Part(button)).Click(); };
-}
 
 TemporaryFolder::TemporaryFolder() {
   std::string name = std::filesystem::temp_directory_path() / "marlowick-test-XXXXXX";

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/User.h"
 #include "platform/Browser.h"
 #include "platform/ComboBox.h"
 #include "platform/Desktop.h"
@@ -132,9 +133,6 @@ class FakeDesktop : public Desktop {
   int last_number_ = 0;
   long time_ = 0;
 };
-
-// The user presses a dialog's button.
-std::function<void(Dialog&)> Press(const std::string& button);
 
 // A folder that is gone with the test.
 class TemporaryFolder {

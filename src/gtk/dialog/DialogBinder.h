@@ -22,6 +22,11 @@ class DialogBinder : public DialogHost {
   void Show() override;
   void Hide() override;
   void ShowModal() override;
+  void TakeFocus() override { window_->present(); }
+  void Caption() override { window_->set_title(dialog_.Caption()); }
+  void Resize() override {}
+  void Pointer() override {}
+  void Refresh() override {}
   void SetFocus(Controls::Control& control) override;
   void Changed(Controls::Control& control, Controls::Aspect aspect) override;
 
