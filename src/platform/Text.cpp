@@ -1,6 +1,8 @@
 #include "platform/Text.h"
 
+#include <langinfo.h>
 #include <locale.h>
+#include <string.h>
 #include <wctype.h>
 
 #include <algorithm>
@@ -54,6 +56,18 @@ char LowerLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 3
 // Unicode's own case pairs, whatever locale the process runs in.
 locale_t UnicodeLocale() {
   static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  return locale;
+}
+
+// The user's order of letters; Unicode's where the user's language has another encoding.
+locale_t UserLocale() {
+  static const locale_t locale = [] {
+    const locale_t chosen = newlocale(LC_CTYPE_MASK | LC_COLLATE_MASK, "", nullptr);
+    if (!chosen) return UnicodeLocale();
+    if (std::strcmp(nl_langinfo_l(CODESET, chosen), "UTF-8") == 0) return chosen;
+    freelocale(chosen);
+    return newlocale(LC_CTYPE_MASK | LC_COLLATE_MASK, "C.UTF-8", nullptr);
+  }();
   return locale;
 }
 
@@ -136,6 +150,17 @@ bool SameWithoutCase(std::string_view a, std::string_view b) {
     if (left != right && LowerLetter(a[0]) != LowerLetter(b[0])) return false;
   }
   return a.size() == b.size();
+}
+
+std::string CollationKey(std::string_view name) {
+  const std::string lower = LowerCase(name);
+  std::string key(3 * lower.size() + 1, '\0');
+  const size_t length = strxfrm_l(key.data(), lower.c_str(), key.size(), UserLocale());
+  const bool whole = length < key.size();
+  key.resize(length + 1);
+  if (!whole) strxfrm_l(key.data(), lower.c_str(), key.size(), UserLocale());
+  key.pop_back();
+  return key;
 }
 
 std::string Replace(std::string_view text, std::string_view what, std::string_view by) {

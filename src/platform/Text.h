@@ -19,6 +19,10 @@ std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 bool SameWithoutCase(std::string_view a, std::string_view b);
 
+// Orders names as the user's language does, without regard to case: of two keys the lesser one's name comes
+// first.
+std::string CollationKey(std::string_view name);
+
 std::string Replace(std::string_view text, std::string_view what, std::string_view by);
 
 // What a window's title bar bears: a page may give itself a title without end.
