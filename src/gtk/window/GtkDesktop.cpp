@@ -5,7 +5,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <vector>
 
+#include "gtk/base/GObjects.h"
+#include "gtk/base/ProgramLine.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "gtk/dialog/Dialogs.h"
 #include "gtk/engine/BrowserWorld.h"
@@ -150,19 +154,21 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 void GtkDesktop::Shell(const std::string& command) {
-  GError* error = nullptr;
-  char** arguments = nullptr;
   // What is set for our own engine is nobody else's business.
   char** environment = g_environ_unsetenv(g_get_environ(), "WEBKIT_DISABLE_DMABUF_RENDERER");
-  const bool started =
-      g_shell_parse_argv(command.c_str(), nullptr, &arguments, &error) &&
-      g_spawn_async(nullptr, arguments, environment, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr, &error);
-  g_strfreev(environment);
-  g_strfreev(arguments);
-  if (started) return;
-  const std::string reason = error->message;
-  g_error_free(error);
-  throw Failure("The program \"" + command + "\" can't be started: " + reason);
+  const std::unique_ptr<char*, decltype(&g_strfreev)> owner(environment, &g_strfreev);
+  try {
+    std::vector<std::string> words = TakeApart(command);
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    GError* error = nullptr;
+    if (!g_spawn_async(nullptr, arguments.data(), environment, G_SPAWN_SEARCH_PATH, nullptr, nullptr, nullptr,
+                       &error))
+      throw Failure(OwnedError(error)->message);
+  } catch (const Failure& failure) {
+    throw Failure("The program \"" + command + "\" can't be started: " + failure.what());
+  }
 }
 
 int GtkDesktop::Start(int milliseconds, std::function<void()> tick) {
