@@ -50,17 +50,23 @@ void BrowserEvents::Timer1_Timer(int16_t Index) {
       Timer2.Enabled = true;
       return;
     }
-    Timer2.Enabled = false;
-    tabs.Timer1(Index).Enabled = false;
-    main_.frame.Picture3.Picture = main_.skin.PicStore(IdleFrame).Picture;
+    EndWatch(Index);
     Record(Index);
   } catch (const Failure&) {
-    // A dead browser. Where one of the three can't be unloaded, as with tab 0, the others still go.
+    // A dead browser. Where one of the three can't be unloaded, the others still go.
     Skipping([&] { tabs.picTab.Unload(Index); });
     Skipping([&] { tabs.Timer1.Unload(Index); });
     Skipping([&] { tabs.WebBrowser1.Unload(Index); });
+    // Tab 0 can't go: it stays on show where it was, and is watched again from its next load on.
+    if (tabs.WebBrowser1.Has(Index)) return EndWatch(Index);
     if (tabs.CurrentTab == Index) tabs.CurrentTab = ToInt16(tabs.WebBrowser1.UBound());
   }
+}
+
+void BrowserEvents::EndWatch(int16_t Index) {
+  Timer2.Enabled = false;
+  main_.tabs.Timer1(Index).Enabled = false;
+  main_.frame.Picture3.Picture = main_.skin.PicStore(IdleFrame).Picture;
 }
 
 // A log that can't be written leaves the page unrecorded; it is no reason to sweep the tab away. A dead page

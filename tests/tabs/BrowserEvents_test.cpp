@@ -107,11 +107,17 @@ TEST_F(PageEvents, NeverLoseTheFirstTab) {
   ShowTab(0);
   Load(0);
   Page(0).dead = true;
-  desktop.Advance(20);
+  desktop.Advance(220);
   EXPECT_TRUE(tabs().picTab.Has(0) && tabs().Timer1.Has(0));
-  EXPECT_EQ(tabs().CurrentTab, 1);
-  // The element is usable again: the end of its load is seen as ever.
-  Page(0).dead = Page(0).busy = false;
+  EXPECT_EQ(tabs().CurrentTab, 0) << "it is still the one on show";
+  EXPECT_FALSE(tabs().Timer1(0).Enabled || main().events.Timer2.Enabled) << "nothing is left to watch";
+  EXPECT_EQ(Frame(), 8);
+  // The element is usable again: the end of its next load is seen as ever.
+  Page(0).dead = false;
+  Load(0);
+  desktop.Advance(5);
+  EXPECT_TRUE(tabs().Timer1(0).Enabled);
+  Page(0).busy = false;
   desktop.Advance(5);
   EXPECT_FALSE(tabs().Timer1(0).Enabled);
   EXPECT_EQ(Frame(), 8);
