@@ -6,10 +6,29 @@
 
 namespace {
 
+// Of the names that stand for characters in HTML.
+constexpr const char* NameCharacters = "#0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
 std::string TwoDigits(int number) { return (number < 10 ? "0" : "") + std::to_string(number); }
 
 std::string TimeOfDay(const Moment& now) {
   return TwoDigits(now.Hour) + ":" + TwoDigits(now.Minute) + ":" + TwoDigits(now.Second);
+}
+
+// An address between the quotes of a link, so that the link leads to it and nowhere else. Nearly every
+// address stands there as it is: only a quote would end it early, and what reads like a character's name
+// would be taken for the character.
+std::string Quoted(const std::string& address) {
+  std::string quoted;
+  for (size_t at = 0; at < address.size(); ++at) {
+    const size_t end = address.find_first_not_of(NameCharacters, at + 1);
+    const bool name = address[at] == '&' && end != at + 1 && (end == address.npos || address[end] != '=');
+    if (address[at] == '"')
+      quoted += "&quot;";
+    else
+      quoted += name ? "&amp;" : address.substr(at, 1);
+  }
+  return quoted;
 }
 
 }  // namespace
@@ -23,7 +42,7 @@ void HistoryLog::UpDateHistory(int16_t Index) {
   Browser& browser = main_.tabs.WebBrowser1(Index);
   const Moment now = program.desktop.Now();
   const std::string url = browser.LocationURL();
-  const std::string entry_line = "<font face=\"Arial\"><a href=\"" + url + "\" target=\"_top\">" +
+  const std::string entry_line = "<font face=\"Arial\"><a href=\"" + Quoted(url) + "\" target=\"_top\">" +
                                  browser.LocationName() + "</a> at " + TimeOfDay(now) + "</font><br>";
   // Two elements are opened and one is closed: pages of all ages have it so, and the comparison needs it so.
   const std::string address_line =

@@ -59,6 +59,15 @@ TEST_F(History, BeginsADaysPageAndTellsEachAddressOnce) {
                 Entry("http://one.test/A", "", "09:05:03") + Shown("http://one.test/A"));
 }
 
+TEST_F(History, LinksToWhatWasVisited) {
+  Visit("data:text/html,<a href=\"x\">&amp;</a>");
+  Visit("http://one.test/?a=1&b=2&lt=3&c&copy");
+  const std::string page = folder.Read("history/22 November 2026.htm");
+  for (const char* link : {"<a href=\"data:text/html,<a href=&quot;x&quot;>&amp;amp;</a>\" target=\"_top\">",
+                           "<a href=\"http://one.test/?a=1&b=2&lt=3&amp;c&amp;copy\" target=\"_top\">"})
+    EXPECT_NE(page.find(link), page.npos) << link;
+}
+
 // Another program of the same folder begins the day's page while this one does.
 class BusyDesktop : public FakeDesktop {
  public:
