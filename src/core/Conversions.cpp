@@ -38,8 +38,9 @@ bool TakeNumber(std::string_view& text, double& value, std::chars_format format)
   if (IsHexadecimal(text)) {
     uint32_t bits = 0;
     const auto [end, error] = std::from_chars(text.data() + 2, text.data() + text.size(), bits, 16);
-    if (error != std::errc()) return false;
-    value = static_cast<int32_t>(bits);
+    if (error == std::errc::invalid_argument) return false;
+    // 32 bits with their sign; more digits than that fit nowhere.
+    value = error == std::errc() ? static_cast<int32_t>(bits) : std::numeric_limits<double>::infinity();
     text.remove_prefix(static_cast<size_t>(end - text.data()));
     return true;
   }
@@ -68,7 +69,7 @@ double LeadingNumber(std::string_view text) {
 double StrictNumber(std::string_view text) {
   std::string_view rest = WithoutBlanks(text);
   double value = 0;
-  if (!TakeNumber(rest, value, std::chars_format::general) || !rest.empty())
+  if (!TakeNumber(rest, value, std::chars_format::general) || !rest.empty() || !std::isfinite(value))
     throw Failure("\"" + std::string(text) + "\" is not a number");
   return value;
 }

@@ -8,15 +8,18 @@
 
 std::string General::ReadIniKey(const std::string& path, const std::string& key) {
   LastKeyValue.clear();
+  bool opened = false;
   try {
     const std::string header = Text::LowerCase("[" + key + "]");
     slot_.Open(path, FileSlot::Mode::Input);
+    opened = true;
     while (!slot_.EndOfFile())
       if (Text::LowerCase(slot_.LineInput()) == header) LastKeyValue = slot_.LineInput();
     slot_.Close();
     return LastKeyValue;
   } catch (const Failure&) {
     // A header on the last line leaves the file open: the next reader finds the slot taken.
+    if (opened) LastUnfinished = {HostPath(path), key};
     return {};
   }
 }

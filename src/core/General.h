@@ -14,6 +14,11 @@ class General {
   // The line behind the last line that reads "[key]", without regard to case. Empty where there is none or
   // anything fails; a failure behind the opening leaves the file slot taken.
   std::string ReadIniKey(const std::string& path, const std::string& key);
+  // What left the slot taken: the host's path of the file and the key on its last line.
+  struct Unfinished {
+    std::string Path, Key;
+  };
+  Unfinished LastUnfinished;
 
   // The lines between "[key]" and "[end]", joined by CR LF; the last such block counts. Fails for a missing
   // file and for a block without its end.

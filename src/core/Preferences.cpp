@@ -22,6 +22,10 @@ int16_t Number(Program& program, const char* key, double (*convert)(std::string_
     if (!program.general.FileExists(path))
       throw Failure("The settings file \"" + HostPath(path) +
                     "\" is missing. Put it back; into an empty folder the program installs a new one.");
+    // After a file that ends in a key nothing could be read any more, and every value is empty.
+    if (const auto& [file, last] = program.general.LastUnfinished; program.slot.IsOpen())
+      throw Failure("The settings can't be read, because the file \"" + file + "\" ends with the line \"[" +
+                    last + "]\". Put its value on a line below it.");
     throw Failure("The setting \"[" + std::string(key) + "]\" in \"" + HostPath(path) +
                   "\" can't be used: " + failure.what() + ". Put a number on the line below it.");
   }

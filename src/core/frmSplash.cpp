@@ -4,6 +4,13 @@
 #include "core/frmMain.h"
 #include "platform/scene/Drawing.h"
 
+namespace {
+
+// On the deep water at the picture's foot.
+constexpr Colour TextColour = 0xFFFFFF;
+
+}  // namespace
+
 frmSplash::frmSplash(Program& program)
     : Window(program.desktop, Kind::Splash, {0, 0, 6000, 2700}, "Marlowick"),
       Image1(this, {0, 0, 6000, 2700}),
@@ -11,6 +18,7 @@ frmSplash::frmSplash(Program& program)
       Label2(this, {4260, 2340, 1500, 225}, "Ver 0.6a"),
       Label3(this, {240, 2055, 5520, 225}, "Tabs, skins and your own history, on your own desktop"),
       program_(program) {
+  for (Label* label : {&Label1, &Label2, &Label3}) label->ForeColor = TextColour;
   Skipping([&] { Image1.Picture = program.desktop.Draws().BuiltInPicture("splash.png"); });
   Resize = [this] { Form_Resize(); };
 }

@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr int FontPixels = 11;
+// The largest at which the widest label of the menu bar, 57 pixels, holds its text.
+constexpr double FontPixels = 10.75;
 constexpr size_t MostCharacters = 4000;
 constexpr size_t KeptWidths = 4096, KeptLines = 1024;
 constexpr size_t LongestKept = 1024;  // bytes of a text whose width is kept

@@ -16,8 +16,8 @@ struct GObjectUnref {
   void operator()(void* object) const { g_object_unref(object); }
 };
 
-// Single lines of text in the window font, "Sans" of 11 pixels. Lines that were laid out are kept for the
-// next time, up to a limit.
+// Single lines of text in the window font, "Sans" of not quite 11 pixels. Lines that were laid out are kept
+// for the next time, up to a limit.
 class TextLayout {
  public:
   // Every line has the same height and the same base line, whatever fonts its characters come from: two

@@ -94,12 +94,7 @@ Skin::Skin(frmMain& main)
 }
 
 void Skin::LoadSkin(const std::string& SkinPath) {
-  try {
-    LoadAddressList();
-  } catch (const Failure&) {
-    // The list holds what could be read; the slot has to be free for what follows.
-    main_.program.slot.Abandon();
-  }
+  Skipping([this] { LoadAddressList(); });
   room_ = MaximumPixels;
   LoadBitmaps(SkinPath);
   if (main_.program.general.FileExists(SkinPath + "\\skin.ini")) LoadAnimation(SkinPath);
@@ -116,8 +111,11 @@ void Skin::LoadAddressList() {
   FileSlot& slot = main_.program.slot;
   main_.address.ClearList();
   slot.Open(main_.program.AppPath + "\\autocomplete.dat", FileSlot::Mode::Input);
-  while (!slot.EndOfFile()) main_.address.AddItem(slot.LineInput());
-  slot.Close();
+  // The list keeps what could be read, and the slot has to be free for what follows.
+  Skipping([&] {
+    while (!slot.EndOfFile()) main_.address.AddItem(slot.LineInput());
+  });
+  slot.Abandon();
 }
 
 Picture Skin::LoadPicture(const std::string& path) {

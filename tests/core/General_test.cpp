@@ -98,7 +98,8 @@ TEST(Conversions, LeadingNumbersNeverFail) {
       {"-inf", 0},    {"1,5", 1}, {"0x10", 0},        {"1e3", 1},        {"150e9", 150},
       {"2.5E1", 2.5}};
   for (const auto& [text, number] : values) EXPECT_EQ(LeadingNumber(text), number) << text;
-  EXPECT_THROW(ToInt32(LeadingNumber(std::string(999, '9'))), Failure);
+  for (const std::string& text : {std::string(999, '9'), std::string("&hFFFFFFFFF")})
+    EXPECT_THROW(ToInt32(LeadingNumber(text)), Failure) << text;
 }
 
 TEST(Conversions, StrictNumbersAreTheWholeText) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <stdexcept>
 
@@ -241,9 +242,36 @@ INSTANTIATE_TEST_SUITE_P(
                     BadFolder{"browser.ini", "[Skin]\r\ndefault\r\n", {"[autocomplete]", "number"}},
                     BadFolder{"browser.ini", "[AutoComplete]\r\n\r\n", {"[autocomplete]", "number"}},
                     BadFolder{"browser.ini", "[AutoComplete]\r\n1x\r\n", {"[autocomplete]", "1x"}},
+                    BadFolder{"browser.ini",
+                              "[AutoComplete]\r\n0\r\n[Popups]\r\n3\r\n[CookieTrap]\r\n",
+                              {"ends", "[cookietrap]"}},
+                    BadFolder{"browser.ini", "[AutoComplete]\r\n0\r\n[Search]", {"ends", "[search]"}},
                     BadFolder{
                         "browser.ini", "[AutoComplete]\r\n0\r\n[Popups]\r\n40000\r\n", {"[popups]", "40000"}},
                     BadFolder{"browser.ini", "[AutoComplete]\r\n0\r\n[NewTab]\r\n-99999\r\n", {"[newtab]"}}));
+
+TEST_F(Life, CanBeReadOnTheSplash) {
+  const auto light = [](uint32_t pixel) {
+    const auto part = [pixel](int shift) {
+      const double value = (pixel >> shift & 255) / 255.0;
+      return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0) + 0.05;
+  };
+  frmSplash splash(program);
+  const Bitmap& picture = *splash.Image1.Picture();
+  for (const Label* label : {&splash.Label1, &splash.Label2, &splash.Label3}) {
+    const PixelRect area = label->PixelBounds();
+    const double text = light(ToPixel(label->ForeColor));
+    double least = 21;
+    for (int y = area.Top; y < area.Bottom(); ++y)
+      for (int x = area.Left; x < area.Right(); ++x) {
+        const double ground = light(picture.Pixels[static_cast<size_t>(y * picture.Width + x)]);
+        least = std::min(least, std::max(text, ground) / std::min(text, ground));
+      }
+    EXPECT_GE(least, 7) << label->Caption();
+  }
+}
 
 TEST_F(Life, NamesTheStandardLibrarysFailuresToo) {
   std::string message;

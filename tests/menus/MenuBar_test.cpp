@@ -10,6 +10,7 @@ TEST(MenuBar, HighlightsUnderTheMouseAndOpensNothingBeforeAClick) {
   MenuRig rig;
   EXPECT_EQ(rig.Highlighted(), "");
   for (Label* label : rig.Labels()) {
+    EXPECT_LE(rig.main().TextWidth(label->Caption()), label->Width) << label->Caption();
     rig.Over(*label);
     EXPECT_EQ(rig.Highlighted(), label->Caption());
     EXPECT_EQ(label->ForeColor, rig.program.colours.MenuHiTextColour);

@@ -135,9 +135,10 @@ TEST_F(SkinTest, TheAnimationTakesItsIntervalFromTheIni) {
     LoadIni("[Animation]\r\n" + value + "\r\n");
     return main.events.Timer2.Interval();
   };
-  const std::pair<const char*, int> values[] = {
-      {"150", 150}, {" 40 ms", 40}, {"2.5", 2},       {"3.5", 4},     {"&h10 and on", 16}, {"fast", 0},
-      {"", 0},      {"0", 0},       {"65535", 65535}, {"65536", 123}, {"-1", 123},         {"1e99", 1}};
+  const std::pair<const char*, int> values[] = {{"150", 150},        {" 40 ms", 40}, {"2.5", 2},  {"3.5", 4},
+                                                {"&h10 and on", 16}, {"fast", 0},    {"", 0},     {"0", 0},
+                                                {"65535", 65535},    {"65536", 123}, {"-1", 123}, {"1e99", 1},
+                                                {"&hFFFFFFFFF", 123}};
   for (const auto& [value, expected] : values) EXPECT_EQ(interval(value), expected) << value;
   LoadIni("[menutext]\r\n1\r\n");
   EXPECT_EQ(main.events.Timer2.Interval, 0) << "an ini without the key stops it";
@@ -198,6 +199,7 @@ TEST_F(SkinTest, AKeyOnTheLastLineTakesTheSlotFromAllLaterReads) {
   WriteBitmap("A/left.bmp", 7);
   Load("A");
   EXPECT_EQ(WidthOf(skin.picLeft), 7) << "pictures need no slot";
+  EXPECT_TRUE(program.slot.IsOpen()) << "whoever didn't open the file doesn't give it back";
 }
 
 TEST_F(SkinTest, TilesReplaceWhatWasOnTheSurface) {
