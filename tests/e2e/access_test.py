@@ -19,7 +19,7 @@ class ScreenReader(ProgramTest):
         from gi.repository import GLib
         cls.heard = []
         cls.events = ["object:children-changed", "object:state-changed:selected",
-                      "object:property-change:accessible-name"]
+                      "object:property-change:accessible-name", "object:active-descendant-changed"]
         pyatspi.Registry.registerEventListener(cls.hear, *cls.events)
 
     @classmethod
@@ -159,6 +159,21 @@ class ScreenReader(ProgramTest):
         self.one(pyatspi.ROLE_MENU_ITEM, "Select All")
         self.press(self.all(pyatspi.ROLE_PAGE_TAB)[0])
         self.wait(lambda: not self.all(pyatspi.ROLE_MENU_ITEM), "the end of the menu")
+
+    def test_the_addresses_can_be_read_row_by_row(self):
+        program = self.program()
+        program.type_address(self.second)
+        program.wait_title("Second page")
+        program.type_address(self.first)
+        program.wait_title("First page")
+        program.click(400, 57)
+        self.heard.clear()
+        program.key("Down", "Down")
+        rows = self.wait(lambda: self.all(pyatspi.ROLE_TABLE_CELL), "the rows")
+        self.assertEqual([row.name for row in rows], sorted([self.first, self.second]))
+        self.assertIn(rows[0].parent.name, "Addresses")
+        self.wait(lambda: any(event[0] == "object:active-descendant-changed" and event[3] and
+                              event[3].name == self.second for event in self.heard), "the news of the row")
 
     def heard_of(self, kind, source, detail=None):
         return any(event[0] == kind and event[1] == source and detail in (None, event[2]) for event in self.heard)

@@ -1,12 +1,11 @@
 #include "gtk/window/DropDown.h"
 
-#include <atkmm/object.h>
-#include <gdkmm/monitor.h>
-#include <gtkmm/cssprovider.h>
-
 #include <algorithm>
-#include <cmath>
+#include <memory>
+#include <utility>
 
+#include "gtk/base/GObjects.h"
+#include "gtk/window/Style.h"
 #include "platform/Text.h"
 
 namespace {
@@ -14,13 +13,18 @@ namespace {
 constexpr size_t MostRows = 12;
 constexpr int LeastWidth = 200;  // pixels; a field may be too narrow to read anything under it
 constexpr int Border = 1, RowPadding = 2, TextIndent = 5;  // pixels
-constexpr long WheelRows = 3;
 // More characters of an item than any screen shows in a row.
 constexpr size_t RowCharacters = 1000;
 
-constexpr const char* Style = R"(
-  .drop-down { background: #ffffff; border: 1px solid #7f8a99; }
-  .drop-down-list { font-size: 11px; }
+constexpr const char* FrameStyle = ".drop-down { background: #ffffff; border: 1px solid #7f8a99; }";
+constexpr const char* ListStyle = R"(
+  treeview {
+    font-size: 11px; color: #000000; background: #ffffff;
+    -GtkTreeView-horizontal-separator: 0; -GtkTreeView-vertical-separator: 0;
+  }
+  treeview:selected { color: #ffffff; background: #316ac5; }
+)";
+constexpr const char* BarStyle = R"(
   scrollbar, scrollbar trough { background: #eef0f3; border: none; margin: 0; padding: 0; }
   scrollbar slider {
     background: #a9b1bc; border: 3px solid #eef0f3; border-radius: 6px; margin: 0; min-width: 6px; min-height: 24px;
@@ -28,181 +32,167 @@ constexpr const char* Style = R"(
   scrollbar slider:hover, scrollbar slider:active { background: #7f8a99; }
 )";
 
-void Ink(const Cairo::RefPtr<Cairo::Context>& cairo, unsigned rgb) {
-  cairo->set_source_rgb((rgb >> 16 & 255) / 255.0, (rgb >> 8 & 255) / 255.0, (rgb & 255) / 255.0);
+using OwnedPath = std::unique_ptr<GtkTreePath, decltype(&gtk_tree_path_free)>;
+
+OwnedPath PathOf(size_t index) {
+  return {gtk_tree_path_new_from_indices(static_cast<int>(index), -1), &gtk_tree_path_free};
 }
+
+size_t IndexOf(GtkTreePath* path) { return static_cast<size_t>(gtk_tree_path_get_indices(path)[0]); }
 
 }  // namespace
 
-DropDown::DropDown(const ComboBox& combo)
-    : combo_(combo), scroll_(Gtk::Adjustment::create(0, 0, 0)), bar_(scroll_, Gtk::ORIENTATION_VERTICAL) {
-  const auto css = Gtk::CssProvider::create();
-  css->load_from_data(Style);
-  for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&box_, &list_, &bar_})
-    widget->get_style_context()->add_provider(css, GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-  box_.get_style_context()->add_class("drop-down");
-  list_.get_style_context()->add_class("drop-down-list");
-
-  popup_.set_type_hint(Gdk::WINDOW_TYPE_HINT_COMBO);
-  popup_.set_resizable(false);
-  popup_.add(box_);
-  box_.pack_start(list_, Gtk::PACK_EXPAND_WIDGET);
-  box_.pack_end(bar_, Gtk::PACK_SHRINK);
-  box_.show();
-  list_.show();
-  list_.add_events(Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::POINTER_MOTION_MASK |
-                   Gdk::SCROLL_MASK | Gdk::SMOOTH_SCROLL_MASK);
-  list_.signal_draw().connect([this](const Cairo::RefPtr<Cairo::Context>& cairo) { return Draw(cairo); });
-  list_.signal_motion_notify_event().connect([this](GdkEventMotion* event) {
-    Hover(event->y);
-    return true;
-  });
-  list_.signal_scroll_event().connect([this](GdkEventScroll* event) {
-    Scroll(*event);
-    return true;
-  });
-  list_.signal_button_release_event().connect([this](GdkEventButton* event) {
-    const auto row = RowAt(event->y);
-    if (event->button == 1 && row) Choose(*row);
-    return true;
-  });
-  scroll_->signal_value_changed().connect([this] { list_.queue_draw(); });
-  popup_.signal_button_press_event().connect([this](GdkEventButton* event) { return Press(*event); });
-  const auto key = [this](GdkEventKey* event) {
-    if (Key) Key(event);
-    return true;
-  };
-  popup_.signal_key_press_event().connect(key, false);
-  popup_.signal_key_release_event().connect(key, false);
-  popup_.signal_grab_broken_event().connect([this](GdkEventGrabBroken*) {
-    Close();
-    return true;
-  });
+DropDown::DropDown(const ComboBox& combo, Callbacks::Runner runner)
+    : combo_(combo), popup_(gtk_window_new(GTK_WINDOW_POPUP)), callbacks_(std::move(runner)) {
+  Build();
+  Listen();
 }
 
 DropDown::~DropDown() { Close(); }
 
-void DropDown::Open(Gtk::Widget& field, const std::string& text) {
-  if (IsOpen() || !field.get_mapped()) return;
-  field_ = &field;
+void DropDown::Build() {
+  GtkCellRenderer* text = gtk_cell_renderer_text_new();
+  g_object_set(text, "ellipsize", PANGO_ELLIPSIZE_END, "single-paragraph-mode", TRUE, "xpad", TextIndent,
+               "ypad", RowPadding, nullptr);
+  GtkTreeViewColumn* column = gtk_tree_view_column_new_with_attributes("", text, "text", 0, nullptr);
+  gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
+
+  list_ = GTK_TREE_VIEW(gtk_tree_view_new());
+  gtk_tree_view_append_column(list_, column);
+  gtk_tree_view_set_fixed_height_mode(list_, TRUE);
+  gtk_tree_view_set_headers_visible(list_, FALSE);
+  gtk_tree_view_set_enable_search(list_, FALSE);
+  gtk_tree_view_set_hover_selection(list_, TRUE);
+  gtk_tree_view_set_activate_on_single_click(list_, TRUE);
+  AddStyle(GTK_WIDGET(list_), ListStyle);
+  atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(list_)), "Addresses");
+
+  scrolled_ = gtk_scrolled_window_new(nullptr, nullptr);
+  gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(scrolled_), FALSE);
+  gtk_style_context_add_class(gtk_widget_get_style_context(scrolled_), "drop-down");
+  AddStyle(scrolled_, FrameStyle);
+  AddStyle(gtk_scrolled_window_get_vscrollbar(GTK_SCROLLED_WINDOW(scrolled_)), BarStyle);
+  gtk_container_add(GTK_CONTAINER(scrolled_), GTK_WIDGET(list_));
+  gtk_widget_show_all(scrolled_);
+
+  GtkWindow* window = GTK_WINDOW(popup_.get());
+  gtk_window_set_type_hint(window, GDK_WINDOW_TYPE_HINT_COMBO);
+  gtk_window_set_resizable(window, FALSE);
+  gtk_container_add(GTK_CONTAINER(window), scrolled_);
+}
+
+void DropDown::Listen() {
+  using Activated = void(GtkTreeView*, GtkTreePath*, GtkTreeViewColumn*);
+  callbacks_.On<Activated>(list_, "row-activated",
+                           [this](auto*, GtkTreePath* path, auto*) { Choose(IndexOf(path)); });
+  callbacks_.On<gboolean(GtkWidget*, GdkEventButton*)>(
+      popup_.get(), "button-press-event", [this](auto*, GdkEventButton* event) { return Press(*event); });
+  for (const char* signal : {"key-press-event", "key-release-event"})
+    callbacks_.On<gboolean(GtkWidget*, GdkEventKey*)>(popup_.get(), signal,
+                                                      [this](auto*, GdkEventKey* event) {
+                                                        if (Key) Key(event);
+                                                        return TRUE;
+                                                      });
+  callbacks_.On<gboolean(GtkWidget*, GdkEventGrabBroken*)>(popup_.get(), "grab-broken-event",
+                                                           [this](auto*, auto*) {
+                                                             Close();
+                                                             return TRUE;
+                                                           });
+}
+
+void DropDown::Open(GtkWidget* field, const std::string& text) {
+  if (IsOpen() || !gtk_widget_get_mapped(field)) return;
+  field_ = field;
   nearest_ = combo_.ListIndex ? combo_.ListIndex(text) : 0;
-  highlighted_.reset();
+  Fill();
   Place();
-  scroll_->set_value(static_cast<double>(nearest_) * row_height_);
-  if (nearest_ < Count() && Text::SameWithoutCase(combo_.List(nearest_), text)) Highlight(nearest_);
-  popup_.show();
+  if (nearest_ < Count()) {
+    gtk_tree_view_scroll_to_cell(list_, PathOf(nearest_).get(), nullptr, TRUE, 0, 0);
+    if (Text::SameWithoutCase(combo_.List(nearest_), text)) Highlight(nearest_);
+  }
+  gtk_widget_show(popup_.get());
   Grab();
 }
 
 void DropDown::Close() {
   if (!IsOpen()) return;
-  popup_.remove_modal_grab();
-  if (grabbed_) gdk_seat_ungrab(gdk_display_get_default_seat(popup_.get_display()->gobj()));
-  grabbed_ = false;
-  popup_.hide();
+  gtk_grab_remove(popup_.get());
+  if (std::exchange(grabbed_, false))
+    gdk_seat_ungrab(gdk_display_get_default_seat(gtk_widget_get_display(popup_.get())));
+  gtk_widget_hide(popup_.get());
+  gtk_tree_view_set_model(list_, nullptr);
 }
 
 void DropDown::Refresh() {
   if (!IsOpen()) return;
-  highlighted_.reset();
   nearest_ = 0;
+  Fill();
   Place();
-  list_.queue_draw();
+}
+
+// All rows in one step, with nobody looking on.
+void DropDown::Fill() {
+  const Owned<GtkListStore> rows(gtk_list_store_new(1, G_TYPE_STRING));
+  for (size_t index = 0, count = Count(); index < count; ++index) {
+    const std::string text = Text::Valid(Text::Left(combo_.List(index), RowCharacters));
+    gtk_list_store_insert_with_values(rows.get(), nullptr, -1, 0, text.c_str(), -1);
+  }
+  gtk_tree_view_set_model(list_, GTK_TREE_MODEL(rows.get()));
+}
+
+int DropDown::RowHeight() const {
+  int height = 0;
+  gtk_tree_view_column_cell_get_size(gtk_tree_view_get_column(list_, 0), nullptr, nullptr, nullptr, nullptr,
+                                     &height);
+  return std::max(1, height);
 }
 
 // Under the field, or above it where there is more room.
 void DropDown::Place() {
-  auto* toplevel = dynamic_cast<Gtk::Window*>(field_->get_toplevel());
-  if (toplevel) popup_.set_transient_for(*toplevel);
-  row_height_ = 2 * RowPadding + [this] {
-    int width = 0, height = 0;
-    list_.create_pango_layout("Xg")->get_pixel_size(width, height);
-    return height;
-  }();
+  GtkWidget* toplevel = gtk_widget_get_toplevel(field_);
+  GtkWindow* window = GTK_WINDOW(popup_.get());
+  if (GTK_IS_WINDOW(toplevel)) gtk_window_set_transient_for(window, GTK_WINDOW(toplevel));
   const size_t rows = std::clamp<size_t>(Count(), 1, MostRows);
-  const int height = static_cast<int>(rows) * row_height_ + 2 * Border;
+  const int height = static_cast<int>(rows) * RowHeight() + 2 * Border;
 
-  const Gtk::Allocation field = field_->get_allocation();
+  GtkAllocation field;
+  gtk_widget_get_allocation(field_, &field);
   int left = 0, top = 0;
-  field_->get_window()->get_origin(left, top);
-  left += field.get_x();
-  top += field.get_y();
-  Gdk::Rectangle area;
-  field_->get_display()->get_monitor_at_point(left, top)->get_workarea(area);
-  const int below = top + field.get_height();
-  const bool above = below + height > area.get_y() + area.get_height() && top - height >= area.get_y();
+  gdk_window_get_origin(gtk_widget_get_window(field_), &left, &top);
+  if (!gtk_widget_get_has_window(field_)) {
+    left += field.x;
+    top += field.y;
+  }
+  GdkRectangle area;
+  gdk_monitor_get_workarea(gdk_display_get_monitor_at_point(gtk_widget_get_display(field_), left, top),
+                           &area);
+  const int below = top + field.height;
+  const bool above = below + height > area.y + area.height && top - height >= area.y;
 
-  scroll_->configure(scroll_->get_value(), 0, static_cast<double>(Count()) * row_height_, row_height_,
-                     static_cast<double>(rows) * row_height_, static_cast<double>(rows) * row_height_);
-  bar_.set_visible(Count() > rows);
-  popup_.set_size_request(std::max(field.get_width(), LeastWidth), height);
-  popup_.move(left, above ? top - height : below);
+  gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scrolled_), GTK_POLICY_NEVER,
+                                 Count() > rows ? GTK_POLICY_ALWAYS : GTK_POLICY_NEVER);
+  gtk_widget_set_size_request(popup_.get(), std::max(field.width, LeastWidth), height);
+  gtk_window_move(window, left, above ? top - height : below);
 }
 
 void DropDown::Grab() {
   // The toolkit's grab keeps the press that closes the list from acting on what lies under it; the window
   // system's brings the presses outside the program.
-  popup_.add_modal_grab();
-  GdkWindow* window = popup_.get_window()->gobj();
-  grabbed_ = gdk_seat_grab(gdk_display_get_default_seat(gdk_window_get_display(window)), window,
-                           GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE, nullptr, nullptr, nullptr,
-                           nullptr) == GDK_GRAB_SUCCESS;
-}
-
-bool DropDown::Draw(const Cairo::RefPtr<Cairo::Context>& cairo) {
-  const int width = list_.get_allocated_width(), height = list_.get_allocated_height();
-  Ink(cairo, 0xFFFFFF);
-  cairo->paint();
-  const auto layout = list_.create_pango_layout("");
-  layout->set_single_paragraph_mode(true);
-  layout->set_ellipsize(Pango::ELLIPSIZE_END);
-  layout->set_width(std::max(0, width - 2 * TextIndent) * PANGO_SCALE);
-  const auto first = static_cast<size_t>(scroll_->get_value()) / static_cast<size_t>(row_height_);
-  double y = static_cast<double>(first) * row_height_ - std::floor(scroll_->get_value());
-  for (size_t row = first; row < Count() && y < height; ++row, y += row_height_) {
-    if (row == highlighted_) {
-      Ink(cairo, 0x316AC5);
-      cairo->rectangle(0, y, width, row_height_);
-      cairo->fill();
-    }
-    Ink(cairo, row == highlighted_ ? 0xFFFFFF : 0x000000);
-    layout->set_text(RowText(row));
-    cairo->move_to(TextIndent, y + RowPadding);
-    layout->show_in_cairo_context(cairo);
-  }
-  return true;
-}
-
-std::string DropDown::RowText(size_t index) const {
-  return Text::Valid(Text::Left(combo_.List(index), RowCharacters));
-}
-
-std::optional<size_t> DropDown::RowAt(double y) const {
-  if (y < 0 || y >= list_.get_allocated_height()) return {};
-  const auto row = static_cast<size_t>((scroll_->get_value() + y) / row_height_);
-  return row < Count() ? std::optional(row) : std::nullopt;
+  gtk_grab_add(popup_.get());
+  grabbed_ = gdk_seat_grab(gdk_display_get_default_seat(gtk_widget_get_display(popup_.get())),
+                           gtk_widget_get_window(popup_.get()), GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE,
+                           nullptr, nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
 }
 
 bool DropDown::Press(const GdkEventButton& event) {
   int left = 0, top = 0;
-  popup_.get_window()->get_origin(left, top);
+  gdk_window_get_origin(gtk_widget_get_window(popup_.get()), &left, &top);
   const double x = event.x_root - left, y = event.y_root - top;
-  if (x < 0 || y < 0 || x >= popup_.get_width() || y >= popup_.get_height()) Close();
+  if (x >= 0 && y >= 0 && x < gtk_widget_get_allocated_width(popup_.get()) &&
+      y < gtk_widget_get_allocated_height(popup_.get()))
+    return false;
+  Close();
   return true;
-}
-
-void DropDown::Scroll(const GdkEventScroll& event) {
-  double turns = event.direction == GDK_SCROLL_UP ? -1 : event.direction == GDK_SCROLL_DOWN ? 1 : 0;
-  if (event.direction == GDK_SCROLL_SMOOTH) turns = event.delta_y;
-  scroll_->set_value(scroll_->get_value() + turns * WheelRows * row_height_);
-  Hover(event.y);
-}
-
-void DropDown::Hover(double y) {
-  const auto row = RowAt(y);
-  if (!row || row == highlighted_) return;
-  highlighted_ = row;
-  list_.queue_draw();
 }
 
 bool DropDown::TakeKey(const GdkEventKey& event) {
@@ -240,8 +230,8 @@ bool DropDown::TakeKey(const GdkEventKey& event) {
     case GDK_KEY_Return:
     case GDK_KEY_KP_Enter:
     case GDK_KEY_ISO_Enter:
-      if (!highlighted_) return false;
-      Choose(*highlighted_);
+      if (!Highlighted()) return false;
+      Choose(*Highlighted());
       return true;
     default:
       return false;
@@ -250,16 +240,29 @@ bool DropDown::TakeKey(const GdkEventKey& event) {
 
 void DropDown::MoveBy(long rows) {
   if (Count() == 0) return;
+  const auto highlighted = Highlighted();
   // With nothing highlighted, the first step down shows the item nearest to the text.
-  const long from = static_cast<long>(highlighted_.value_or(nearest_)) - (!highlighted_ && rows > 0 ? 1 : 0);
+  const long from = static_cast<long>(highlighted.value_or(nearest_)) - (!highlighted && rows > 0 ? 1 : 0);
   Highlight(static_cast<size_t>(std::clamp(from + rows, 0L, static_cast<long>(Count()) - 1)));
 }
 
+std::optional<size_t> DropDown::Highlighted() const {
+  GtkTreeModel* rows = nullptr;
+  GtkTreeIter row;
+  if (!gtk_tree_selection_get_selected(gtk_tree_view_get_selection(list_), &rows, &row)) return {};
+  const OwnedPath path(gtk_tree_model_get_path(rows, &row), &gtk_tree_path_free);
+  return IndexOf(path.get());
+}
+
 void DropDown::Highlight(size_t index) {
-  highlighted_ = index;
-  scroll_->clamp_page(static_cast<double>(index) * row_height_, static_cast<double>(index + 1) * row_height_);
-  list_.get_accessible()->set_name(RowText(index));
-  list_.queue_draw();
+  const OwnedPath path = PathOf(index);
+  gtk_tree_selection_select_path(gtk_tree_view_get_selection(list_), path.get());
+  gtk_tree_view_scroll_to_cell(list_, path.get(), nullptr, FALSE, 0, 0);
+  // The keyboard stays with the field, so a screen reader has to be told where the user is. The first of the
+  // list's parts is the column's head.
+  AtkObject* list = gtk_widget_get_accessible(GTK_WIDGET(list_));
+  const Owned<AtkObject> row(atk_object_ref_accessible_child(list, static_cast<int>(index) + 1));
+  if (row) g_signal_emit_by_name(list, "active-descendant-changed", row.get());
 }
 
 void DropDown::Choose(size_t index) {

@@ -1,23 +1,22 @@
 #pragma once
 
-#include <gtkmm/adjustment.h>
-#include <gtkmm/box.h>
-#include <gtkmm/drawingarea.h>
-#include <gtkmm/scrollbar.h>
-#include <gtkmm/window.h>
+#include <gtk/gtk.h>
 
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 
+#include "gtk/base/Callbacks.h"
+#include "gtk/base/Widgets.h"
 #include "platform/ComboBox.h"
 
-// The list that a field drops: a window of its own under the field that asks for the items in view only,
-// however many there are. While it is open it has the mouse, and the keys go to the field, which hands it
-// those that it takes.
+// The list that a field drops: a window of its own under the field, whose rows a screen reader can read.
+// While it is open it has the mouse, and the keys go to the field, which hands it those that it takes.
 class DropDown {
  public:
-  explicit DropDown(const ComboBox& combo);
+  DropDown(const ComboBox& combo, Callbacks::Runner runner);
+  DropDown(const DropDown&) = delete;
   ~DropDown();
 
   // An item was chosen, and the list is closed.
@@ -25,10 +24,10 @@ class DropDown {
   // A key that came to the open list.
   std::function<void(GdkEventKey* event)> Key;
 
-  bool IsOpen() const { return popup_.get_visible(); }
+  bool IsOpen() const { return gtk_widget_get_visible(popup_.get()); }
   // Under `field`, as wide where that can be read, at the place of `text`, which is highlighted where it is
   // an item.
-  void Open(Gtk::Widget& field, const std::string& text);
+  void Open(GtkWidget* field, const std::string& text);
   void Close();
   // The list has changed.
   void Refresh();
@@ -37,30 +36,26 @@ class DropDown {
   bool TakeKey(const GdkEventKey& event);
 
  private:
+  void Build();
+  void Listen();
+  void Fill();
   void Place();
+  int RowHeight() const;
   void Grab();
-  bool Draw(const Cairo::RefPtr<Cairo::Context>& cairo);
   bool Press(const GdkEventButton& event);
-  void Scroll(const GdkEventScroll& event);
-  void Hover(double y);
   void MoveBy(long rows);
+  std::optional<size_t> Highlighted() const;
   void Highlight(size_t index);
   void Choose(size_t index);
 
   size_t Count() const { return combo_.ListCount ? combo_.ListCount() : 0; }
-  std::optional<size_t> RowAt(double y) const;
-  // What can be drawn of an item in a row.
-  std::string RowText(size_t index) const;
 
   const ComboBox& combo_;
-  Gtk::Widget* field_ = nullptr;
-  Gtk::Window popup_{Gtk::WINDOW_POPUP};
-  Gtk::Box box_;
-  Gtk::DrawingArea list_;
-  Glib::RefPtr<Gtk::Adjustment> scroll_;  // pixels
-  Gtk::Scrollbar bar_;
-  int row_height_ = 1;  // pixels
-  std::optional<size_t> highlighted_;
+  GtkWidget* field_ = nullptr;
+  OwnedToplevel popup_;
+  GtkWidget* scrolled_ = nullptr;
+  GtkTreeView* list_ = nullptr;
   size_t nearest_ = 0;  // where the keys start while nothing is highlighted
   bool grabbed_ = false;
+  Callbacks callbacks_;
 };

@@ -1,13 +1,11 @@
 #include "gtk/window/GtkComboField.h"
 
-#include <atkmm/object.h>
-#include <gtkmm/cssprovider.h>
-#include <gtkmm/fixed.h>
-
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <utility>
 
+#include "gtk/window/Style.h"
 #include "platform/Text.h"
 
 namespace {
@@ -17,13 +15,15 @@ constexpr double ClickSlack = 4;    // pixels that the mouse may move within a c
 constexpr int NarrowestEntry = 10;  // pixels; in a narrower field the button hides part of it
 
 // The field is as low as the bar that it stands on: nothing of a theme may make it taller.
-constexpr const char* Style = R"(
+constexpr const char* EntryStyle = R"(
   entry {
     min-height: 0; min-width: 0; padding: 0 4px; margin: 0;
     font-size: 11px; color: #000000; caret-color: #000000; background: #ffffff;
     border: 1px solid #7f8a99; border-right-width: 0; border-radius: 0; box-shadow: none; outline-width: 0;
   }
   entry selection { color: #ffffff; background: #316ac5; }
+)";
+constexpr const char* ButtonStyle = R"(
   button {
     min-height: 0; min-width: 0; padding: 0; margin: 0;
     color: #26303c; background: linear-gradient(#fbfcfd, #dde2e8);
@@ -74,63 +74,21 @@ bool Opens(const GdkEventKey& event) {
 
 }  // namespace
 
-// The entry and its button side by side in whatever room there is: the bar may leave the field next to none.
-class GtkComboField::Pair : public Gtk::Fixed {
- public:
-  Pair(Gtk::Entry& entry, Gtk::Button& button) : entry_(entry), button_(button) {
-    put(entry, 0, 0);
-    put(button, 0, 0);
-    show_all();
-  }
-
- protected:
-  void get_preferred_width_vfunc(int& minimum, int& natural) const override { minimum = natural = 0; }
-  void get_preferred_height_vfunc(int& minimum, int& natural) const override { minimum = natural = 0; }
-  void get_preferred_width_for_height_vfunc(int, int& minimum, int& natural) const override {
-    minimum = natural = 0;
-  }
-  void get_preferred_height_for_width_vfunc(int, int& minimum, int& natural) const override {
-    minimum = natural = 0;
-  }
-  void on_size_allocate(Gtk::Allocation& room) override {
-    set_allocation(room);
-    const int button = std::min(ButtonWidth, room.get_width()), entry = room.get_width() - button;
-    Give(entry_, room.get_x(), std::max(entry, NarrowestEntry), room);
-    Give(button_, room.get_x() + entry, button, room);
-  }
-
- private:
-  static void Give(Gtk::Widget& widget, int x, int width, const Gtk::Allocation& room) {
-    int minimum = 0, natural = 0;
-    widget.get_preferred_width(minimum, natural);  // the toolkit wants to be asked
-    Gtk::Allocation place(x, room.get_y(), width, room.get_height());
-    widget.size_allocate(place);
-  }
-
-  Gtk::Entry& entry_;
-  Gtk::Button& button_;
-};
-
 GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
-    : ComboBox(&parent, place), gate_(gate), pair_(std::make_unique<Pair>(entry_, button_)) {
+    : ComboBox(&parent, place),
+      list_(*this, [&gate](const auto& handler) { gate.Run(handler); }),
+      pair_(GTK_WIDGET(g_object_ref_sink(gtk_overlay_new()))),
+      entry_(GTK_ENTRY(gtk_entry_new())),
+      button_(gtk_button_new_from_icon_name("pan-down-symbolic", GTK_ICON_SIZE_MENU)),
+      callbacks_([&gate](const auto& handler) { gate.Run(handler); }) {
   Dress();
-  entry_.signal_changed().connect([this] {
-    if (!setting_) text_ = entry_.get_text();
+  LayOut();
+  ListenToKeys();
+  ListenToMouse();
+  callbacks_.On<void(GtkEntry*)>(entry_, "changed", [this](auto*) {
+    if (!setting_) text_ = gtk_entry_get_text(entry_);
   });
-  entry_.signal_key_press_event().connect([this](GdkEventKey* event) { return EntryKeyPress(event); }, false);
-  entry_.signal_key_release_event().connect([this](GdkEventKey* event) { return EntryKeyRelease(*event); },
-                                            false);
-  const auto preedit = +[](GtkEntry*, const char* text, gpointer self) {
-    static_cast<GtkComboField*>(self)->composing_ = *text != '\0';
-  };
-  g_signal_connect(entry_.gobj(), "preedit-changed", G_CALLBACK(preedit), this);
-  WireClicks();
-  entry_.signal_focus_out_event().connect([this](GdkEventFocus*) {
-    list_.Close();
-    return false;
-  });
-  entry_.signal_unmap().connect([this] { list_.Close(); });
-  button_.signal_clicked().connect([this] { ToggleList(); });
+  callbacks_.On<void(GtkWidget*)>(entry_, "unmap", [this](auto*) { list_.Close(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
   list_.Key = [this](GdkEventKey* event) {
     // Escape closes the list and nothing else.
@@ -140,23 +98,73 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   };
 }
 
-GtkComboField::~GtkComboField() = default;
-
-GtkWidget* GtkComboField::Widget() { return GTK_WIDGET(pair_->gobj()); }
+GtkComboField::~GtkComboField() { gtk_widget_destroy(pair_.get()); }
 
 void GtkComboField::Dress() {
-  const auto css = Gtk::CssProvider::create();
-  css->load_from_data(Style);
-  for (Gtk::Widget* widget : std::initializer_list<Gtk::Widget*>{&entry_, &button_})
-    widget->get_style_context()->add_provider(css, GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-  entry_.set_width_chars(0);
-  entry_.set_input_purpose(Gtk::INPUT_PURPOSE_URL);
-  entry_.set_input_hints(Gtk::INPUT_HINT_NO_SPELLCHECK);
-  entry_.property_truncate_multiline() = true;
-  entry_.get_accessible()->set_name("Address");
-  button_.set_image_from_icon_name("pan-down-symbolic", Gtk::ICON_SIZE_MENU);
-  button_.set_can_focus(false);
-  button_.get_accessible()->set_name("Show addresses");
+  AddStyle(GTK_WIDGET(entry_), EntryStyle);
+  AddStyle(button_, ButtonStyle);
+  gtk_entry_set_width_chars(entry_, 0);
+  gtk_entry_set_input_purpose(entry_, GTK_INPUT_PURPOSE_URL);
+  gtk_entry_set_input_hints(entry_, GTK_INPUT_HINT_NO_SPELLCHECK);
+  g_object_set(entry_, "truncate-multiline", TRUE, nullptr);
+  atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(entry_)), "Address");
+  gtk_widget_set_can_focus(button_, FALSE);
+  atk_object_set_name(gtk_widget_get_accessible(button_), "Show addresses");
+}
+
+// The entry and its button side by side in whatever room there is: the bar may leave the field next to none.
+// So neither of them asks for any.
+void GtkComboField::LayOut() {
+  GtkOverlay* pair = GTK_OVERLAY(pair_.get());
+  using Position = gboolean(GtkOverlay*, GtkWidget*, GdkRectangle*);
+  callbacks_.On<Position>(pair, "get-child-position", [this](auto*, GtkWidget* child, GdkRectangle* place) {
+    const int room = gtk_widget_get_allocated_width(pair_.get());
+    const int button = std::min(ButtonWidth, room);
+    int least = 0;
+    gtk_widget_get_preferred_width(child, &least, nullptr);  // the toolkit wants to be asked
+    *place = child == button_
+                 ? GdkRectangle{room - button, 0, button, gtk_widget_get_allocated_height(pair_.get())}
+                 : GdkRectangle{0, 0, std::max(room - button, NarrowestEntry),
+                                gtk_widget_get_allocated_height(pair_.get())};
+    return TRUE;
+  });
+  gtk_overlay_add_overlay(pair, GTK_WIDGET(entry_));
+  gtk_overlay_add_overlay(pair, button_);
+  gtk_widget_show_all(pair_.get());
+}
+
+void GtkComboField::ListenToKeys() {
+  using Key = gboolean(GtkWidget*, GdkEventKey*);
+  callbacks_.On<Key>(entry_, "key-press-event", [this](auto*, auto* event) { return EntryKeyPress(event); });
+  callbacks_.On<Key>(entry_, "key-release-event", [this](auto*, auto* event) {
+    EntryKeyRelease(*event);
+    return FALSE;
+  });
+  callbacks_.On<void(GtkEntry*, const char*)>(
+      entry_, "preedit-changed", [this](auto*, const char* text) { composing_ = *text != '\0'; });
+  using Focus = gboolean(GtkWidget*, GdkEventFocus*);
+  callbacks_.On<Focus>(entry_, "focus-in-event", [this](auto*, auto*) {
+    down_.clear();
+    WatchWindow();
+    return FALSE;
+  });
+  callbacks_.On<Focus>(entry_, "focus-out-event", [this](auto*, auto*) {
+    // Where these keys come up is nothing to the field any more.
+    down_.clear();
+    list_.Close();
+    return FALSE;
+  });
+}
+
+// What the window takes for itself, such as Ctrl+L, never reaches the entry.
+void GtkComboField::WatchWindow() {
+  GtkWidget* window = gtk_widget_get_toplevel(pair_.get());
+  callbacks_.Off(window);
+  callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(window, "event", [this](auto*, GdkEvent* event) {
+    if (event->type != GDK_KEY_PRESS && event->type != GDK_KEY_RELEASE) return FALSE;
+    if (std::exchange(passing_, event->type == GDK_KEY_PRESS)) down_.clear();
+    return FALSE;
+  });
 }
 
 void GtkComboField::SetText(const std::string& text) {
@@ -164,32 +172,34 @@ void GtkComboField::SetText(const std::string& text) {
   if (valid != text_) {
     text_ = std::move(valid);
     setting_ = true;
-    entry_.set_text(text_);
+    gtk_entry_set_text(entry_, text_.c_str());
     setting_ = false;
   }
-  entry_.set_position(0);
+  gtk_editable_set_position(GTK_EDITABLE(entry_), 0);
 }
 
 long GtkComboField::SelStart() const {
   int start = 0, end = 0;
-  entry_.get_selection_bounds(start, end);
+  if (!gtk_editable_get_selection_bounds(GTK_EDITABLE(entry_), &start, &end))
+    start = gtk_editable_get_position(GTK_EDITABLE(entry_));
   return start;
 }
 
 long GtkComboField::SelLength() const {
   int start = 0, end = 0;
-  entry_.get_selection_bounds(start, end);
+  gtk_editable_get_selection_bounds(GTK_EDITABLE(entry_), &start, &end);
   return end - start;
 }
 
 void GtkComboField::Select(long start, long length) {
-  const long size = entry_.get_text_length();
+  const long size = gtk_entry_get_text_length(entry_);
   const long from = std::clamp(start, 0L, size), to = std::clamp(start + length, from, size);
   // The cursor at the start: what was typed stays in view.
-  entry_.select_region(static_cast<int>(to), static_cast<int>(from));
+  gtk_editable_select_region(GTK_EDITABLE(entry_), static_cast<int>(to), static_cast<int>(from));
 }
 
 bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
+  passing_ = false;
   if (event->state & (GDK_CONTROL_MASK | GDK_MOD1_MASK))
     down_.clear();
   else
@@ -200,9 +210,7 @@ bool GtkComboField::EntryKeyPress(GdkEventKey* event) {
   list_key_ = 0;
   const int code = CodeOf(event->keyval);
   if (code == 13) return PressEnter(event);
-  gate_.Run([&] {
-    if (KeyPress) KeyPress(code);
-  });
+  if (KeyPress) KeyPress(code);
   // Up would leave the field.
   return code == 38;
 }
@@ -219,50 +227,44 @@ bool GtkComboField::GoesToList(const GdkEventKey& event) {
 
 bool GtkComboField::PressEnter(GdkEventKey* event) {
   // The key may end a composition that the input method doesn't show.
-  if (entry_.im_context_filter_keypress(event)) return true;
-  gate_.Run([this] {
-    if (KeyPress) KeyPress(13);
-  });
+  if (gtk_entry_im_context_filter_keypress(entry_, event)) return true;
+  if (KeyPress) KeyPress(13);
   return true;
 }
 
-bool GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
+void GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
   // What the list took was no key of the field's, even where it has closed the list.
-  if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return false;
-  // Nor was a shortcut, such as Ctrl+A here or Ctrl+L anywhere: completing behind it would undo what it did.
-  if (down_.erase(event.hardware_keycode) == 0) return false;
-  gate_.Run([&] {
-    if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
-  });
-  return false;
+  if (composing_ || list_.IsOpen() || std::exchange(list_key_, 0) == event.hardware_keycode) return;
+  // A release counts only with its press, and with no shortcut between, such as Ctrl+A here or Ctrl+L of the
+  // window: completing behind it would undo what it did.
+  if (down_.erase(event.hardware_keycode) == 0) return;
+  if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
 }
 
 // The first click selects the whole address, ready to be typed over, unless the mouse selects a part itself.
-void GtkComboField::WireClicks() {
-  entry_.signal_button_press_event().connect(
-      [this](GdkEventButton* event) {
-        first_click_ = entry_.has_focus() || event->button != 1 ? std::nullopt : std::optional(event->x);
-        return false;
-      },
-      false);
-  entry_.signal_button_release_event().connect(
-      [this](GdkEventButton* event) {
-        if (first_click_ && std::abs(event->x - *first_click_) < ClickSlack) entry_.select_region(0, -1);
-        first_click_.reset();
-        return false;
-      },
-      false);
+void GtkComboField::ListenToMouse() {
+  using Button = gboolean(GtkWidget*, GdkEventButton*);
+  callbacks_.On<Button>(entry_, "button-press-event", [this](GtkWidget* entry, GdkEventButton* event) {
+    const bool first = event->button == 1 && !gtk_widget_has_focus(entry);
+    first_click_ = first ? std::optional(event->x) : std::nullopt;
+    return FALSE;
+  });
+  callbacks_.On<Button>(entry_, "button-release-event", [this](GtkWidget* entry, GdkEventButton* event) {
+    if (first_click_ && std::abs(event->x - *first_click_) < ClickSlack)
+      gtk_editable_select_region(GTK_EDITABLE(entry), 0, -1);
+    first_click_.reset();
+    return FALSE;
+  });
+  callbacks_.On<void(GtkButton*)>(button_, "clicked", [this](auto*) { ToggleList(); });
 }
 
 void GtkComboField::ToggleList() {
   if (list_.IsOpen()) return list_.Close();
-  entry_.grab_focus_without_selecting();
-  list_.Open(*pair_, text_);
+  gtk_entry_grab_focus_without_selecting(entry_);
+  list_.Open(pair_.get(), text_);
 }
 
 void GtkComboField::Choose(size_t index) {
   SetText(List(index));
-  gate_.Run([this] {
-    if (Click) Click();
-  });
+  if (Click) Click();
 }

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <gtkmm/button.h>
-#include <gtkmm/entry.h>
+#include <gtk/gtk.h>
 
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 
+#include "gtk/base/Callbacks.h"
+#include "gtk/base/GObjects.h"
 #include "gtk/window/DropDown.h"
 #include "gtk/window/HasWidget.h"
 #include "platform/ComboBox.h"
@@ -19,7 +19,7 @@ class GtkComboField : public ComboBox, public HasWidget {
   GtkComboField(Control& parent, const Place& place, Events& gate);
   ~GtkComboField() override;
 
-  GtkWidget* Widget() override;
+  GtkWidget* Widget() override { return pair_.get(); }
 
   std::string Text() const override { return text_; }
   // Text that isn't valid UTF-8 is made so. Of a text beyond what the entry holds, 64 KB, the rest isn't
@@ -28,32 +28,34 @@ class GtkComboField : public ComboBox, public HasWidget {
   long SelStart() const override;
   long SelLength() const override;
   void Select(long start, long length) override;
-  void SetFocus() override { entry_.grab_focus(); }
+  void SetFocus() override { gtk_widget_grab_focus(GTK_WIDGET(entry_)); }
   void ListChanged() override { list_.Refresh(); }
 
  private:
-  class Pair;
-
   void Dress();
+  void LayOut();
+  void ListenToKeys();
+  void ListenToMouse();
+  void WatchWindow();
   bool EntryKeyPress(GdkEventKey* event);
   // Whether the list takes a key; any other key closes it.
   bool GoesToList(const GdkEventKey& event);
-  bool EntryKeyRelease(const GdkEventKey& event);
+  void EntryKeyRelease(const GdkEventKey& event);
   bool PressEnter(GdkEventKey* event);
-  void WireClicks();
   void ToggleList();
   void Choose(size_t index);
 
-  Events& gate_;
-  DropDown list_{*this};  // outlives the entry, which closes it
-  Gtk::Entry entry_;
-  Gtk::Button button_;
-  std::unique_ptr<Pair> pair_;
+  DropDown list_;  // outlives the entry, which closes it
+  Owned<GtkWidget> pair_;
+  GtkEntry* entry_;    // in the pair
+  GtkWidget* button_;  // in the pair
   std::string text_;
   bool setting_ = false;    // the text is the program's, not the user's
   bool composing_ = false;  // an input method is at work
   std::set<guint16> down_;  // keys that went down here, without Ctrl or Alt, and aren't up yet
+  bool passing_ = false;    // a key's press is on its way through the window and hasn't come here
   guint16 list_key_ = 0;    // the key that went to the list and isn't up yet
   // Where the mouse button went down that gave the field the keyboard, in pixels, until it is up again.
   std::optional<double> first_click_;
+  Callbacks callbacks_;
 };
