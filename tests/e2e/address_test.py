@@ -32,6 +32,14 @@ class AddressField(ProgramTest):
         program.key("BackSpace", "Return")
         wait_for(lambda: self.requests(start[start.rindex("/"):]) == 1, "the address as it was left")
 
+    def test_completion_can_be_switched_off(self):
+        page = self.page("/other-page", "<title>Other</title>")
+        listed = (page + "\r\n").encode()
+        program = self.start(page, home=self.home({"autocomplete.dat": listed}, AutoComplete=1))
+        program.wait_title("Other")
+        program.type_address(page[:-2])
+        wait_for(lambda: self.requests("/other-pa") == 1, "the address as it was typed")
+
     def test_behind_a_shortcut_the_whole_address_is_typed_over(self):
         program = self.begin()
         for keys in (["key", "ctrl+l"], ["key", "ctrl+l", "key", "ctrl+l"], ["key", "ctrl+plus", "key", "ctrl+l"]):

@@ -1,6 +1,7 @@
 """The real program on a real screen: Xvfb, openbox, a session bus, a local web server."""
 
 import atexit
+import contextlib
 import faulthandler
 import functools
 import http.server
@@ -67,6 +68,8 @@ class Screen:
                          "--address=unix:dir=" + os.environ["XDG_RUNTIME_DIR"])
         os.environ.update(DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS=bus, GDK_BACKEND="x11", LANG="C.UTF-8",
                           GTK_THEME="Adwaita", NO_AT_BRIDGE="0")
+        os.environ.setdefault("LSAN_OPTIONS", "suppressions=" + os.path.join(ROOT, "tests", "leaks_of_libraries.txt"))
+        os.environ.setdefault("UBSAN_OPTIONS", "print_stacktrace=1")
         os.environ.pop("GDK_SCALE", None)
         self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
         wait_for(lambda: "openbox" in run("wmctrl", "-m", check=False).lower(), "the window manager")
@@ -144,6 +147,17 @@ class Server:
         self.http.server_close()
 
 
+def set_values(home, **settings):
+    """Changes values of a folder's browser.ini."""
+    path = os.path.join(home, "browser.ini")
+    with open(path, newline="") as file:
+        text = file.read()
+    for key, value in settings.items():
+        text = re.sub(rf"(?i)(\[{key}\]\r\n).*?\r\n", lambda match: f"{match[1]}{value}\r\n", text)
+    with open(path, "w", newline="") as file:
+        file.write(text)
+
+
 def children_of(pid):
     """All processes below one, by the process table."""
     parents = {}
@@ -175,7 +189,7 @@ class Marlowick:
             os.makedirs(os.path.join(self.home, "engine"), exist_ok=True)
             with open(os.path.join(self.home, "engine", "engine.ini"), "w") as file:
                 file.write(f"[Element]\nproxy=by hand\nproxy address={proxy}\n")
-        self.last_words = ""
+        self.window, self.last_words = None, ""
         self.errors = stderr or tempfile.TemporaryFile("w+", errors="replace")
         self.own_errors = stderr is None
         self.process = subprocess.Popen([PROGRAM, *arguments], stderr=self.errors,
@@ -196,14 +210,7 @@ class Marlowick:
             return file.read()
 
     def set(self, **settings):
-        """Changes values of browser.ini."""
-        path = os.path.join(self.home, "browser.ini")
-        with open(path, newline="") as file:
-            text = file.read()
-        for key, value in settings.items():
-            text = re.sub(rf"(?i)(\[{key}\]\r\n).*?\r\n", lambda match: f"{match[1]}{value}\r\n", text)
-        with open(path, "w", newline="") as file:
-            file.write(text)
+        set_values(self.home, **settings)
 
     def find_window(self):
         for window in self.windows():
@@ -278,24 +285,32 @@ class Marlowick:
 
         return wait_for(look, f'a window called "{title}"', seconds)
 
-    def press(self, window, name):
-        """The mouse, on the button of this name in the window with this title."""
+    def place(self, window, name, *roles):
+        """Left, top, width, height on the screen of what a screen reader finds under this name, in one of these roles,
+        in the window with this title; None while it isn't there."""
         import pyatspi  # connects to the session bus, which has to be there
+        from gi.repository import GLib
 
         def find(node):
-            if node.getRole() == pyatspi.ROLE_PUSH_BUTTON and node.name == name:
+            if node.getRoleName() in roles and node.name == name:
                 return node
             return next(filter(None, (find(child) for child in node if child is not None)), None)
 
-        def button():
+        try:
             for application in pyatspi.Registry.getDesktop(0):
                 if application is not None and application.get_process_id() == self.process.pid:
                     application.clear_cache()
-                    return next(filter(None, (find(top) for top in application if top.name == window)), None)
-            return None
+                    found = next(filter(None, (find(top) for top in application if top and top.name == window)), None)
+                    return found and tuple(found.queryComponent().getExtents(pyatspi.DESKTOP_COORDS))
+        except GLib.Error:  # something went away while it was looked at
+            pass
+        return None
 
-        place = wait_for(button, f'the button "{name}"').queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        click_at(place.x + place.width // 2, place.y + place.height // 2)
+    def press(self, window, name, *roles):
+        """The mouse, on what has this name in the window with this title: a button where no role is given."""
+        left, top, width, height = wait_for(lambda: self.place(window, name, *(roles or ("push button",))),
+                                            f'"{name}" in "{window}"')
+        click_at(left + width // 2, top + height // 2)
 
     def wait_active(self, window):
         wait_for(lambda: run("xdotool", "getactivewindow", check=False) == window, "the window's focus")
@@ -340,6 +355,30 @@ class Marlowick:
         left, top, _, _ = self.open_menu(label)
         x, y = left + 40, top + MARGIN + rows_above * ROW + separators_above * SEPARATOR + 7
         click_at(x, y)
+
+    def choose_row(self, label, name):
+        """The row of this name of the menu of this label."""
+        import pyatspi
+        from gi.repository import GLib
+
+        self.open_menu(label)
+
+        def find(node):
+            if node.getRole() == pyatspi.ROLE_MENU_ITEM and node.name == name:
+                return tuple(node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS))
+            return next(filter(None, (find(child) for child in node
+                                      if child is not None and child.getRole() != pyatspi.ROLE_DOCUMENT_WEB)), None)
+
+        def row():
+            with contextlib.suppress(GLib.Error):
+                for application in pyatspi.Registry.getDesktop(0):
+                    if application is not None and application.get_process_id() == self.process.pid:
+                        application.clear_cache()
+                        return find(application)
+            return None
+
+        left, top, width, height = wait_for(row, f'the row "{name}"')
+        click_at(left + width // 2, top + height // 2)
 
     def pixel(self, screen, x, y):
         left, top, _, _ = self.rect
@@ -421,6 +460,18 @@ class ProgramTest(unittest.TestCase):
         program = Marlowick(*arguments, **more)
         self.addCleanup(program.end)
         return program
+
+    def home(self, files=None, **settings):
+        """A folder for the program: the delivered one, with these settings, and these files of bytes."""
+        folder = tempfile.mkdtemp(prefix="marlowick-e2e-")
+        self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        home = os.path.join(folder, "home")
+        shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), home)
+        set_values(home, **settings)
+        for name, content in (files or {}).items():
+            with open(os.path.join(home, name), "wb") as file:
+                file.write(content)
+        return home
 
     def page(self, path, html):
         """Serves a page and returns its address."""

@@ -16,7 +16,8 @@ try:
     program.move(350, 250)
     time.sleep(2)
     left, top, width, height = program.rect
-    screen.shot().crop((left, top, left + width, top + height)).save(path)
+    # A small file: 256 colours are enough for what is drawn.
+    screen.shot().crop((left, top, left + width, top + height)).quantize(256).save(path, optimize=True)
     print("Wrote", path)
 finally:
     program.kill()

@@ -3,11 +3,10 @@
 import os
 import shutil
 import signal
-import subprocess
 import tempfile
 import time
 
-from harness import ProgramTest, PROGRAM, children_of, main, run, wait_for
+from harness import ProgramTest, PROGRAM, children_of, main, wait_for
 
 GREEN, BLUE = (0, 128, 0), (0, 0, 255)
 
@@ -61,21 +60,51 @@ class Start(ProgramTest):
         wait_for(lambda: program.page_pixel(self.screen) == BLUE, "a blue page")
         self.assertEqual(program.close(), 0)
 
+    def files_below(self, folder):
+        return sorted(os.path.relpath(os.path.join(at, name), folder) for at, _, names in os.walk(folder)
+                      for name in names if not at.startswith((os.path.join(folder, "engine"),
+                                                              os.path.join(folder, "history"))))
+
+    def test_a_first_start_installs_all_and_a_cut_one_is_made_good(self):
+        with tempfile.TemporaryDirectory(prefix="marlowick-e2e-") as folder:
+            home = os.path.join(folder, "new", "home")
+            delivered = self.files_below(os.path.join(os.path.dirname(PROGRAM), "data"))
+            page = self.page("/green", coloured("green", "Green page"))
+            program = self.start(page, home=home)
+            program.wait_title("Green page")
+            wait_for(lambda: self.files_below(home) == delivered, "all that is delivered, and nothing else")
+            self.assertEqual(program.close(), 0)
+
+            # As after a power cut: the mark is still there, skins are half copied, a file has lost what was in it.
+            shutil.rmtree(os.path.join(home, "skins"))
+            os.makedirs(os.path.join(home, "skins.new-1", "Steel"))
+            for name in (".installing", "history.dat"):
+                open(os.path.join(home, name), "w").close()
+            with open(os.path.join(home, "launch.dat"), "w") as file:
+                file.write("mine")
+            program = self.start(page, home=home)
+            program.wait_title("Green page")
+            self.assertEqual([name for name in self.files_below(home) if name != "autocomplete.dat"], delivered)
+            self.assertGreater(os.path.getsize(os.path.join(home, "history.dat")), 0)
+            with open(os.path.join(home, "launch.dat")) as file:
+                self.assertEqual(file.read(), "mine", "the user's own")
+            self.assertEqual(program.close(), 0)
+
+            # What the user removes later stays away.
+            shutil.rmtree(os.path.join(home, "skins"))
+            program = self.start(page, home=home)
+            program.wait_title("Green page")
+            self.assertEqual(program.close(), 0)
+            self.assertFalse(os.path.exists(os.path.join(home, "skins")))
+
     def ends_naming(self, home, *names):
         """A start in this folder shows what is wrong, and ends with status 1."""
-        process = subprocess.Popen([PROGRAM], env={**os.environ, "MARLOWICK_HOME": home}, stderr=subprocess.PIPE,
-                                   text=True)
-        try:
-            box = wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "^Marlowick$", check=False),
-                           "the error message")
-            time.sleep(0.3)
-            run("xdotool", "windowfocus", box.split()[-1], "key", "Return")
-            told = process.communicate(timeout=15)[1]
-        finally:
-            process.kill()
-        self.assertEqual(process.returncode, 1)
+        program = self.start(home=home, shown=False)
+        program.wait_active(program.wait_window("Marlowick"))
+        program.key("Return")
+        self.assertEqual(program.wait_end(), 1)
         for name in names:
-            self.assertIn(name, told)
+            self.assertIn(name, program.told())
 
     def test_what_is_missing_is_named(self):
         with tempfile.TemporaryDirectory(prefix="marlowick-e2e-") as folder:

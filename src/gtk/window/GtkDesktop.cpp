@@ -2,6 +2,10 @@
 
 #include <gtk/gtk.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -38,14 +42,17 @@ int GtkDesktop::Run(const std::function<void()>& start) {
     // The engine comes up on the other processors while the program does on this one.
     World();
     start();
+    files_->FinishLater();
   });
   gtk_main();
   return 0;
 }
 
 std::string GtkDesktop::ProgramFolder() {
-  if (folder_.empty()) folder_ = FindProgramFolder();
-  return folder_;
+  if (!files_)
+    files_ =
+        std::make_unique<ProgramFiles>([this](const std::function<void()>& handler) { Gate.Run(handler); });
+  return files_->Folder();
 }
 
 BrowserWorld& GtkDesktop::World() {
@@ -59,7 +66,11 @@ void GtkDesktop::DoEvents() {
 
 void GtkDesktop::End(int status) {
   if (world_) world_->Shutdown();
+  if (files_) files_->Finish();
   std::fflush(nullptr);
+#ifdef __SANITIZE_ADDRESS__
+  __lsan_do_leak_check();  // which only an ordinary exit does by itself
+#endif
   std::_Exit(status);
 }
 
@@ -123,6 +134,8 @@ std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place&
 }
 
 std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
+  // A dialog may show what lies in the program's folder.
+  if (files_) files_->Finish();
   return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
 }
 

@@ -9,6 +9,7 @@
 #include "platform/Desktop.h"
 
 class BrowserWorld;
+class ProgramFiles;
 
 // The desktop that the program really runs on: X11 (Wayland through XWayland), GTK 3 and WebKitGTK.
 class GtkDesktop : public Desktop {
@@ -61,7 +62,7 @@ class GtkDesktop : public Desktop {
 
   std::string command_line_;
   std::unique_ptr<Drawing> drawing_;
-  std::string folder_;
+  std::unique_ptr<ProgramFiles> files_;
   std::unique_ptr<BrowserWorld> world_;
   std::vector<PopupHost*> popups_;
   SplashHost* splash_ = nullptr;

@@ -1,10 +1,13 @@
 #include "gtk/window/ProgramFiles.h"
 
+#include <fcntl.h>
 #include <glib.h>
 #include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <utility>
 
 #include "platform/Failure.h"
 
@@ -28,38 +31,114 @@ files::path ChosenFolder() {
   return files::path(g_get_user_data_dir()) / "marlowick";
 }
 
-// Copies into a folder beside it and renames that, so that a start that is broken off leaves no half folder.
+const char Mark[] = ".installing", Skins[] = "skins";
+// Until the page of a first start should be on show, in ms.
+constexpr unsigned Pause = 1000;
+
+[[noreturn]] void CantBeMade(const files::path& folder, const std::error_code& error) {
+  throw Failure("The program's folder \"" + folder.string() + "\" can't be made: " + error.message());
+}
+
+std::string OwnNumber() { return ".new-" + std::to_string(::getpid()); }
+
+// Copies what a start reads, all files but the skins, into a folder beside it and renames that, so that a
+// start that is broken off leaves no half folder.
 void Install(const files::path& folder) {
   const files::path delivered = DeliveredFolder();
   if (!files::exists(delivered / "browser.ini"))
     throw Failure("The delivered files are missing: there is no \"browser.ini\" in \"" + delivered.string() +
                   "\"");
   files::path fresh = folder;
-  fresh += ".new-" + std::to_string(::getpid());
+  fresh += OwnNumber();
   std::error_code error, ignored;
-  files::create_directories(folder.parent_path(), error);
-  if (!error) files::copy(delivered, fresh, files::copy_options::recursive, error);
+  files::create_directories(fresh, error);
+  if (!error) files::copy(delivered, fresh, error);
+  if (!error && !std::ofstream(fresh / Mark)) error = std::make_error_code(std::errc::io_error);
   if (!error) files::rename(fresh, folder, error);
   if (!error) return;
   files::remove_all(fresh, ignored);
   // Another start may have been quicker.
-  if (files::exists(folder / "browser.ini")) return;
-  throw Failure("The program's folder \"" + folder.string() + "\" can't be made: " + error.message());
+  if (!files::exists(folder / "browser.ini")) CantBeMade(folder, error);
 }
 
-}  // namespace
+// Files that a power cut left without what was in them.
+std::error_code InstallAnew(const files::path& folder) {
+  std::error_code error;
+  for (const files::directory_entry& entry : files::directory_iterator(DeliveredFolder(), error)) {
+    const files::path file = folder / entry.path().filename();
+    if (!entry.is_regular_file(error) || (files::exists(file, error) && !files::is_empty(file, error)))
+      continue;
+    files::copy_file(entry.path(), file, files::copy_options::overwrite_existing, error);
+    if (error) return error;
+  }
+  return error;
+}
 
-std::string FindProgramFolder() {
+std::error_code InstallSkins(const files::path& folder) {
+  std::error_code error, ignored;
+  if (files::exists(folder / Skins, error)) return error;
+  const files::path fresh = folder / (Skins + OwnNumber());
+  files::copy(DeliveredFolder() / Skins, fresh, files::copy_options::recursive, error);
+  if (!error) files::rename(fresh, folder / Skins, error);
+  if (!error) return error;
+  files::remove_all(fresh, ignored);
+  // Another start may have been quicker.
+  return files::exists(folder / Skins, ignored) ? std::error_code() : error;
+}
+
+void RemoveLeftovers(const files::path& folder) {
+  std::error_code ignored;
+  for (const files::directory_entry& entry : files::directory_iterator(folder, ignored))
+    if (entry.path().filename().string().starts_with(std::string(Skins) + ".new-"))
+      files::remove_all(entry.path(), ignored);
+}
+
+// Finishes what a first start began. The mark goes only when all is on the disk.
+std::error_code InstallRest(const files::path& folder) try {
+  std::error_code error, ignored;
+  if (!files::exists(folder / Mark, error)) return error;
+  if ((error = InstallAnew(folder)) || (error = InstallSkins(folder))) return error;
+  RemoveLeftovers(folder);
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor >= 0) {
+    ::syncfs(descriptor);
+    ::close(descriptor);
+  }
+  files::remove(folder / Mark, ignored);
+  return error;
+} catch (const files::filesystem_error& error) {
+  return error.code();
+}
+
+// Returns the folder, with nothing in it that another start left half done.
+files::path FindFolder() {
   files::path folder = ChosenFolder();
   if (!folder.has_filename()) folder = folder.parent_path();
   try {
-    if (!files::exists(folder) || files::is_empty(folder)) Install(folder);
+    if (!files::exists(folder) || files::is_empty(folder))
+      Install(folder);
+    else if (const std::error_code error = InstallRest(folder))
+      CantBeMade(folder, error);
   } catch (const files::filesystem_error& error) {
-    throw Failure("The program's folder \"" + folder.string() +
-                  "\" can't be made: " + error.code().message());
+    CantBeMade(folder, error.code());
   }
   if (::access(folder.c_str(), W_OK | X_OK) != 0)
     throw Failure("The program's folder \"" + folder.string() +
                   "\" can't be written: " + std::strerror(errno));
-  return folder.string();
+  return folder;
+}
+
+}  // namespace
+
+ProgramFiles::ProgramFiles(Callbacks::Runner runner) : folder_(FindFolder()), callbacks_(std::move(runner)) {}
+
+void ProgramFiles::FinishLater() {
+  std::error_code unknown;
+  if (!files::exists(folder_ / Mark, unknown)) return;
+  callbacks_.After(Pause, [this] { rest_ = std::thread([folder = folder_] { InstallRest(folder); }); });
+}
+
+void ProgramFiles::Finish() {
+  if (rest_.joinable()) rest_.join();
+  InstallRest(folder_);
 }

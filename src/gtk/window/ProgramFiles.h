@@ -1,9 +1,33 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <thread>
+
+#include "gtk/base/Callbacks.h"
 
 // The program's folder: $MARLOWICK_HOME if set, else the folder of the executable if `browser.ini` lies
 // there, else $XDG_DATA_HOME/marlowick. Where it isn't there yet, or is empty, it is installed from the
-// delivered files; a folder with anything in it is taken as it is. Fails where that can't be done or the
-// folder can't be written.
-std::string FindProgramFolder();
+// delivered files; a folder with anything in it is taken as it is.
+//
+// A first start installs only what it reads itself, and the skins, hundreds of files, once its page is on
+// show. Until all is there and on the disk, the folder holds a mark, by which the next start finishes what
+// this one didn't.
+class ProgramFiles {
+ public:
+  // Fails where the folder can't be made or written.
+  explicit ProgramFiles(Callbacks::Runner runner);
+  ~ProgramFiles() { Finish(); }
+
+  std::string Folder() const { return folder_.string(); }
+  // The rest of a first start, in a while and beside the program.
+  void FinishLater();
+  // Returns once nothing is left to be installed. What can't be is tried again by the next start, which
+  // tells.
+  void Finish();
+
+ private:
+  const std::filesystem::path folder_;
+  std::thread rest_;
+  Callbacks callbacks_;
+};
