@@ -48,7 +48,7 @@ class Commands(ProgramTest):
             self.assertIsNone(program.process.poll())
             program.wait_active(box)
             program.key("Return")
-            self.assertEqual(program.process.wait(15), 1)
+            self.assertEqual(program.wait_end(), 1)
             told.seek(0)
             text = told.read()
         for name in ("\"broken\"", "/nowhere/a-program --option", os.path.join(program.home, "launch.dat")):

@@ -21,7 +21,7 @@ class Frame(ProgramTest):
 
     def rect_becomes(self, rect):
         try:
-            wait_for(lambda: self.program.rect == rect, f"the rectangle {rect}", 5)
+            wait_for(lambda: self.program.rect == rect, f"the rectangle {rect}")
         except AssertionError as failure:
             raise AssertionError(f"{failure}; it is {self.program.rect}") from None
 
@@ -44,10 +44,8 @@ class Frame(ProgramTest):
         program.drag(width + 95, height + 55, -60, -40)
         self.rect_becomes((left + 100, top - 50, width + 40, height + 20))
         # The page follows, and no grip goes below the least size.
-        time.sleep(0.5)
-        shot = self.screen.shot()
         left, top, width, height = program.rect
-        self.assertEqual(shot.getpixel((left + width - 12, top + height - 30)), GREEN)
+        wait_for(lambda: program.pixel(self.screen, width - 12, height - 30) == GREEN, "the page in the new corner")
         program.drag(width - 2, 150, -700, 0)
         self.rect_becomes((left, top, 375, height))
 
@@ -82,7 +80,7 @@ class Frame(ProgramTest):
         self.program.type_address(self.page("/typed", "<title>Typed</title>"))
         self.program.wait_title("Typed")
         self.program.click(694, 12)
-        self.assertEqual(self.program.process.wait(15), 0)
+        self.assertEqual(self.program.wait_end(), 0)
         with open(os.path.join(self.program.home, "autocomplete.dat"), newline="") as file:
             self.assertEqual(file.read(), self.server.address + "/typed\r\n")
 

@@ -349,7 +349,7 @@ class Marlowick:
         x, y = LABELS[label]
         self.click(x, y)
         self.move(x + 2, y + 1)
-        return wait_for(self.menu, f"the menu {label}", 5)
+        return wait_for(self.menu, f"the menu {label}")
 
     def choose(self, label, rows_above, separators_above=0):
         left, top, _, _ = self.open_menu(label)

@@ -53,7 +53,7 @@ class History(ProgramTest):
     def visit(self, program, path, title):
         program.type_address(self.server.address + path)
         program.wait_title(title)
-        wait_for(lambda: self.logged(self.server.address + path), f"the entry of {path}", 10)
+        wait_for(lambda: self.logged(self.server.address + path), f"the entry of {path}")
         time.sleep(0.3)  # the last of its events writes into the address field
 
     def begin(self, where):

@@ -27,7 +27,7 @@ class Layouts(ProgramTest):
             return file.read().split("\r\n")
 
     def no_dialog(self):
-        wait_for(lambda: list(self.program.windows()) == [self.program.window], "the end of the dialogs", 5)
+        wait_for(lambda: list(self.program.windows()) == [self.program.window], "the end of the dialogs")
 
     def save(self):
         self.program.choose("Tabs", 0)

@@ -17,7 +17,7 @@ class Menus(ProgramTest):
         wait_for(lambda: self.program.page_pixel(self.screen) == GREEN, "the page")
 
     def gone(self, how):
-        wait_for(lambda: self.program.menu() is None, f"no menu after {how}", 5)
+        wait_for(lambda: self.program.menu() is None, f"no menu after {how}")
 
     def test_opens_below_its_label_and_slides_along_the_bar(self):
         left, top, _, _ = self.program.rect
@@ -29,7 +29,7 @@ class Menus(ProgramTest):
             time.sleep(0.1)
             self.program.move(x + 1, y)
             time.sleep(0.2)
-            places.add(wait_for(self.program.menu, f"the menu {label}", 3)[0])
+            places.add(wait_for(self.program.menu, f"the menu {label}")[0])
         self.assertEqual(len(places), 6)
         self.program.move(*LABELS["Favourites"])
         self.gone("sliding onto Favourites")

@@ -1,8 +1,9 @@
 """What becomes of a page's request for a new window, under each of the four settings."""
 
+import threading
 import time
 
-from harness import ProgramTest, main, run, wait_for
+from harness import ProgramTest, main, reply, run, wait_for
 
 QUESTION = "Open Popup?"
 LINK, SCRIPT = (350, 150), (350, 300)  # places in the main window: the page's link, and what runs a script
@@ -36,7 +37,7 @@ class Popups(ProgramTest):
         run("xdotool", "mousemove", "--window", window, str(x), str(y), "click", "1")
 
     def gone(self, window):
-        wait_for(lambda: window not in self.program.windows(), "the end of the window", 5)
+        wait_for(lambda: window not in self.program.windows(), "the end of the window")
 
     def test_none_is_opened(self):
         self.begin(0)
@@ -185,7 +186,9 @@ class Popups(ProgramTest):
     def test_pages_that_ask_while_the_question_stands_share_its_answer(self):
         self.begin(3)
         program = self.program
-        script = "<script>setTimeout(() => { fetch('/asking'); open('/new?%s') }, 5000)</script>"
+        asked = threading.Event()  # the other pages ask only while the question stands
+        self.page("/wait", lambda handler: (asked.wait(60), reply(handler, "")))
+        script = "<script>fetch('/wait').then(() => { fetch('/asking'); open('/new?%s') })</script>"
         for name in ("second", "third"):
             program.click(160, 60)
             program.wait_title("Default")
@@ -194,6 +197,7 @@ class Popups(ProgramTest):
         program.click(75, 92)
         program.wait_title("Opener")
         question = self.ask()
+        asked.set()
         self.wait_request("/asking", 2)
         time.sleep(0.5)
         self.assertEqual(list(program.windows().values()).count(QUESTION), 1)

@@ -60,8 +60,8 @@ class Repaint(ProgramTest):
             return sum(picture.getpixel((x, y)) != idle.getpixel((x, y))
                        for x in range(first, last) for y in range(picture.height))
 
-        wait_for(lambda: dark(status(), (5, width - 130)) > 100, "the status text of the load", 5)
-        wait_for(lambda: dark(status(), (width - 118, width - 30)) > 200, "the progress bar of the load", 5)
+        wait_for(lambda: dark(status(), (5, width - 130)) > 100, "the status text of the load")
+        wait_for(lambda: dark(status(), (width - 118, width - 30)) > 200, "the progress bar of the load")
 
 
 class Splash(ProgramTest):
@@ -92,7 +92,7 @@ class Splash(ProgramTest):
         self.addCleanup(process.kill)
         wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "^Marlowick$", check=False)
                  and any("Marlowick" in line for line in run("wmctrl", "-l", check=False).splitlines()), "the message")
-        wait_for(lambda: not override_windows(), "the end of the splash", 5)
+        wait_for(lambda: not override_windows(), "the end of the splash")
 
     def test_without_a_display_it_says_so(self):
         without = {key: value for key, value in os.environ.items() if key != "DISPLAY"}
