@@ -36,6 +36,9 @@ class Desktop : public Clock {
   // Every event of the outside goes through this gate.
   Events Gate;
 
+  // A window of the browser element's own wants a further one; as NewWindow2 of an element.
+  std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
+
   virtual Drawing& Draws() = 0;
 
   // The program's folder, installed from the delivered files where it wasn't there. Fails where that can't be

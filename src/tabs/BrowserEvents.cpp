@@ -28,7 +28,7 @@ void BrowserEvents::Wire(Browser& browser, int16_t Index) {
   };
   browser.StatusTextChange = [this, Index](const std::string& text) { StatusTextChange(Index, text); };
   browser.OnQuit = [this, Index] { OnQuit(Index); };
-  browser.NewWindow2 = [this](Browser*& taker, bool& cancel) { main_.popups.NewWindow2(taker, cancel); };
+  browser.NewWindow2 = main_.popups.ForOnePage();
 }
 
 void BrowserEvents::ShowIdle() {

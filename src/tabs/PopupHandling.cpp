@@ -12,50 +12,54 @@ constexpr int16_t PolicyNone = 0, PolicyTab = 2, PolicyAsk = 3;
 // How many requests one answer may serve. Each waits inside the one before it, on the one stack.
 constexpr int MostAtOnce = 8;
 
-// How long a refusal holds, in milliseconds from the last request: a page that asks in a loop asks again at
-// once.
+// How long a refusal holds for what the same page asks, in milliseconds: one that asks in a loop asks again
+// at once.
 constexpr int RefusalHolds = 1000;
 
 }  // namespace
 
 PopupHandling::PopupHandling(frmMain& main)
     : popup(main.program.desktop.Gate, [&main] { return std::make_shared<frmPopup>(main.program); }),
-      main_(main),
-      refusing_(main.program.desktop, RefusalHolds, false) {
-  refusing_.Tick = [this] { refusing_.Enabled = false; };
+      main_(main) {
+  main.program.desktop.NewWindow2 = ForOnePage();
 }
 
-PopupHandling::~PopupHandling() = default;
+PopupHandling::~PopupHandling() { main_.program.desktop.NewWindow2 = nullptr; }
 
-void PopupHandling::NewWindow2(Browser*& taker, bool& cancel) {
-  Skipping([&] {
-    switch (main_.program.preferences.PopupPolicy) {
-      case PolicyNone:
-        cancel = true;
-        break;
-      case PolicyTab:
-        TakeInNewTab(taker);
-        break;
-      case PolicyAsk:
-        Ask(taker, cancel);
-        break;
-      default:
-        break;
-    }
-  });
+std::function<void(Browser*&, bool&)> PopupHandling::ForOnePage() {
+  const auto refusing = std::make_shared<Timer>(main_.program.desktop, RefusalHolds, false);
+  refusing->Tick = [timer = refusing.get()] { timer->Enabled = false; };
+  return [this, refusing](Browser*& taker, bool& cancel) {
+    Skipping([&] { Decide(*refusing, taker, cancel); });
+  };
+}
+
+void PopupHandling::Decide(Timer& refusing, Browser*& taker, bool& cancel) {
+  switch (main_.program.preferences.PopupPolicy) {
+    case PolicyNone:
+      cancel = true;
+      break;
+    case PolicyTab:
+      TakeInNewTab(taker);
+      break;
+    case PolicyAsk:
+      Ask(refusing, taker, cancel);
+      break;
+    default:
+      break;
+  }
 }
 
 // A request that comes while the question stands shares it: one dialog, one answer for all who wait. One that
 // comes while the answer is being acted on takes that answer. What exceeds the most at once isn't opened, so
 // that one answer never opens more than a handful of windows.
-void PopupHandling::Ask(Browser*& taker, bool& cancel) {
+void PopupHandling::Ask(Timer& refusing, Browser*& taker, bool& cancel) {
   struct Turn {
     explicit Turn(int& count) : count(++count) {}
     ~Turn() { --count; }
     int& count;
   };
-  if (asking_ == MostAtOnce || refusing_.Enabled) {
-    if (refusing_.Enabled) Refuse();
+  if (asking_ == MostAtOnce || refusing.Enabled) {
     cancel = true;
     return;
   }
@@ -65,12 +69,7 @@ void PopupHandling::Ask(Browser*& taker, bool& cancel) {
   if (PopupAnswer == InNewTab) TakeInNewTab(taker);
   if (PopupAnswer != DoNotOpen) return;
   cancel = true;
-  Refuse();
-}
-
-void PopupHandling::Refuse() {
-  refusing_.Enabled = false;  // the count begins anew
-  refusing_.Enabled = true;
+  refusing.Enabled = true;
 }
 
 void PopupHandling::TakeInNewTab(Browser*& taker) {

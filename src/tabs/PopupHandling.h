@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "core/Slot.h"
 #include "platform/Browser.h"
@@ -18,18 +19,18 @@ class PopupHandling {
   explicit PopupHandling(frmMain& main);
   ~PopupHandling();
 
-  // The user's standing choice, or the answer to the question. Never fails.
-  void NewWindow2(Browser*& taker, bool& cancel);
+  // The handler of NewWindow2 for one page: the user's standing choice, or the answer to the question. Never
+  // fails. What the user refuses one page is no answer to another.
+  std::function<void(Browser*& taker, bool& cancel)> ForOnePage();
 
   Slot<frmPopup> popup;
   int16_t PopupAnswer = 0;
 
  private:
-  void Ask(Browser*& taker, bool& cancel);
-  void Refuse();
+  void Decide(Timer& refusing, Browser*& taker, bool& cancel);
+  void Ask(Timer& refusing, Browser*& taker, bool& cancel);
   void TakeInNewTab(Browser*& taker);
 
   frmMain& main_;
-  Timer refusing_;  // runs for a moment after a "Do not open", which holds for requests on its heels
   int asking_ = 0;  // requests that wait for the answer or are acting on it
 };

@@ -33,14 +33,3 @@ inline std::string TakeText(char* text) {
   g_free(text);
   return result;
 }
-
-// Runs once when the pump is idle. The function must not depend on anything that may be gone by then.
-template <class Function>
-void Later(Function function) {
-  const auto run = +[](gpointer data) -> gboolean {
-    (*static_cast<Function*>(data))();
-    return G_SOURCE_REMOVE;
-  };
-  const auto drop = +[](gpointer data) { delete static_cast<Function*>(data); };
-  g_idle_add_full(G_PRIORITY_DEFAULT, run, new Function(std::move(function)), drop);
-}

@@ -1,51 +1,49 @@
 #include "gtk/page/DownloadBar.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "gtk/engine/BrowserWorld.h"
 #include "gtk/page/DownloadRow.h"
-#include "gtk/page/Page.h"
 
 namespace {
 
-constexpr const char* OwnKey = "own-download";
-// Finished downloads beyond these make room for the page again.
+// Ended downloads beyond these make room for the page again.
 constexpr size_t MostRows = 5;
+
+auto IsRowOf(const Download& download) {
+  return [&download](const auto& row) { return &row->Shown() == &download; };
+}
 
 }  // namespace
 
-DownloadBar::DownloadBar(Page& page) : page_(page) {}
-DownloadBar::~DownloadBar() = default;
-
-void DownloadBar::Add(WebKitDownload* download) {
-  Take(std::make_shared<DownloadRow>(download, page_.Window()));
+DownloadBar::DownloadBar(Downloads& downloads, const Callbacks::Runner& runner)
+    : downloads_(downloads),
+      runner_(runner),
+      box_(GTK_WIDGET(g_object_ref_sink(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0)))) {
+  gtk_widget_show(box_.get());
+  downloads_.Listen(*this);
 }
 
-void DownloadBar::Take(std::shared_ptr<DownloadRow> row) {
-  page_.AddFoot(row->Widget());
-  row->Closed = [this, closed = row.get()] {
-    std::erase_if(rows_, [closed](const auto& one) { return one.get() == closed; });
-  };
+DownloadBar::~DownloadBar() { downloads_.Leave(*this); }
+
+void DownloadBar::Show(Download& download) {
+  auto row = std::make_unique<DownloadRow>(download, runner_);
+  row->Closed = [this, &download] { downloads_.Forget(download); };
+  gtk_box_pack_start(GTK_BOX(box_.get()), row->Widget(), FALSE, TRUE, 0);
   rows_.push_back(std::move(row));
-  const auto finished =
-      std::find_if(rows_.begin(), rows_.end(), [](const auto& one) { return !one->Running(); });
-  if (rows_.size() > MostRows && finished != rows_.end()) rows_.erase(finished);
+  const auto ended =
+      std::find_if(rows_.begin(), rows_.end(), [](const auto& one) { return !one->Shown().Running(); });
+  if (rows_.size() > MostRows && ended != rows_.end()) downloads_.Forget((*ended)->Shown());
 }
 
-void DownloadBar::HandOver() {
-  Page* heir = page_.World().Pages().empty() ? nullptr : page_.World().Pages().front();
-  for (const auto& row : std::exchange(rows_, {})) {
-    if (!heir || !row->Running()) continue;
-    row->LeaveBar();
-    heir->Downloads().Take(row);
-  }
+std::vector<Download*> DownloadBar::Shown() const {
+  std::vector<Download*> shown;
+  for (const auto& row : rows_) shown.push_back(&row->Shown());
+  return shown;
 }
 
-void DownloadBar::KeepOut(WebKitDownload* download) {
-  g_object_set_data(G_OBJECT(download), OwnKey, GINT_TO_POINTER(1));
+void DownloadBar::Changed(Download& download) {
+  const auto row = std::find_if(rows_.begin(), rows_.end(), IsRowOf(download));
+  if (row != rows_.end()) (*row)->Update();
 }
 
-bool DownloadBar::IsKeptOut(WebKitDownload* download) {
-  return g_object_get_data(G_OBJECT(download), OwnKey) != nullptr;
-}
+void DownloadBar::Forgotten(Download& download) { std::erase_if(rows_, IsRowOf(download)); }

@@ -1,31 +1,32 @@
 #pragma once
 
-#include <webkit2/webkit2.h>
-
 #include <memory>
 #include <vector>
 
+#include "gtk/base/Callbacks.h"
+#include "gtk/engine/Downloads.h"
+
 class DownloadRow;
-class Page;
 
-// The downloads that began on a page, one row each, below it.
-class DownloadBar {
+// The downloads that are shown below one page, a row each. They run without it.
+class DownloadBar : private DownloadListener {
  public:
-  explicit DownloadBar(Page& page);
+  DownloadBar(Downloads& downloads, const Callbacks::Runner& runner);
   DownloadBar(const DownloadBar&) = delete;
-  ~DownloadBar();
+  ~DownloadBar() override;
 
-  void Add(WebKitDownload* download);
-  // The page closes: what is still under way goes on below another page, or ends where there is none.
-  void HandOver();
-
-  // A download of the element's own, which users don't see.
-  static void KeepOut(WebKitDownload* download);
-  static bool IsKeptOut(WebKitDownload* download);
+  GtkWidget* Widget() { return box_.get(); }
+  void Show(Download& download);
+  // Those that have a row here, oldest first.
+  std::vector<Download*> Shown() const;
 
  private:
-  void Take(std::shared_ptr<DownloadRow> row);
+  void Begun(Download&, WebKitWebView*) override {}
+  void Changed(Download& download) override;
+  void Forgotten(Download& download) override;
 
-  Page& page_;
-  std::vector<std::shared_ptr<DownloadRow>> rows_;
+  Downloads& downloads_;
+  Callbacks::Runner runner_;
+  Owned<GtkWidget> box_;
+  std::vector<std::unique_ptr<DownloadRow>> rows_;
 };

@@ -1,46 +1,38 @@
 #pragma once
 
-#include <webkit2/webkit2.h>
+#include <gtk/gtk.h>
 
 #include <functional>
 #include <string>
 
+#include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 
-// One download: how far it is, and what can be done with it. When the row goes, a download that still runs
-// ends, and nothing of it is left on the disk.
+class Download;
+
+// One download on show: how far it is, and what can be done with it.
 class DownloadRow {
  public:
-  DownloadRow(WebKitDownload* download, GtkWindow* window);
+  DownloadRow(Download& download, Callbacks::Runner runner);
   DownloadRow(const DownloadRow&) = delete;
-  ~DownloadRow();
+  ~DownloadRow() { gtk_widget_destroy(row_.get()); }
 
-  // The user has put the row away. The row may be destroyed within.
+  // The user has put the row of an ended download away. The row may be destroyed within.
   std::function<void()> Closed;
 
   GtkWidget* Widget() { return row_.get(); }
-  bool Running() const { return running_; }
-  void LeaveBar();
+  Download& Shown() { return download_; }
+  // The download has changed.
+  void Update();
 
  private:
-  GtkWidget* AddButton(const char* text, GCallback pressed);
-  bool Reserve(const std::string& suggested);
-  void Drop();
-  void Fail(const std::string& reason);
+  GtkWidget* AddButton(const char* text, std::function<void()> pressed);
+  void ShowProgress();
+  void Tell(const std::string& text);
+  void OpenFolder();
 
-  static gboolean OnDestination(WebKitDownload*, const char* suggested, gpointer self);
-  static void OnData(WebKitDownload*, guint64 length, gpointer self);
-  static void OnFailed(WebKitDownload*, GError* error, gpointer self);
-  static void OnFinished(WebKitDownload*, gpointer self);
-  static void OnCancel(GtkWidget*, gpointer self);
-  static void OnOpenFolder(GtkWidget*, gpointer self);
-  static void OnClose(GtkWidget*, gpointer self);
-
-  Owned<WebKitDownload> download_;
+  Download& download_;
   Owned<GtkWidget> row_;
   GtkWidget *label_, *bar_, *cancel_, *open_, *close_;
-  GtkWindow* window_;  // only for the call that opens a folder; may be none
-  std::string path_;   // empty before there is a file
-  guint64 shown_ = 0;  // bytes that the row tells of
-  bool running_ = true;
+  Callbacks callbacks_;
 };

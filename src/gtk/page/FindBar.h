@@ -3,40 +3,39 @@
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
 
+#include <functional>
+#include <string>
+
+#include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 
-class Page;
-
-// The bar below a page that finds text in it. It must go before the view that it was made for.
+// The bar that finds text in the page of a view. It must go before the view.
 class FindBar {
  public:
-  explicit FindBar(Page& page);
+  // `closed`: the user has put the bar away.
+  FindBar(WebKitWebView* view, std::function<void()> closed, Callbacks::Runner runner);
   FindBar(const FindBar&) = delete;
-  ~FindBar();
+  ~FindBar() { gtk_widget_destroy(bar_.get()); }
 
+  GtkWidget* Widget() { return bar_.get(); }
   void Show();
   void Hide();
   // The page has changed.
   void Renew();
 
  private:
-  GtkWidget* AddButton(const char* icon, const char* name, GCallback pressed);
+  void Listen();
+  void AddButton(const char* icon, const char* name, std::function<void()> pressed);
   void Search();
   void Step(bool forward);
-  void Tell(const char* text, bool found);
+  void Tell(const std::string& text, bool found);
+  void TellCount(guint matches);
+  bool TakeKey(const GdkEventKey& event);
 
-  static void OnTyped(GtkEntry*, gpointer self);
-  static void OnNext(GtkWidget*, gpointer self);
-  static void OnPrevious(GtkWidget*, gpointer self);
-  static void OnCase(GtkWidget*, gpointer self);
-  static void OnClose(GtkWidget*, gpointer self);
-  static gboolean OnKey(GtkWidget*, GdkEventKey* event, gpointer self);
-  static void OnCounted(WebKitFindController*, guint matches, gpointer self);
-  static void OnMissed(WebKitFindController*, gpointer self);
-
-  Page& page_;
+  std::function<void()> closed_;
   WebKitFindController* finder_;
   // Kept past its end: the window around it may go first.
   Owned<GtkWidget> bar_;
   GtkWidget *entry_, *match_case_, *result_;
+  Callbacks callbacks_;
 };

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "gtk/engine/BrowserWorld.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
 #include "gtk/page/PageProperties.h"
 #include "gtk/page/PlainWindow.h"
@@ -73,8 +73,8 @@ std::string GtkBrowser::LocationURL() const {
   return page_->Address();
 }
 
-bool GtkBrowser::Offline() const { return world_.Offline(); }
-void GtkBrowser::SetOffline(bool offline) { world_.SetOffline(offline); }
+bool GtkBrowser::Offline() const { return world_.Base().Offline(); }
+void GtkBrowser::SetOffline(bool offline) { world_.Base().SetOffline(offline); }
 
 void GtkBrowser::ExecWB(long command, long) {
   if (command == SaveAs) return SavePage::Ask(*page_);
@@ -103,10 +103,6 @@ void GtkBrowser::Zoom(int step) {
                          ? settings.zoom
                          : std::clamp(now + 10 * step, ElementSettings::LeastZoom, ElementSettings::MostZoom);
   webkit_web_view_set_zoom_level(view, wanted / 100.0);
-}
-
-void GtkBrowser::PrintToFile(const std::string& path, std::function<void(const std::string&)> done) {
-  PrintPage::ToFile(*page_, path, std::move(done));
 }
 
 template <class... Values>
@@ -139,11 +135,5 @@ void GtkBrowser::CloseWanted() {
 }
 
 void GtkBrowser::WindowWanted(Page*& taker, bool& cancel) {
-  if (!NewWindow2) return;
-  BrowserWorld& world = world_;
-  Browser* element = nullptr;
-  world.Gate().Run([&] { NewWindow2(element, cancel); });
-  // What was taken may be gone again: the user was free to act while the question was up.
-  for (Page* page : world.Pages())
-    if (element && page->Element() == element) taker = page;
+  if (NewWindow2) world_.AskProgram(NewWindow2, taker, cancel);
 }

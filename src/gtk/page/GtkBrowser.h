@@ -34,9 +34,6 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void ShowProperties() override;
   void Zoom(int step) override;
 
-  // Prints the page to a file, PDF, without a question. `done` hears an empty text, or what failed.
-  void PrintToFile(const std::string& path, std::function<void(const std::string& failure)> done);
-
  private:
   void LoadBegan() override;
   void Progressed(long progress, long maximum) override;
@@ -46,6 +43,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void ProcessDied() override;
   void CloseWanted() override;
   void WindowWanted(Page*& taker, bool& cancel) override;
+  bool HearsScripts() const override { return true; }
   void ReadyToShow() override {}
   const Browser* Element() const override { return this; }
 

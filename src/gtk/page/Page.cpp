@@ -1,12 +1,14 @@
 #include "gtk/page/Page.h"
 
+#include <exception>
 #include <utility>
 
-#include "gtk/engine/BrowserWorld.h"
-#include "gtk/page/DownloadBar.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
+#include "gtk/page/LoadFaults.h"
 #include "gtk/page/PagePolicy.h"
 #include "gtk/page/PlainWindow.h"
+#include "gtk/page/SourceLoad.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
 
@@ -18,18 +20,12 @@ constexpr size_t MostTitle = 20000;
 // Windows that one page may ask for with less than a second between them.
 constexpr int MostInARow = 20;
 
-void DestroyLater(WebKitWebView* view) {
-  Later([held = std::make_shared<Owned<WebKitWebView>>(Share(view))] {
-    gtk_widget_destroy(GTK_WIDGET(held->get()));
-  });
-}
-
-GtkWidget* MakeBox(GtkWidget* parent, bool grows, bool at_end) {
+GtkWidget* MakeBox(GtkWidget* parent, bool at_end) {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   if (parent && at_end)
-    gtk_box_pack_end(GTK_BOX(parent), box, grows, TRUE, 0);
+    gtk_box_pack_end(GTK_BOX(parent), box, FALSE, TRUE, 0);
   else if (parent)
-    gtk_box_pack_start(GTK_BOX(parent), box, grows, TRUE, 0);
+    gtk_box_pack_start(GTK_BOX(parent), box, FALSE, TRUE, 0);
   gtk_widget_show(box);
   return GTK_WIDGET(g_object_ref_sink(box));
 }
@@ -38,6 +34,7 @@ GtkWidget* MakeBox(GtkWidget* parent, bool grows, bool at_end) {
 
 std::shared_ptr<Page> Page::Open(BrowserWorld& world, PageOwner& owner) {
   std::shared_ptr<Page> page(new Page(world, owner));
+  world.Add(*page);
   page->MakeView(nullptr);
   return page;
 }
@@ -45,25 +42,51 @@ std::shared_ptr<Page> Page::Open(BrowserWorld& world, PageOwner& owner) {
 Page::Page(BrowserWorld& world, PageOwner& owner)
     : world_(world),
       owner_(&owner),
-      box_(MakeBox(nullptr, true, false)),
-      bars_(MakeBox(box_.get(), false, false)),
-      feet_(MakeBox(box_.get(), false, true)),
-      load_(*this),
-      dialogs_(*this) {
-  world_.Add(*this);
+      box_(MakeBox(nullptr, false)),
+      bars_(MakeBox(box_.get(), false)),
+      questions_(MakeBox(box_.get(), false)),
+      feet_(MakeBox(box_.get(), true)),
+      load_(*this, *this, Runner()),
+      dialogs_(
+          questions_.get(),
+          [this](ScriptDialogs::Outcome outcome) {
+            if (outcome == ScriptDialogs::Outcome::StaysOnPage) load_.Denied();
+            if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
+          },
+          Runner()),
+      downloads_(world.Base().Fetches(), Runner()),
+      callbacks_(Runner()) {
+  gtk_box_pack_start(GTK_BOX(feet_.get()), downloads_.Widget(), FALSE, TRUE, 0);
 }
 
 Page::~Page() { Close(); }
+
+Callbacks::Runner Page::Runner() {
+  return [this](const std::function<void()>& handler) { RunHandler(handler); };
+}
+
+// A page on its way out runs nothing any more.
+void Page::RunHandler(const std::function<void()>& handler) {
+  const auto keep = weak_from_this().lock();
+  if (!keep) return;
+  std::string what;
+  try {
+    return handler();
+  } catch (const Failure& failure) {
+    what = failure.what();
+  } catch (const std::exception& failure) {
+    what = std::string("something that wasn't expected failed: ") + failure.what();
+  }
+  load_.Break(what);
+}
 
 void Page::Close() {
   owner_ = nullptr;
   if (!box_) return;
   world_.Remove(*this);
-  if (downloads_) downloads_->HandOver();
   DropView();
   quit_ = false;
   gtk_widget_destroy(box_.get());
-  downloads_.reset();
 }
 
 void Page::Quit() {
@@ -71,11 +94,10 @@ void Page::Quit() {
   last_title_ = Title();
   owner_ = nullptr;
   // The view's own handler still runs.
-  Later([weak = weak_from_this()] {
-    const auto page = weak.lock();
-    if (!page || page->Closed()) return;
-    page->quit_ = true;
-    page->DropView();
+  callbacks_.Later([this] {
+    if (Closed()) return;
+    quit_ = true;
+    DropView();
   });
 }
 
@@ -86,44 +108,101 @@ WebKitWebView* Page::View() {
 }
 
 void Page::MakeView(WebKitWebView* opener) {
+  Engine& engine = world_.Base();
   GtkWidget* view = GTK_WIDGET(opener ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
-                                                     world_.ViewSettings(), nullptr)
-                                      : G_OBJECT(world_.MakeView()));
+                                                     engine.ViewSettings(), nullptr)
+                                      : G_OBJECT(engine.MakeView()));
   view_ = WEBKIT_WEB_VIEW(view);
+  // What a script writes into its new window comes without a load.
+  blank_ = !opener;
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
-  webkit_web_view_set_zoom_level(view_, world_.Settings().zoom / 100.0);
-  load_.Attach(view_);
+  webkit_web_view_set_zoom_level(view_, engine.Settings().zoom / 100.0);
+  load_.Reset();
+  ListenToLoad();
+  ListenToPage();
   PagePolicy::Attach(*this, view_);
-  dialogs_.Attach(view_);
-  g_signal_connect(view, "notify::title", G_CALLBACK(OnTitle), this);
-  g_signal_connect(view, "notify::uri", G_CALLBACK(OnAddress), this);
-  g_signal_connect(view, "mouse-target-changed", G_CALLBACK(OnHover), this);
-  g_signal_connect(view, "close", G_CALLBACK(OnClose), this);
-  g_signal_connect(view, "ready-to-show", G_CALLBACK(OnReady), this);
-  g_signal_connect(view, "create", G_CALLBACK(OnCreate), this);
-  g_signal_connect(view, "destroy", G_CALLBACK(OnDestroyed), this);
+}
+
+void Page::ListenToLoad() {
+  callbacks_.On<void(WebKitWebView*, WebKitLoadEvent)>(view_, "load-changed", [this](auto*, auto event) {
+    switch (event) {
+      case WEBKIT_LOAD_STARTED:
+        return load_.OnStarted();
+      case WEBKIT_LOAD_REDIRECTED:
+        return load_.OnRedirected();
+      case WEBKIT_LOAD_COMMITTED:
+        return load_.OnCommitted();
+      case WEBKIT_LOAD_FINISHED:
+        return load_.OnFinished();
+    }
+  });
+  callbacks_.On<gboolean(WebKitWebView*, WebKitLoadEvent, const char*, GError*)>(
+      view_, "load-failed", [this](auto*, WebKitLoadEvent event, const char* uri, GError* error) {
+        load_.OnFailed(uri, event == WEBKIT_LOAD_COMMITTED, FaultOf(uri, error));
+        return TRUE;
+      });
+  callbacks_.On<gboolean(WebKitWebView*, const char*, GTlsCertificate*, GTlsCertificateFlags)>(
+      view_, "load-failed-with-tls-errors",
+      [this](auto*, const char* uri, GTlsCertificate* certificate, GTlsCertificateFlags flags) {
+        load_.OnBadCertificate(uri, certificate, flags);
+        return TRUE;
+      });
+  callbacks_.On<void(WebKitWebView*, WebKitWebProcessTerminationReason)>(
+      view_, "web-process-terminated",
+      [this](auto*, auto reason) { load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT); });
+  callbacks_.On<void(WebKitWebView*, GParamSpec*)>(
+      view_, "notify::estimated-load-progress", [this](WebKitWebView* view, auto*) {
+        load_.OnProgress(webkit_web_view_get_estimated_load_progress(view));
+      });
+}
+
+void Page::ListenToPage() {
+  callbacks_.On<void(WebKitWebView*, GParamSpec*)>(view_, "notify::title",
+                                                   [this](auto*, auto*) { TakeTitle(); });
+  // A page may change its address without a load.
+  callbacks_.On<void(WebKitWebView*, GParamSpec*)>(view_, "notify::uri", [this](auto*, auto*) {
+    if (!load_.Busy()) Tell([](PageOwner& owner) { owner.NameChanged(); });
+  });
+  callbacks_.On<void(WebKitWebView*, WebKitHitTestResult*, guint)>(
+      view_, "mouse-target-changed", [this](auto*, WebKitHitTestResult* hit, guint) { TakeHover(hit); });
+  // Only what a page opened may a page close.
+  callbacks_.On<void(WebKitWebView*)>(view_, "close", [this](auto*) {
+    if (opened_by_page_) Tell([](PageOwner& owner) { owner.CloseWanted(); });
+  });
+  callbacks_.On<void(WebKitWebView*)>(view_, "ready-to-show",
+                                      [this](auto*) { Tell([](PageOwner& owner) { owner.ReadyToShow(); }); });
+  callbacks_.On<GtkWidget*(WebKitWebView*, WebKitNavigationAction*)>(
+      view_, "create",
+      [this](WebKitWebView* view, WebKitNavigationAction* action) { return Create(view, action); });
+  callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
+      view_, "script-dialog", [this](auto*, WebKitScriptDialog* dialog) {
+        const std::string document = DocumentAddress();
+        dialogs_.Ask(dialog, Address::Host(document.empty() ? Address() : document));
+        return TRUE;
+      });
+  callbacks_.On<gboolean(GtkWidget*, cairo_t*)>(view_, "draw",
+                                                [this](auto*, cairo_t* cairo) { return Paint(cairo); });
+  // The window around the page may go first.
+  callbacks_.On<void(GtkWidget*)>(view_, "destroy", [this](auto*) { LetGoOfView(); });
 }
 
 void Page::LetGoOfView() {
   // It searches by the view.
   find_.reset();
-  WebKitWebView* view = view_;
-  view_ = nullptr;
-  load_.Detach(view);
+  WebKitWebView* view = std::exchange(view_, nullptr);
+  load_.Abandon();
   dialogs_.Dismiss();
-  g_signal_handlers_disconnect_by_data(view, &dialogs_);
-  g_signal_handlers_disconnect_by_data(view, this);
+  callbacks_.Off(view);
 }
 
-// The view leaves the screen at once, but ends only when none of its own handlers can be running any more:
-// the engine doesn't bear the end of a view within them.
+// The view leaves the screen at once, and ends a little later.
 void Page::DropView() {
   if (!view_) return;
   const auto view = Share(view_);
   LetGoOfView();
   gtk_container_remove(GTK_CONTAINER(box_.get()), GTK_WIDGET(view.get()));
-  if (asking_ == 0) DestroyLater(view.get());
+  if (asking_ == 0) world_.DestroyLater(view.get());
 }
 
 GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
@@ -136,7 +215,6 @@ GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
 void Page::OpenElsewhere(const std::string& uri) {
   Page* taker = nullptr;
   bool cancel = false;
-  const auto keep = shared_from_this();
   Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
   if (cancel) return;
   if (taker)
@@ -146,49 +224,96 @@ void Page::OpenElsewhere(const std::string& uri) {
 }
 
 FindBar& Page::Find() {
-  if (!find_) find_ = std::make_unique<FindBar>(*this);
+  if (find_) return *find_;
+  const auto closed = [this] { gtk_widget_grab_focus(GTK_WIDGET(View())); };
+  find_ = std::make_unique<FindBar>(View(), closed, Runner());
+  gtk_box_pack_start(GTK_BOX(feet_.get()), find_->Widget(), FALSE, TRUE, 0);
   return *find_;
-}
-
-void Page::SearchAgain() {
-  if (find_) find_->Renew();
-}
-
-DownloadBar& Page::Downloads() {
-  if (!downloads_) downloads_ = std::make_unique<DownloadBar>(*this);
-  return *downloads_;
-}
-
-std::string Page::Address() const {
-  const std::string own = load_.KnownAddress();
-  if (!own.empty()) return own;
-  return view_ ? TextOf(webkit_web_view_get_uri(view_)) : last_address_;
 }
 
 std::string Page::Title() const {
   if (!view_) return last_title_;
-  const std::string title = Text::Left(TextOf(webkit_web_view_get_title(view_)), MostTitle);
+  const std::string title = Text::Left(EngineTitle(), MostTitle);
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
 void Page::AddBar(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(bars_.get()), bar, FALSE, TRUE, 0); }
-void Page::AddFoot(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(feet_.get()), bar, FALSE, TRUE, 0); }
-
-void Page::ClearBars() {
-  gtk_container_foreach(
-      GTK_CONTAINER(bars_.get()), [](GtkWidget* bar, gpointer) { gtk_widget_destroy(bar); }, nullptr);
-}
 
 GtkWindow* Page::Window() {
   GtkWidget* top = gtk_widget_get_toplevel(box_.get());
   return GTK_IS_WINDOW(top) ? GTK_WINDOW(top) : world_.MainWindow();
 }
 
-void Page::SetLoadStatus(const std::string& text) {
+std::string Page::EngineAddress() const { return view_ ? TextOf(webkit_web_view_get_uri(view_)) : ""; }
+
+std::string Page::DocumentAddress() const {
+  WebKitWebResource* document = view_ ? webkit_web_view_get_main_resource(view_) : nullptr;
+  return document ? TextOf(webkit_web_resource_get_uri(document)) : "";
+}
+
+std::string Page::EngineTitle() const { return view_ ? TextOf(webkit_web_view_get_title(view_)) : ""; }
+bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view_); }
+bool Page::WorksOffline() const { return world_.Base().Offline(); }
+
+void Page::LoadAddress(const std::string& uri) { webkit_web_view_load_uri(View(), uri.c_str()); }
+
+void Page::LoadHtml(const std::string& html, const std::string& address) {
+  webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), nullptr);
+}
+
+void Page::Reload() { webkit_web_view_reload(View()); }
+void Page::StopLoading() { webkit_web_view_stop_loading(View()); }
+
+void Page::Trust(GTlsCertificate* certificate, const std::string& host) {
+  webkit_web_context_allow_tls_certificate_for_host(world_.Base().Context(), certificate, host.c_str());
+}
+
+std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
+                                       std::function<void(const std::string&)> done,
+                                       std::function<void(const ErrorPage&)> failed) {
+  WebKitWebResource* resource = shown ? webkit_web_view_get_main_resource(View()) : nullptr;
+  return std::make_shared<SourceLoad>(world_.Base(), uri, resource, std::move(done), std::move(failed),
+                                      Runner());
+}
+
+void Page::LoadBegan() {
+  Tell([](PageOwner& owner) { owner.LoadBegan(); });
+}
+
+// What stood above the page belonged to the one before.
+void Page::LoadCommitted() {
+  blank_ = false;
+  gtk_container_foreach(
+      GTK_CONTAINER(bars_.get()), [](GtkWidget* bar, gpointer) { gtk_widget_destroy(bar); }, nullptr);
+  dialogs_.Forget();
+  Tell([](PageOwner& owner) { owner.NameChanged(); });
+}
+
+void Page::LoadArrived() {
+  // What the bar found was in another page.
+  if (find_) find_->Renew();
+}
+
+void Page::LoadEnded() {
+  Tell([](PageOwner& owner) { owner.LoadEnded(); });
+}
+
+void Page::Progressed(long progress, long maximum) {
+  Tell([progress, maximum](PageOwner& owner) { owner.Progressed(progress, maximum); });
+}
+
+void Page::LoadStatusChanged(const std::string& text) {
   load_status_ = text;
   ShowStatus();
 }
 
+void Page::ProcessDied() {
+  // Nobody waits for an answer any more.
+  dialogs_.Dismiss();
+  Tell([](PageOwner& owner) { owner.ProcessDied(); });
+}
+
+// What is under the mouse comes before the load.
 void Page::ShowStatus() {
   const std::string& text = hovered_.empty() ? load_status_ : hovered_;
   if (text == shown_status_) return;
@@ -196,61 +321,47 @@ void Page::ShowStatus() {
   Tell([shown = text](PageOwner& owner) { owner.StatusChanged(shown); });
 }
 
-void Page::OnTitle(GObject*, GParamSpec*, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
+void Page::TakeTitle() {
   // It is empty while the next page comes.
-  if (TextOf(webkit_web_view_get_title(keep->view_)).empty()) return;
-  keep->Tell([](PageOwner& owner) { owner.NameChanged(); });
-  keep->load_.Titled();
+  if (EngineTitle().empty()) return;
+  Tell([](PageOwner& owner) { owner.NameChanged(); });
+  load_.OnTitle();
 }
 
-// A page may change its address without a load.
-void Page::OnAddress(GObject*, GParamSpec*, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
-  if (!keep->load_.Busy()) keep->Tell([](PageOwner& owner) { owner.NameChanged(); });
-}
-
-void Page::OnHover(WebKitWebView*, WebKitHitTestResult* hit, guint, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
+void Page::TakeHover(WebKitHitTestResult* hit) {
   const bool link = webkit_hit_test_result_context_is_link(hit);
-  keep->hovered_ = link ? TextOf(webkit_hit_test_result_get_link_uri(hit)) : std::string();
-  keep->ShowStatus();
+  hovered_ = link ? TextOf(webkit_hit_test_result_get_link_uri(hit)) : std::string();
+  ShowStatus();
 }
 
-void Page::OnClose(WebKitWebView*, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
-  // Only what a page opened may a page close.
-  if (keep->opened_by_page_) keep->Tell([](PageOwner& owner) { owner.CloseWanted(); });
+// The engine draws nothing before there is a page, and a page without one is white.
+bool Page::Paint(cairo_t* cairo) {
+  if (!blank_) return false;
+  cairo_set_source_rgb(cairo, 1, 1, 1);
+  cairo_paint(cairo);
+  return true;
 }
 
-void Page::OnReady(WebKitWebView*, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
-  keep->Tell([](PageOwner& owner) { owner.ReadyToShow(); });
+// Whatever the user's choice is, a page in a loop doesn't fill the machine with windows.
+bool Page::MayAskForWindow(WebKitNavigationAction* action) {
+  if (owner_ && !owner_->HearsScripts() && !webkit_navigation_action_is_user_gesture(action)) return false;
+  const gint64 now = g_get_monotonic_time();
+  if (now - std::exchange(last_request_, now) > G_USEC_PER_SEC) requests_ = 0;
+  return ++requests_ <= MostInARow;
 }
 
-GtkWidget* Page::OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer data) {
-  const auto keep = static_cast<Page*>(data)->shared_from_this();
+GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
+  if (!MayAskForWindow(action)) return nullptr;
   // The question may take long, and the page that asks may be gone when it is answered.
   const auto opener = Share(view);
-  // Whatever the user's choice is, a page in a loop doesn't fill the machine with windows.
-  const gint64 now = g_get_monotonic_time();
-  if (now - std::exchange(keep->last_request_, now) > G_USEC_PER_SEC) keep->requests_ = 0;
-  if (++keep->requests_ > MostInARow) return nullptr;
   Page* taker = nullptr;
   bool cancel = false;
-  ++keep->asking_;
-  keep->Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
-  --keep->asking_;
-  const bool gone = keep->view_ != view;
-  if (gone && keep->asking_ == 0) DestroyLater(view);
-  if (cancel || gone || taker == keep.get()) return nullptr;
-  if (!taker) taker = &keep->world_.OpenPlainWindow().Shown();
+  ++asking_;
+  Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
+  --asking_;
+  const bool gone = view_ != view;
+  if (gone && asking_ == 0) world_.DestroyLater(view);
+  if (cancel || gone || taker == this) return nullptr;
+  if (!taker) taker = &world_.OpenPlainWindow().Shown();
   return taker->TakeNewWindow(view);
-}
-
-// The window around the page may go first.
-void Page::OnDestroyed(GtkWidget*, gpointer data) {
-  auto* self = static_cast<Page*>(data);
-  const auto keep = self->shared_from_this();
-  self->LetGoOfView();
 }

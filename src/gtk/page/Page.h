@@ -6,13 +6,14 @@
 #include <memory>
 #include <string>
 
+#include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
-#include "gtk/page/PageLoad.h"
+#include "gtk/page/DownloadBar.h"
 #include "gtk/page/ScriptDialogs.h"
+#include "gtk/page/text/PageLoad.h"
 
 class Browser;
 class BrowserWorld;
-class DownloadBar;
 class FindBar;
 class Page;
 
@@ -33,6 +34,8 @@ class PageOwner {
   virtual void CloseWanted() = 0;
   // The page wants a new window: as NewWindow2 of the browser element.
   virtual void WindowWanted(Page*& taker, bool& cancel) = 0;
+  // False: a page that asks for a window without a press of the user's isn't even heard.
+  virtual bool HearsScripts() const = 0;
   // The new window that this page has taken may be shown now.
   virtual void ReadyToShow() = 0;
   // The program's element where the owner is one.
@@ -40,12 +43,13 @@ class PageOwner {
 };
 
 // One web page with all that belongs to it: the view, its load, and the bars above and below it. It lives on
-// while one of its own handlers runs, even when its owner has closed it within.
-class Page : public std::enable_shared_from_this<Page> {
+// while one of its own handlers runs, even when its owner has closed it within; and a handler that fails ends
+// in an error page, not in the end of the program.
+class Page : public std::enable_shared_from_this<Page>, private LoadView, private LoadListener {
  public:
   static std::shared_ptr<Page> Open(BrowserWorld& world, PageOwner& owner);
   Page(const Page&) = delete;
-  ~Page();
+  ~Page() override;
 
   // The owner leaves: the widget goes, and nothing is told any more.
   void Close();
@@ -59,14 +63,14 @@ class Page : public std::enable_shared_from_this<Page> {
   // The same, but none where there is none now.
   WebKitWebView* PresentView() const { return view_; }
   PageLoad& Load() { return load_; }
-  ScriptDialogs& Dialogs() { return dialogs_; }
   FindBar& Find();
-  // What the bar found was in another page.
-  void SearchAgain();
-  DownloadBar& Downloads();
+  DownloadBar& Downloads() { return downloads_; }
+  // For handlers that belong to this page, and for those of what belongs to it.
+  Callbacks& Calls() { return callbacks_; }
+  Callbacks::Runner Runner();
 
   // As users know them: the address being loaded from its start on; what stands for a missing title.
-  std::string Address() const;
+  std::string Address() const { return view_ ? load_.Address() : last_address_; }
   std::string Title() const;
 
   // Makes this page the one that another page asked for: related to it, and empty.
@@ -74,23 +78,12 @@ class Page : public std::enable_shared_from_this<Page> {
   // Opens an address as a new window that the page asks for without needing to know it.
   void OpenElsewhere(const std::string& uri);
 
-  // A bar above the page, or below it. The page takes it over.
+  // A bar above the page, until it goes. The page takes it over.
   void AddBar(GtkWidget* bar);
-  void AddFoot(GtkWidget* bar);
-  // The page that the bars above belong to has gone.
-  void ClearBars();
-
-  // What is shown while nothing is under the mouse.
-  void SetLoadStatus(const std::string& text);
 
   // The window that dialogs about this page belong to; may be none.
   GtkWindow* Window();
 
-  // Runs where there still is an owner.
-  template <class Function>
-  void Tell(Function function) {
-    if (owner_) function(*owner_);
-  }
   // Nothing is told any more, and what the page does ends: for those who opened it, it is closed. Its address
   // and title stay.
   void Quit();
@@ -99,32 +92,66 @@ class Page : public std::enable_shared_from_this<Page> {
  private:
   Page(BrowserWorld& world, PageOwner& owner);
 
+  // Runs where there still is an owner.
+  template <class Function>
+  void Tell(Function function) {
+    if (owner_) function(*owner_);
+  }
+  void RunHandler(const std::function<void()>& handler);
+
+  bool Gone() const override { return Closed(); }
+  std::string EngineAddress() const override;
+  std::string DocumentAddress() const override;
+  std::string EngineTitle() const override;
+  bool EngineLoads() const override;
+  bool WorksOffline() const override;
+  void LoadAddress(const std::string& uri) override;
+  void LoadHtml(const std::string& html, const std::string& address) override;
+  void Reload() override;
+  void StopLoading() override;
+  void Trust(GTlsCertificate* certificate, const std::string& host) override;
+  std::shared_ptr<void> ReadSource(const std::string& uri, bool shown,
+                                   std::function<void(const std::string&)> done,
+                                   std::function<void(const ErrorPage&)> failed) override;
+
+  void LoadWanted() override { dialogs_.Dismiss(); }
+  void LoadBegan() override;
+  void LoadCommitted() override;
+  void LoadArrived() override;
+  void LoadEnded() override;
+  void Progressed(long progress, long maximum) override;
+  void LoadStatusChanged(const std::string& text) override;
+  void ProcessDied() override;
+
   void MakeView(WebKitWebView* opener);
+  void ListenToLoad();
+  void ListenToPage();
   void LetGoOfView();
   void DropView();
   void ShowStatus();
 
-  static void OnTitle(GObject*, GParamSpec*, gpointer self);
-  static void OnAddress(GObject*, GParamSpec*, gpointer self);
-  static void OnHover(WebKitWebView*, WebKitHitTestResult* hit, guint, gpointer self);
-  static void OnClose(WebKitWebView*, gpointer self);
-  static void OnReady(WebKitWebView*, gpointer self);
-  static GtkWidget* OnCreate(WebKitWebView* view, WebKitNavigationAction*, gpointer self);
-  static void OnDestroyed(GtkWidget*, gpointer self);
+  void TakeTitle();
+  void TakeHover(WebKitHitTestResult* hit);
+  bool Paint(cairo_t* cairo);
+  GtkWidget* Create(WebKitWebView* view, WebKitNavigationAction* action);
+  bool MayAskForWindow(WebKitNavigationAction* action);
 
   BrowserWorld& world_;
   PageOwner* owner_;
-  Owned<GtkWidget> box_, bars_, feet_;
+  // From the top: permissions, a script's question, the view, downloads and finding.
+  Owned<GtkWidget> box_, bars_, questions_, feet_;
   WebKitWebView* view_ = nullptr;
   PageLoad load_;
   ScriptDialogs dialogs_;
+  DownloadBar downloads_;
   std::unique_ptr<FindBar> find_;
-  std::unique_ptr<DownloadBar> downloads_;
   std::string load_status_, hovered_, shown_status_;
   gint64 last_request_ = 0;  // for a window: when, in microseconds
   int requests_ = 0;         // of those in a row
   int asking_ = 0;           // questions about new windows that run now
+  bool blank_ = true;        // the view has shown nothing yet
   bool opened_by_page_ = false;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
+  Callbacks callbacks_;
 };

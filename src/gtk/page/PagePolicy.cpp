@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "gtk/engine/BrowserWorld.h"
-#include "gtk/page/LoadErrors.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/PermissionBar.h"
 
@@ -70,10 +69,7 @@ bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
     return true;
   }
   if (!WantsOtherPlace(action)) return false;
-  const std::weak_ptr<Page> weak = page.weak_from_this();
-  Later([weak, uri] {
-    if (const auto still_there = weak.lock()) still_there->OpenElsewhere(uri);
-  });
+  page.Calls().Later([&page, uri] { page.OpenElsewhere(uri); });
   return true;
 }
 
@@ -90,37 +86,31 @@ bool IsEmptyError(WebKitURIResponse* response) {
   return webkit_uri_response_get_status_code(response) >= 400 && TextOf(length) == "0";
 }
 
-gboolean DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
+bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   WebKitURIResponse* response = webkit_response_policy_decision_get_response(decision);
   const bool shown =
       webkit_response_policy_decision_is_mime_type_supported(decision) && !IsAttachment(response);
   const unsigned status = webkit_uri_response_get_status_code(response);
-  if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return FALSE;
+  if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return false;
   if (IsEmptyError(response)) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     page.Load().ShowErrorInstead(
         LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
-    return TRUE;
+    return true;
   }
-  if (shown || status == 204 || status == 205) return FALSE;
+  if (shown || status == 204 || status == 205) return false;
   webkit_policy_decision_download(WEBKIT_POLICY_DECISION(decision));
-  return TRUE;
+  return true;
 }
 
-gboolean OnDecide(WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
-                  gpointer data) {
-  const auto page = static_cast<Page*>(data)->shared_from_this();
+// True: the decision has been made here, or has been made for later.
+bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
-    return DecideResponse(*page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
-  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
-  if (!TakeRequest(*page, WEBKIT_NAVIGATION_POLICY_DECISION(decision))) return FALSE;
+    return DecideResponse(page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
+  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return false;
+  if (!TakeRequest(page, WEBKIT_NAVIGATION_POLICY_DECISION(decision))) return false;
   webkit_policy_decision_ignore(decision);
-  return TRUE;
-}
-
-gboolean OnPermission(WebKitWebView* view, WebKitPermissionRequest* request, gpointer data) {
-  const auto page = static_cast<Page*>(data)->shared_from_this();
-  return PermissionBar::Ask(*page, TextOf(webkit_web_view_get_uri(view)), request);
+  return true;
 }
 
 }  // namespace
@@ -128,8 +118,14 @@ gboolean OnPermission(WebKitWebView* view, WebKitPermissionRequest* request, gpo
 namespace PagePolicy {
 
 void Attach(Page& page, WebKitWebView* view) {
-  g_signal_connect(view, "decide-policy", G_CALLBACK(OnDecide), &page);
-  g_signal_connect(view, "permission-request", G_CALLBACK(OnPermission), &page);
+  page.Calls().On<gboolean(WebKitWebView*, WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+      view, "decide-policy", [&page](auto*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+        return Decide(page, decision, type);
+      });
+  page.Calls().On<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
+      view, "permission-request", [&page](WebKitWebView* asker, WebKitPermissionRequest* request) {
+        return PermissionBar::Ask(page, TextOf(webkit_web_view_get_uri(asker)), request);
+      });
 }
 
 }  // namespace PagePolicy

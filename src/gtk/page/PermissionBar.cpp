@@ -27,13 +27,6 @@ std::string Wish(WebKitPermissionRequest* request) {
   return sees && hears ? "use the camera and the microphone" : sees ? "use the camera" : "use the microphone";
 }
 
-void OnResponse(GtkInfoBar* bar, int response, gpointer data) {
-  auto* request = WEBKIT_PERMISSION_REQUEST(data);
-  response == GTK_RESPONSE_ACCEPT ? webkit_permission_request_allow(request)
-                                  : webkit_permission_request_deny(request);
-  gtk_widget_destroy(GTK_WIDGET(bar));
-}
-
 }  // namespace
 
 namespace PermissionBar {
@@ -52,9 +45,13 @@ bool Ask(Page& page, const std::string& address, WebKitPermissionRequest* reques
   gtk_label_set_xalign(GTK_LABEL(label), 0);
   gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), label);
   // A request that goes without an answer, with its bar, is denied by the engine.
-  g_signal_connect_data(
-      bar, "response", G_CALLBACK(OnResponse), g_object_ref(request),
-      [](gpointer held, GClosure*) { g_object_unref(held); }, static_cast<GConnectFlags>(0));
+  page.Calls().On<void(GtkWidget*, int)>(
+      bar, "response",
+      [held = std::shared_ptr<WebKitPermissionRequest>(Share(request))](GtkWidget* bar, int response) {
+        response == GTK_RESPONSE_ACCEPT ? webkit_permission_request_allow(held.get())
+                                        : webkit_permission_request_deny(held.get());
+        gtk_widget_destroy(bar);
+      });
   page.AddBar(bar);
   gtk_widget_show_all(bar);
   return true;

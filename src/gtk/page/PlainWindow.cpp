@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "gtk/engine/BrowserWorld.h"
+#include "gtk/page/BrowserWorld.h"
 #include "platform/Text.h"
 
 namespace {
@@ -17,10 +17,11 @@ PlainWindow::PlainWindow(BrowserWorld& world)
       window_(gtk_window_new(GTK_WINDOW_TOPLEVEL)),
       address_(gtk_entry_new()),
       bar_(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 4)),
-      page_(Page::Open(world, *this)) {
+      page_(Page::Open(world, *this)),
+      callbacks_(page_->Runner()) {
   GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
-  back_ = AddButton("go-previous-symbolic", "Back", G_CALLBACK(OnBack));
-  forward_ = AddButton("go-next-symbolic", "Forward", G_CALLBACK(OnForward));
+  back_ = AddButton("go-previous-symbolic", "Back", webkit_web_view_go_back);
+  forward_ = AddButton("go-next-symbolic", "Forward", webkit_web_view_go_forward);
   gtk_box_pack_start(GTK_BOX(bar_), address_, TRUE, TRUE, 2);
   atk_object_set_name(gtk_widget_get_accessible(address_), "Address");
   gtk_style_context_add_class(gtk_widget_get_style_context(bar_), "toolbar");
@@ -29,24 +30,29 @@ PlainWindow::PlainWindow(BrowserWorld& world)
   gtk_container_add(GTK_CONTAINER(window_), rows);
   gtk_window_set_default_size(GTK_WINDOW(window_), UsualWidth, UsualHeight);
   gtk_widget_show_all(rows);
-  g_signal_connect(address_, "activate", G_CALLBACK(OnAddress), this);
-  g_signal_connect(window_, "delete-event", G_CALLBACK(OnDelete), this);
+  callbacks_.On<void(GtkEntry*)>(address_, "activate", [this](auto*) { GoToTyped(); });
+  callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(window_, "delete-event", [this](auto*, auto*) {
+    End();
+    return TRUE;
+  });
   Update();
 }
 
 PlainWindow::~PlainWindow() {
   page_->Close();
-  g_signal_handlers_disconnect_by_data(window_, this);
+  callbacks_.Off(window_);
   gtk_widget_destroy(window_);
 }
 
-GtkWidget* PlainWindow::AddButton(const char* icon, const char* name, GCallback pressed) {
+GtkWidget* PlainWindow::AddButton(const char* icon, const char* name,
+                                  std::function<void(WebKitWebView*)> pressed) {
   GtkWidget* button = gtk_button_new_from_icon_name(icon, GTK_ICON_SIZE_SMALL_TOOLBAR);
   gtk_button_set_relief(GTK_BUTTON(button), GTK_RELIEF_NONE);
   gtk_widget_set_tooltip_text(button, name);
   atk_object_set_name(gtk_widget_get_accessible(button), name);
   gtk_box_pack_start(GTK_BOX(bar_), button, FALSE, FALSE, 0);
-  g_signal_connect(button, "clicked", pressed, this);
+  callbacks_.On<void(GtkWidget*)>(button, "clicked",
+                                  [this, pressed = std::move(pressed)](auto*) { pressed(page_->View()); });
   return button;
 }
 
@@ -82,25 +88,14 @@ void PlainWindow::End() {
   if (std::exchange(ended_, true)) return;
   gtk_widget_hide(window_);
   page_->Quit();
-  Later([this] { world_.Forget(*this); });
+  callbacks_.Later([this] { world_.Forget(*this); });
 }
 
-void PlainWindow::OnBack(GtkWidget*, gpointer self) {
-  webkit_web_view_go_back(static_cast<PlainWindow*>(self)->page_->View());
+void PlainWindow::WindowWanted(Page*& taker, bool& cancel) {
+  world_.AskProgram(world_.PlainWindowPolicy(), taker, cancel);
 }
 
-void PlainWindow::OnForward(GtkWidget*, gpointer self) {
-  webkit_web_view_go_forward(static_cast<PlainWindow*>(self)->page_->View());
-}
-
-void PlainWindow::OnAddress(GtkEntry* entry, gpointer data) {
-  auto* self = static_cast<PlainWindow*>(data);
-  gtk_widget_grab_focus(GTK_WIDGET(self->page_->View()));
-  self->page_->Load().Start(Address::FromTyped(gtk_entry_get_text(entry)));
-}
-
-gboolean PlainWindow::OnDelete(GtkWidget*, GdkEvent*, gpointer data) {
-  auto* self = static_cast<PlainWindow*>(data);
-  self->End();
-  return TRUE;
+void PlainWindow::GoToTyped() {
+  gtk_widget_grab_focus(GTK_WIDGET(page_->View()));
+  page_->Load().Start(Address::FromTyped(gtk_entry_get_text(GTK_ENTRY(address_))));
 }

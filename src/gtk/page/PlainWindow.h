@@ -2,6 +2,7 @@
 
 #include <gtk/gtk.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,20 +28,18 @@ class PlainWindow : private PageOwner {
   void LoadEnded() override { Update(); }
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
-  void WindowWanted(Page*&, bool&) override {}
+  void WindowWanted(Page*& taker, bool& cancel) override;
+  bool HearsScripts() const override { return false; }
   void ReadyToShow() override;
 
-  GtkWidget* AddButton(const char* icon, const char* name, GCallback pressed);
+  GtkWidget* AddButton(const char* icon, const char* name, std::function<void(WebKitWebView*)> pressed);
+  void GoToTyped();
   void Update();
   void End();
-
-  static void OnBack(GtkWidget*, gpointer self);
-  static void OnForward(GtkWidget*, gpointer self);
-  static void OnAddress(GtkEntry*, gpointer self);
-  static gboolean OnDelete(GtkWidget*, GdkEvent*, gpointer self);
 
   BrowserWorld& world_;
   GtkWidget *window_, *back_, *forward_, *address_, *bar_;
   std::shared_ptr<Page> page_;
   bool ended_ = false;
+  Callbacks callbacks_;
 };

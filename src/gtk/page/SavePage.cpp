@@ -4,6 +4,7 @@
 
 #include "gtk/dialog/Dialogs.h"
 #include "gtk/dialog/Notice.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/text/PageNames.h"
 #include "platform/Text.h"
@@ -31,39 +32,45 @@ void Write(const Saving& saving, const char* bytes, gsize length, GError*& error
                            G_FILE_SET_CONTENTS_CONSISTENT, 0666, &error);
 }
 
-void OnStream(GObject* view, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<Saving> saving(static_cast<Saving*>(data));
+void TakeComplete(const Saving& saving, WebKitWebView* view, GAsyncResult* result) {
   GError* error = nullptr;
-  const Owned<GInputStream> page(webkit_web_view_save_finish(WEBKIT_WEB_VIEW(view), result, &error));
+  const Owned<GInputStream> page(webkit_web_view_save_finish(view, result, &error));
   const Owned<GOutputStream> memory(g_memory_output_stream_new_resizable());
   if (page &&
       g_output_stream_splice(memory.get(), page.get(), G_OUTPUT_STREAM_SPLICE_NONE, nullptr, &error) >= 0) {
     auto* held = G_MEMORY_OUTPUT_STREAM(memory.get());
-    Write(*saving, static_cast<const char*>(g_memory_output_stream_get_data(held)),
+    Write(saving, static_cast<const char*>(g_memory_output_stream_get_data(held)),
           g_memory_output_stream_get_data_size(held), error);
   }
   const OwnedError reason(error);
-  if (reason) Fail(*saving, reason->message);
+  if (reason) Fail(saving, reason->message);
 }
 
-void OnSource(GObject* resource, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<Saving> saving(static_cast<Saving*>(data));
+void TakeHtml(const Saving& saving, WebKitWebResource* resource, GAsyncResult* result) {
   gsize length = 0;
   GError* error = nullptr;
-  guchar* bytes = webkit_web_resource_get_data_finish(WEBKIT_WEB_RESOURCE(resource), result, &length, &error);
-  if (!error) Write(*saving, reinterpret_cast<const char*>(bytes), length, error);
+  guchar* bytes = webkit_web_resource_get_data_finish(resource, result, &length, &error);
+  if (!error) Write(saving, reinterpret_cast<const char*>(bytes), length, error);
   g_free(bytes);
   const OwnedError reason(error);
-  if (reason) Fail(*saving, reason->message);
+  if (reason) Fail(saving, reason->message);
 }
 
+// What is being saved is written even where its page closes meanwhile.
 void Save(Page& page, const std::string& path, bool complete) {
-  auto saving = std::make_unique<Saving>(Saving{page.weak_from_this(), path});
+  const Saving saving{page.weak_from_this(), path};
+  Callbacks& calls = page.World().Lasting();
   WebKitWebResource* source = webkit_web_view_get_main_resource(page.View());
   if (complete)
-    webkit_web_view_save(page.View(), WEBKIT_SAVE_MODE_MHTML, nullptr, OnStream, saving.release());
+    webkit_web_view_save(page.View(), WEBKIT_SAVE_MODE_MHTML, nullptr, Callbacks::Ended,
+                         calls.Ending([saving](GObject* view, GAsyncResult* result) {
+                           TakeComplete(saving, WEBKIT_WEB_VIEW(view), result);
+                         }));
   else if (source)
-    webkit_web_resource_get_data(source, nullptr, OnSource, saving.release());
+    webkit_web_resource_get_data(source, nullptr, Callbacks::Ended,
+                                 calls.Ending([saving](GObject* resource, GAsyncResult* result) {
+                                   TakeHtml(saving, WEBKIT_WEB_RESOURCE(resource), result);
+                                 }));
   else
     Notice::Show(page.Window(), "The page wasn't saved",
                  "There is no HTML to write to the file \"" + path +
@@ -92,13 +99,12 @@ Kind KindOf(const std::string& path) {
 }
 
 // The name follows the kind that is chosen.
-void OnFilter(GObject* chooser, GParamSpec*, gpointer html_filter) {
-  const bool complete = gtk_file_chooser_get_filter(GTK_FILE_CHOOSER(chooser)) != html_filter;
-  std::string name = TakeText(gtk_file_chooser_get_current_name(GTK_FILE_CHOOSER(chooser)));
+void FollowFilter(GtkFileChooser* chooser, const GtkFileFilter* html_filter) {
+  const bool complete = gtk_file_chooser_get_filter(chooser) != html_filter;
+  std::string name = TakeText(gtk_file_chooser_get_current_name(chooser));
   if (KindOf(name) != Kind::Unknown) name.erase(name.rfind('.'));
   if (name.empty()) return;
-  gtk_file_chooser_set_current_name(GTK_FILE_CHOOSER(chooser),
-                                    (name + (complete ? Complete : HtmlOnly)).c_str());
+  gtk_file_chooser_set_current_name(chooser, (name + (complete ? Complete : HtmlOnly)).c_str());
 }
 
 // The dialog has asked about the name that was typed, not about the one with the extension.
@@ -108,23 +114,15 @@ bool MayReplace(Page& page, const std::string& path) {
                          "Save As") == Answer::Yes;
 }
 
-struct Question {
-  std::weak_ptr<Page> page;
-  GtkFileFilter* html_filter;  // the dialog's own
-};
-
-void OnChosen(GtkNativeDialog* dialog, int response, gpointer data) {
-  const std::unique_ptr<Question> question(static_cast<Question*>(data));
-  const Owned<GtkNativeDialog> drop(dialog);
-  auto* chooser = GTK_FILE_CHOOSER(dialog);
+// `html_filter` is the dialog's own.
+void TakeChoice(Page& page, GtkFileChooser* chooser, const GtkFileFilter* html_filter) {
   std::string path = TakeText(gtk_file_chooser_get_filename(chooser));
-  const auto page = question->page.lock();
-  if (response != GTK_RESPONSE_ACCEPT || path.empty() || !page || page->Closed()) return;
+  if (path.empty() || page.Closed()) return;
   if (KindOf(path) == Kind::Unknown) {
-    path += gtk_file_chooser_get_filter(chooser) == question->html_filter ? HtmlOnly : Complete;
-    if (!MayReplace(*page, path) || page->Closed()) return;
+    path += gtk_file_chooser_get_filter(chooser) == html_filter ? HtmlOnly : Complete;
+    if (!MayReplace(page, path) || page.Closed()) return;
   }
-  Save(*page, path, KindOf(path) == Kind::Complete);
+  Save(page, path, KindOf(path) == Kind::Complete);
 }
 
 }  // namespace
@@ -140,9 +138,21 @@ void Ask(Page& page) {
   AddFilter(chooser, "Complete page in one file (*.mhtml)", {"*.mhtml", "*.mht"});
   GtkFileFilter* html = AddFilter(chooser, "The page's HTML only (*.html)", {"*.html", "*.htm", "*.xhtml"});
   gtk_file_chooser_set_current_name(chooser, (PageNames::FromTitle(page.Title()) + Complete).c_str());
-  g_signal_connect(dialog, "notify::filter", G_CALLBACK(OnFilter), html);
-  auto* question = new Question{page.weak_from_this(), html};
-  g_signal_connect(dialog, "response", G_CALLBACK(OnChosen), question);
+  // The dialog lives in its handlers, until they are taken off.
+  Callbacks& calls = page.World().Lasting();
+  const std::shared_ptr<GtkFileChooserNative> held(dialog, Unreference());
+  calls.On<void(GtkFileChooser*, GParamSpec*)>(
+      dialog, "notify::filter", [html](GtkFileChooser* changed, auto*) { FollowFilter(changed, html); });
+  calls.On<void(GtkNativeDialog*, int)>(
+      dialog, "response",
+      [weak = page.weak_from_this(), html, held, &calls](GtkNativeDialog* answered, int response) {
+        const auto keep = held;
+        const auto still_there = weak.lock();
+        const GtkFileFilter* filter = html;
+        calls.Off(answered);
+        if (response == GTK_RESPONSE_ACCEPT && still_there)
+          TakeChoice(*still_there, GTK_FILE_CHOOSER(answered), filter);
+      });
   gtk_native_dialog_show(GTK_NATIVE_DIALOG(dialog));
 }
 

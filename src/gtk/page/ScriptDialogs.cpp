@@ -1,10 +1,7 @@
 #include "gtk/page/ScriptDialogs.h"
 
-#include <string>
 #include <utility>
 
-#include "gtk/page/Page.h"
-#include "gtk/page/text/Address.h"
 #include "platform/Text.h"
 
 namespace {
@@ -28,36 +25,67 @@ void SetAnswer(WebKitScriptDialog* dialog, bool accepted, const char* text) {
   }
 }
 
-std::string Heading(WebKitScriptDialogType type, const std::string& address) {
+bool AsksToLeave(WebKitScriptDialog* dialog) {
+  return webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
+}
+
+std::string Heading(WebKitScriptDialogType type, const std::string& asker) {
   if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
     return "Leave this page? What you have entered may be lost.";
-  const std::string host = Address::Host(address);
-  return (host.empty() ? "This page" : host) + (type == WEBKIT_SCRIPT_DIALOG_ALERT ? " says:" : " asks:");
+  return (asker.empty() ? "This page" : asker) + (type == WEBKIT_SCRIPT_DIALOG_ALERT ? " says:" : " asks:");
 }
 
-GtkWidget* AddLabel(GtkWidget* box, const std::string& text) {
-  GtkWidget* label = gtk_label_new(text.c_str());
+Owned<GtkWidget> Keep(GtkWidget* widget) { return Owned<GtkWidget>(GTK_WIDGET(g_object_ref_sink(widget))); }
+
+Owned<GtkWidget> MakeLabel() {
+  GtkWidget* label = gtk_label_new(nullptr);
   gtk_label_set_line_wrap(GTK_LABEL(label), TRUE);
   gtk_label_set_line_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
-  gtk_label_set_selectable(GTK_LABEL(label), FALSE);
   gtk_label_set_xalign(GTK_LABEL(label), 0);
-  gtk_container_add(GTK_CONTAINER(box), label);
-  return label;
+  return Keep(label);
 }
 
-void AddMessage(GtkWidget* box, const std::string& text) {
+void MakeBold(GtkWidget* label) {
+  PangoAttrList* bold = pango_attr_list_new();
+  pango_attr_list_insert(bold, pango_attr_weight_new(PANGO_WEIGHT_BOLD));
+  gtk_label_set_attributes(GTK_LABEL(label), bold);
+  pango_attr_list_unref(bold);
+}
+
+Owned<GtkWidget> MakeScroller(GtkWidget* inside) {
   GtkWidget* scroller = gtk_scrolled_window_new(nullptr, nullptr);
   gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(scroller), GTK_POLICY_NEVER, GTK_POLICY_AUTOMATIC);
   gtk_scrolled_window_set_propagate_natural_height(GTK_SCROLLED_WINDOW(scroller), TRUE);
   gtk_scrolled_window_set_max_content_height(GTK_SCROLLED_WINDOW(scroller), MostHeight);
-  AddLabel(scroller, Text::Left(text, MostCharacters));
-  gtk_container_add(GTK_CONTAINER(box), scroller);
+  gtk_container_add(GTK_CONTAINER(scroller), inside);
+  return Keep(scroller);
 }
 
 }  // namespace
 
-void ScriptDialogs::Attach(WebKitWebView* view) {
-  g_signal_connect(view, "script-dialog", G_CALLBACK(OnDialog), this);
+ScriptDialogs::ScriptDialogs(GtkWidget* place, Answered answered, Callbacks::Runner runner)
+    : answered_(std::move(answered)), place_(Share(place)), callbacks_(std::move(runner)) {}
+
+void ScriptDialogs::MakeBar() {
+  bar_ = Keep(gtk_info_bar_new());
+  auto* bar = GTK_INFO_BAR(bar_.get());
+  gtk_info_bar_set_message_type(bar, GTK_MESSAGE_QUESTION);
+  yes_ = Share(gtk_info_bar_add_button(bar, "_OK", GTK_RESPONSE_OK));
+  no_ = Share(gtk_info_bar_add_button(bar, "_Cancel", GTK_RESPONSE_CANCEL));
+  heading_ = MakeLabel();
+  MakeBold(heading_.get());
+  message_ = MakeLabel();
+  scroller_ = MakeScroller(message_.get());
+  entry_ = Keep(gtk_entry_new());
+  enough_ = Keep(gtk_check_button_new_with_mnemonic("The page may not ask _again"));
+  GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
+  for (const auto* part : {&heading_, &scroller_, &entry_, &enough_})
+    gtk_container_add(GTK_CONTAINER(rows), part->get());
+  gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(bar)), rows);
+  callbacks_.On<void(GtkInfoBar*, int)>(
+      bar, "response", [this](auto*, int response) { Respond(response == GTK_RESPONSE_OK); });
+  callbacks_.On<void(GtkEntry*)>(entry_.get(), "activate", [this](auto*) { Respond(true); });
+  gtk_box_pack_start(GTK_BOX(place_.get()), bar_.get(), FALSE, TRUE, 0);
 }
 
 void ScriptDialogs::Forget() {
@@ -65,77 +93,55 @@ void ScriptDialogs::Forget() {
   silenced_ = false;
 }
 
-gboolean ScriptDialogs::OnDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer data) {
-  auto* self = static_cast<ScriptDialogs*>(data);
+void ScriptDialogs::Ask(WebKitScriptDialog* dialog, const std::string& asker) {
   // Where a page must not ask any more, nothing keeps the user from leaving it.
-  const bool leaves =
-      webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
-  if (self->silenced_)
-    SetAnswer(dialog, leaves, "");
-  else
-    self->Ask(dialog);
-  return TRUE;
-}
-
-void ScriptDialogs::Ask(WebKitScriptDialog* dialog) {
+  if (silenced_) return SetAnswer(dialog, AsksToLeave(dialog), "");
   Answer(false);
-  dialog_ = webkit_script_dialog_ref(dialog);
+  dialog_.reset(webkit_script_dialog_ref(dialog));
   ++asked_;
-  const WebKitScriptDialogType type = webkit_script_dialog_get_dialog_type(dialog);
-  bar_ = MakeBar(type);
-  page_.AddBar(bar_);
-  gtk_widget_show_all(bar_);
-  // A page behind, or beside what the user is typing into, doesn't take the keyboard.
-  GtkWidget* top = gtk_widget_get_toplevel(page_.Widget());
+  if (!bar_) MakeBar();
+  Fill(asker);
+  TakeKeyboard();
+}
+
+void ScriptDialogs::Fill(const std::string& asker) {
+  const WebKitScriptDialogType type = webkit_script_dialog_get_dialog_type(dialog_.get());
+  const bool leaves = AsksToLeave(dialog_.get());
+  const bool prompts = type == WEBKIT_SCRIPT_DIALOG_PROMPT;
+  gtk_button_set_label(GTK_BUTTON(yes_.get()), leaves ? "_Leave" : "_OK");
+  gtk_button_set_label(GTK_BUTTON(no_.get()), leaves ? "_Stay" : "_Cancel");
+  gtk_label_set_text(GTK_LABEL(heading_.get()), Heading(type, asker).c_str());
+  const std::string message =
+      Text::Left(TextOf(webkit_script_dialog_get_message(dialog_.get())), MostCharacters);
+  gtk_label_set_text(GTK_LABEL(message_.get()), message.c_str());
+  if (prompts) {
+    const std::string text = TextOf(webkit_script_dialog_prompt_get_default_text(dialog_.get()));
+    gtk_entry_set_text(GTK_ENTRY(entry_.get()), text.c_str());
+  }
+  gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(enough_.get()), FALSE);
+  gtk_widget_show_all(bar_.get());
+  gtk_widget_set_visible(no_.get(), type != WEBKIT_SCRIPT_DIALOG_ALERT);
+  gtk_widget_set_visible(scroller_.get(), !leaves);
+  gtk_widget_set_visible(entry_.get(), prompts);
+  gtk_widget_set_visible(enough_.get(), asked_ >= PatientQuestions);
+}
+
+// A page behind, or beside what the user is typing into, doesn't take the keyboard.
+void ScriptDialogs::TakeKeyboard() {
+  GtkWidget* page = gtk_widget_get_parent(place_.get());
+  GtkWidget* top = gtk_widget_get_toplevel(place_.get());
   GtkWidget* focus = GTK_IS_WINDOW(top) ? gtk_window_get_focus(GTK_WINDOW(top)) : nullptr;
-  if (gtk_widget_get_mapped(page_.Widget()) && (!focus || gtk_widget_is_ancestor(focus, page_.Widget())))
-    gtk_widget_grab_focus(entry_ ? entry_ : first_button_);
+  if (!page || !gtk_widget_get_mapped(page) || (focus && !gtk_widget_is_ancestor(focus, page))) return;
+  gtk_widget_grab_focus(gtk_widget_get_visible(entry_.get()) ? entry_.get() : yes_.get());
 }
 
-GtkWidget* ScriptDialogs::MakeBar(WebKitScriptDialogType type) {
-  const bool leaves = type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
-  GtkWidget* bar = gtk_info_bar_new();
-  gtk_info_bar_set_message_type(GTK_INFO_BAR(bar), GTK_MESSAGE_QUESTION);
-  first_button_ = gtk_info_bar_add_button(GTK_INFO_BAR(bar), leaves ? "_Leave" : "_OK", GTK_RESPONSE_OK);
-  if (type != WEBKIT_SCRIPT_DIALOG_ALERT)
-    gtk_info_bar_add_button(GTK_INFO_BAR(bar), leaves ? "_Stay" : "_Cancel", GTK_RESPONSE_CANCEL);
-  GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
-  gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), box);
-  GtkWidget* heading = AddLabel(box, Heading(type, page_.Address()));
-  PangoAttrList* bold = pango_attr_list_new();
-  pango_attr_list_insert(bold, pango_attr_weight_new(PANGO_WEIGHT_BOLD));
-  gtk_label_set_attributes(GTK_LABEL(heading), bold);
-  pango_attr_list_unref(bold);
-  if (!leaves) AddMessage(box, TextOf(webkit_script_dialog_get_message(dialog_)));
-  entry_ = enough_ = nullptr;
-  if (type == WEBKIT_SCRIPT_DIALOG_PROMPT) {
-    entry_ = gtk_entry_new();
-    gtk_entry_set_text(GTK_ENTRY(entry_),
-                       TextOf(webkit_script_dialog_prompt_get_default_text(dialog_)).c_str());
-    gtk_container_add(GTK_CONTAINER(box), entry_);
-    g_signal_connect(entry_, "activate", G_CALLBACK(OnActivate), this);
-  }
-  if (asked_ >= PatientQuestions) {
-    enough_ = gtk_check_button_new_with_mnemonic("The page may not ask _again");
-    gtk_container_add(GTK_CONTAINER(box), enough_);
-  }
-  g_signal_connect(bar, "response", G_CALLBACK(OnResponse), this);
-  return bar;
-}
-
-void ScriptDialogs::Answer(bool accepted) {
-  if (!dialog_) return;
-  WebKitScriptDialog* dialog = std::exchange(dialog_, nullptr);
-  GtkWidget* bar = std::exchange(bar_, nullptr);
-  const std::string text = entry_ ? gtk_entry_get_text(GTK_ENTRY(entry_)) : "";
-  silenced_ = enough_ && gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(enough_));
-  const bool stays =
-      !accepted && webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
-  SetAnswer(dialog, accepted, text.c_str());
-  webkit_script_dialog_close(dialog);
-  webkit_script_dialog_unref(dialog);
-  gtk_widget_destroy(bar);
-  if (stays) page_.Load().Denied();
+ScriptDialogs::Outcome ScriptDialogs::Answer(bool accepted) {
+  if (!dialog_) return Outcome::Answered;
+  const auto dialog = std::move(dialog_);
+  silenced_ = gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(enough_.get()));
+  SetAnswer(dialog.get(), accepted, gtk_entry_get_text(GTK_ENTRY(entry_.get())));
+  gtk_widget_hide(bar_.get());
+  return !accepted && AsksToLeave(dialog.get()) ? Outcome::StaysOnPage : Outcome::Answered;
 }
 
 void ScriptDialogs::Dismiss() {
@@ -144,11 +150,9 @@ void ScriptDialogs::Dismiss() {
   silenced_ = true;
 }
 
-void ScriptDialogs::OnResponse(GtkInfoBar*, int response, gpointer data) {
-  auto* self = static_cast<ScriptDialogs*>(data);
-  const auto keep = self->page_.shared_from_this();
-  self->Answer(response == GTK_RESPONSE_OK);
-  if (!self->page_.Closed()) gtk_widget_grab_focus(GTK_WIDGET(self->page_.View()));
+void ScriptDialogs::Respond(bool accepted) {
+  if (!dialog_) return;
+  const Outcome outcome = Answer(accepted);
+  const Answered answered = answered_;
+  answered(outcome);
 }
-
-void ScriptDialogs::OnActivate(GtkEntry*, gpointer data) { OnResponse(nullptr, GTK_RESPONSE_OK, data); }

@@ -3,34 +3,52 @@
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
 
-class Page;
+#include <functional>
+#include <memory>
+#include <string>
 
-// What a page's scripts ask the user, above the page. The page waits for the answer, the rest of the program
-// doesn't; and a page that asks again and again can be told to stop.
+#include "gtk/base/Callbacks.h"
+#include "gtk/base/GObjects.h"
+
+// What a page's scripts ask the user, in one bar above the page. The page waits for the answer, the rest of
+// the program doesn't; and a page that asks again and again can be told to stop.
 class ScriptDialogs {
  public:
-  explicit ScriptDialogs(Page& page) : page_(page) {}
+  enum class Outcome { Answered, StaysOnPage };
+  // The user has answered. Nothing of this object is used after it.
+  using Answered = std::function<void(Outcome outcome)>;
+
+  // The bar is made in `place`, a box, when the first question comes.
+  ScriptDialogs(GtkWidget* place, Answered answered, Callbacks::Runner runner);
   ScriptDialogs(const ScriptDialogs&) = delete;
   ~ScriptDialogs() { Dismiss(); }
 
-  void Attach(WebKitWebView* view);
+  // Puts a question; one that is up is taken back. `asker` names the site, empty for none.
+  void Ask(WebKitScriptDialog* dialog, const std::string& asker);
   // The user goes elsewhere: takes back the question that is up, as if refused, and the page asks no more.
   void Dismiss();
   // The questions of the next page count anew.
   void Forget();
 
  private:
-  void Ask(WebKitScriptDialog* dialog);
-  void Answer(bool accepted);
-  GtkWidget* MakeBar(WebKitScriptDialogType type);
+  struct Close {
+    void operator()(WebKitScriptDialog* dialog) const {
+      webkit_script_dialog_close(dialog);
+      webkit_script_dialog_unref(dialog);
+    }
+  };
 
-  static gboolean OnDialog(WebKitWebView*, WebKitScriptDialog* dialog, gpointer self);
-  static void OnResponse(GtkInfoBar*, int response, gpointer self);
-  static void OnActivate(GtkEntry*, gpointer self);
+  void MakeBar();
+  void Fill(const std::string& asker);
+  void TakeKeyboard();
+  void Respond(bool accepted);
+  Outcome Answer(bool accepted);
 
-  Page& page_;
-  WebKitScriptDialog* dialog_ = nullptr;  // the question that is up
-  GtkWidget *bar_ = nullptr, *first_button_ = nullptr, *entry_ = nullptr, *enough_ = nullptr;
+  Answered answered_;
+  std::unique_ptr<WebKitScriptDialog, Close> dialog_;  // the question that is up
+  // All of them kept past their end: the window around them may go first.
+  Owned<GtkWidget> place_, bar_, heading_, message_, scroller_, entry_, enough_, yes_, no_;
   int asked_ = 0;
   bool silenced_ = false;
+  Callbacks callbacks_;
 };

@@ -7,10 +7,8 @@
 #include <optional>
 #include <string_view>
 
-#include "gtk/engine/BrowserWorld.h"
-#include "gtk/page/DownloadBar.h"
-#include "gtk/page/LoadErrors.h"
-#include "gtk/page/Page.h"
+#include "gtk/engine/Engine.h"
+#include "gtk/page/LoadFaults.h"
 #include "gtk/page/text/Address.h"
 #include "gtk/page/text/SourcePage.h"
 #include "platform/Failure.h"
@@ -84,72 +82,56 @@ std::string SentEncoding(WebKitURIResponse* response) {
 
 }  // namespace
 
-SourceLoad::SourceLoad(std::string uri, Done done, Failed failed)
-    : uri_(std::move(uri)),
+SourceLoad::SourceLoad(Engine& engine, const std::string& uri, WebKitWebResource* shown, Done done,
+                       Failed failed, Callbacks::Runner runner)
+    : engine_(engine),
+      uri_(uri),
       done_(std::move(done)),
       failed_(std::move(failed)),
-      cancel_(g_cancellable_new()) {}
+      cancel_(g_cancellable_new()),
+      callbacks_(std::move(runner)) {
+  if (shown)
+    ReadShown(shown);
+  else
+    callbacks_.Later([this] { ReadElsewhere(); });
+}
 
 SourceLoad::~SourceLoad() {
-  if (idle_) g_source_remove(idle_);
   g_cancellable_cancel(cancel_.get());
-  if (download_) {
-    g_signal_handlers_disconnect_by_data(download_.get(), this);
-    webkit_download_cancel(download_.get());
-  }
+  if (const auto download = Ended()) webkit_download_cancel(download.get());
   if (!temporary_.empty()) ::unlink(temporary_.c_str());
 }
 
-std::unique_ptr<SourceLoad> SourceLoad::Begin(Page& page, const std::string& uri, bool shown, Done done,
-                                              Failed failed) {
-  std::unique_ptr<SourceLoad> load(new SourceLoad(uri, std::move(done), std::move(failed)));
-  load->page_ = &page;
-  load->engine_folder_ = page.World().EngineFolder();
-  WebKitWebResource* resource = shown ? webkit_web_view_get_main_resource(page.View()) : nullptr;
-  if (resource)
-    load->ReadShown(resource);
-  else
-    load->idle_ = g_idle_add(OnIdle, load.get());
-  return load;
-}
-
 void SourceLoad::ReadShown(WebKitWebResource* resource) {
-  webkit_web_resource_get_data(resource, cancel_.get(), OnShown, this);
+  webkit_web_resource_get_data(resource, cancel_.get(), Callbacks::Ended,
+                               callbacks_.Ending([this](GObject* source, GAsyncResult* result) {
+                                 TakeShown(WEBKIT_WEB_RESOURCE(source), result);
+                               }));
 }
 
-void SourceLoad::OnShown(GObject* source, GAsyncResult* result, gpointer data) {
-  auto* resource = WEBKIT_WEB_RESOURCE(source);
+void SourceLoad::TakeShown(WebKitWebResource* resource, GAsyncResult* result) {
   gsize length = 0;
   GError* error = nullptr;
   guchar* bytes = webkit_web_resource_get_data_finish(resource, result, &length, &error);
   const OwnedError wrong(error);
-  // The object may be gone where the reading was cancelled.
-  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-  auto* self = static_cast<SourceLoad*>(data);
-  if (wrong) {
-    self->idle_ = g_idle_add(OnIdle, self);
-    return;
-  }
-  const std::string source_text(reinterpret_cast<const char*>(bytes), length);
+  if (wrong) return ReadElsewhere();
+  const std::string text(reinterpret_cast<const char*>(bytes), length);
   g_free(bytes);
-  self->Tell(source_text, SentEncoding(webkit_web_resource_get_response(resource)));
+  Tell(text, SentEncoding(webkit_web_resource_get_response(resource)));
 }
 
-gboolean SourceLoad::OnIdle(gpointer data) {
-  auto* self = static_cast<SourceLoad*>(data);
-  self->idle_ = 0;
-  const std::string scheme = Address::Scheme(self->uri_);
-  if (self->uri_.empty() || scheme == "about")
-    self->Tell({}, {});
+void SourceLoad::ReadElsewhere() {
+  const std::string scheme = Address::Scheme(uri_);
+  if (uri_.empty() || scheme == "about")
+    Tell({}, {});
   else if (scheme == "file")
-    self->ReadFile();
+    ReadFile();
   else if (scheme != "http" && scheme != "https")
-    self->Fail(LoadErrors::NoAddress("view-source:" + self->uri_));
-  else if (self->page_->World().Offline())
-    self->Fail(LoadErrors::WorksOffline("view-source:" + self->uri_));
+    Fail(LoadErrors::NoAddress(Address()));
+  else if (engine_.Offline())
+    Fail(LoadErrors::WorksOffline(Address()));
   else
-    self->Fetch();
-  return G_SOURCE_REMOVE;
+    Fetch();
 }
 
 void SourceLoad::ReadFile() {
@@ -157,58 +139,45 @@ void SourceLoad::ReadFile() {
   try {
     bytes = ReadWholeFile(TakeText(g_filename_from_uri(uri_.c_str(), nullptr, nullptr)));
   } catch (const Failure& failure) {
-    return FailReading(failure);
+    return Fail({LoadFault::Kind::File, failure.what()});
   }
   Tell(bytes, {});
 }
 
-void SourceLoad::FailReading(const Failure& failure) {
-  const OwnedError error(
-      g_error_new_literal(WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_FILE_DOES_NOT_EXIST, failure.what()));
-  ErrorPage page = LoadErrors::Failed(uri_, error.get());
-  page.address = "view-source:" + uri_;
-  Fail(page);
-}
-
 void SourceLoad::Fetch() {
-  download_.reset(webkit_web_context_download_uri(page_->World().Context(), uri_.c_str()));
-  DownloadBar::KeepOut(download_.get());
-  g_signal_connect(download_.get(), "decide-destination", G_CALLBACK(OnDestination), this);
-  g_signal_connect(download_.get(), "failed", G_CALLBACK(OnFetchFailed), this);
-  g_signal_connect(download_.get(), "finished", G_CALLBACK(OnFetched), this);
+  download_ = engine_.Fetches().FetchUnseen(uri_.c_str());
+  callbacks_.On<gboolean(WebKitDownload*, const char*)>(download_.get(), "decide-destination",
+                                                        [this](WebKitDownload* download, const char*) {
+                                                          SetDestination(download);
+                                                          return TRUE;
+                                                        });
+  callbacks_.On<void(WebKitDownload*, GError*)>(download_.get(), "failed", [this](auto*, GError* error) {
+    const auto ended = Ended();
+    Fail(FaultOf(uri_, error));
+  });
+  callbacks_.On<void(WebKitDownload*)>(download_.get(), "finished",
+                                       [this](WebKitDownload* download) { TakeFetched(download); });
 }
 
-gboolean SourceLoad::OnDestination(WebKitDownload* download, const char*, gpointer data) {
-  auto* self = static_cast<SourceLoad*>(data);
-  self->temporary_ = self->engine_folder_ + "/source-" + TakeText(g_uuid_string_random());
-  webkit_download_set_destination(download, Address::FromPath(self->temporary_).c_str());
-  return TRUE;
+void SourceLoad::SetDestination(WebKitDownload* download) {
+  temporary_ = engine_.Folder() + "/source-" + TakeText(g_uuid_string_random());
+  webkit_download_set_destination(download, Address::FromPath(temporary_).c_str());
 }
 
-void SourceLoad::OnFetchFailed(WebKitDownload*, GError* error, gpointer data) {
-  auto* self = static_cast<SourceLoad*>(data);
-  const auto ended = self->Ended();
-  ErrorPage page = LoadErrors::Failed(self->uri_, error);
-  page.address = "view-source:" + self->uri_;
-  page.actions = {{"Try again", page.address}};
-  self->Fail(page);
-}
-
-void SourceLoad::OnFetched(WebKitDownload* download, gpointer data) {
-  auto* self = static_cast<SourceLoad*>(data);
+void SourceLoad::TakeFetched(WebKitDownload* download) {
   std::string bytes;
-  const auto ended = self->Ended();
+  const auto ended = Ended();
   try {
-    bytes = ReadWholeFile(self->temporary_);
+    bytes = ReadWholeFile(temporary_);
   } catch (const Failure& failure) {
-    return self->FailReading(failure);
+    return Fail({LoadFault::Kind::Other, failure.what()});
   }
-  self->Tell(bytes, SentEncoding(webkit_download_get_response(download)));
+  Tell(bytes, SentEncoding(webkit_download_get_response(download)));
 }
 
 // A download that has come to its end must not be cancelled any more.
 Owned<WebKitDownload> SourceLoad::Ended() {
-  g_signal_handlers_disconnect_by_data(download_.get(), this);
+  if (download_) callbacks_.Off(download_.get());
   return std::move(download_);
 }
 
@@ -221,4 +190,11 @@ void SourceLoad::Tell(const std::string& bytes, const std::string& encoding) {
 void SourceLoad::Fail(const ErrorPage& error) {
   const Failed failed = failed_;
   failed(error);
+}
+
+void SourceLoad::Fail(const LoadFault& fault) {
+  ErrorPage page = LoadErrors::Failed(uri_, fault);
+  page.address = Address();
+  page.actions = {{"Try again", page.address}};
+  Fail(page);
 }

@@ -16,7 +16,7 @@
 #include "gtk/base/ProgramLine.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "gtk/dialog/Dialogs.h"
-#include "gtk/engine/BrowserWorld.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/GtkBrowser.h"
 #include "gtk/window/GtkComboField.h"
 #include "gtk/window/ProgramFiles.h"
@@ -56,7 +56,12 @@ std::string GtkDesktop::ProgramFolder() {
 }
 
 BrowserWorld& GtkDesktop::World() {
-  if (!world_) world_ = std::make_unique<BrowserWorld>(ProgramFolder(), Gate, [this] { return MainFrame(); });
+  const auto policy = [this](Browser*& taker, bool& cancel) {
+    if (NewWindow2) NewWindow2(taker, cancel);
+  };
+  if (!world_)
+    world_ = std::make_unique<BrowserWorld>(
+        ProgramFolder(), Gate, [this] { return MainFrame(); }, policy);
   return *world_;
 }
 

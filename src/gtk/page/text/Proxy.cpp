@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 #include "gtk/page/text/Address.h"
 
@@ -10,6 +11,12 @@ namespace {
 constexpr std::array<std::string_view, 5> Schemes = {"http", "https", "socks", "socks4", "socks5"};
 constexpr int MostPort = 65535;
 
+bool IsPort(std::string_view text) {
+  int port = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
+  return error == std::errc() && end == text.data() + text.size() && port > 0 && port <= MostPort;
+}
+
 // "host" or "host:port". The rules are those of any address's host.
 bool IsPlace(std::string_view place) {
   if (place.empty() || place.find_first_of(" \t\r\n/?#~") != place.npos) return false;
@@ -17,10 +24,8 @@ bool IsPlace(std::string_view place) {
   const std::string scheme = Address::Scheme(target.uri);
   if (!target.valid || (scheme != "http" && scheme != "https")) return false;
   const size_t colon = place.rfind(':');
-  if (colon == place.npos || place.find(']', colon) != place.npos) return true;
-  // No more than five digits, as the address has been taken.
-  const std::string port(place.substr(colon + 1));
-  return port.empty() || (std::stoi(port) > 0 && std::stoi(port) <= MostPort);
+  if (colon == place.npos || place.find(']', colon) != place.npos || colon + 1 == place.size()) return true;
+  return IsPort(place.substr(colon + 1));
 }
 
 }  // namespace

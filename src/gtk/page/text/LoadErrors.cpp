@@ -1,6 +1,5 @@
-#include "gtk/page/LoadErrors.h"
+#include "gtk/page/text/LoadErrors.h"
 
-#include "gtk/base/GObjects.h"
 #include "gtk/page/text/Address.h"
 
 namespace {
@@ -14,40 +13,44 @@ constexpr const char* CheckConnection =
     "Look whether this computer is connected to the network, and try again in a moment.";
 
 Reason ForFile(const std::string& uri) {
-  return {"The file can't be opened",
-          "There is no such file or folder, or you may not read it: " + Address::Unescape(uri.substr(7)),
+  const std::string prefix = "file://";
+  const std::string path = Address::Unescape(uri.starts_with(prefix) ? uri.substr(prefix.size()) : uri);
+  return {"The file can't be opened", "There is no such file or folder, or you may not read it: " + path,
           "Look whether the path is spelt right and the file hasn't been moved."};
 }
 
-Reason ForNetwork(const std::string& uri, const GError* error) {
+Reason ForFault(const std::string& uri, const LoadFault& fault) {
+  using Kind = LoadFault::Kind;
   const std::string host = Address::Host(uri);
-  if (error->domain == G_RESOLVER_ERROR)
-    return {"The site can't be found", "No computer of the name \"" + host + "\" could be found.",
-            std::string(CheckAddress) + " " + CheckConnection};
-  if (error->domain == G_TLS_ERROR)
-    return {"No secure connection",
-            "A secure connection to " + host + " could not be made: " + error->message + ".",
-            "The site may be set up wrongly, or something between you and the site changes the connection."};
-  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CONNECTION_REFUSED))
-    return {"The site refuses the connection", host + " is there, but nothing answers at this address.",
-            std::string(CheckAddress) + " The site may be down: try again in a moment."};
-  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
-    return {"The site doesn't answer", host + " took too long to answer.", CheckConnection};
-  if (error->domain == G_IO_ERROR)
-    return {"The connection failed", "The connection to " + host + " failed: " + error->message + ".",
-            CheckConnection};
-  return {"The page can't be shown", std::string("Loading it failed: ") + error->message + ".",
+  switch (fault.kind) {
+    case Kind::File:
+      return ForFile(uri);
+    case Kind::UnknownKind:
+      return {"This kind of address can't be opened",
+              "Nothing here knows how to open addresses that begin with \"" + Address::Scheme(uri) + ":\".",
+              CheckAddress};
+    case Kind::NoSuchHost:
+      return {"The site can't be found", "No computer of the name \"" + host + "\" could be found.",
+              std::string(CheckAddress) + " " + CheckConnection};
+    case Kind::NotSecure:
+      return {
+          "No secure connection",
+          "A secure connection to " + host + " could not be made: " + fault.message + ".",
+          "The site may be set up wrongly, or something between you and the site changes the connection."};
+    case Kind::Refused:
+      return {"The site refuses the connection", host + " is there, but nothing answers at this address.",
+              std::string(CheckAddress) + " The site may be down: try again in a moment."};
+    case Kind::TimedOut:
+      return {"The site doesn't answer", host + " took too long to answer.", CheckConnection};
+    case Kind::Connection:
+      return {"The connection failed", "The connection to " + host + " failed: " + fault.message + ".",
+              CheckConnection};
+    case Kind::Interrupted:
+    case Kind::Other:
+      break;
+  }
+  return {"The page can't be shown", "Loading it failed: " + fault.message + ".",
           std::string(CheckAddress) + " " + CheckConnection};
-}
-
-Reason ForError(const std::string& uri, const GError* error) {
-  const std::string scheme = Address::Scheme(uri);
-  if (scheme == "file") return ForFile(uri);
-  if (g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_UNKNOWN_PROTOCOL) ||
-      g_error_matches(error, WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_CANNOT_SHOW_URI))
-    return {"This kind of address can't be opened",
-            "Nothing here knows how to open addresses that begin with \"" + scheme + ":\".", CheckAddress};
-  return ForNetwork(uri, error);
 }
 
 std::string Problem(GTlsCertificateFlags flags, const std::string& host) {
@@ -67,21 +70,12 @@ std::string Problem(GTlsCertificateFlags flags, const std::string& host) {
 
 namespace LoadErrors {
 
-bool IsInterruption(const GError* error) {
-  return g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
-         g_error_matches(error, WEBKIT_POLICY_ERROR,
-                         WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) ||
-         g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) || error->domain == WEBKIT_PLUGIN_ERROR;
+bool MayAnswerOpenly(const LoadFault& fault) {
+  return fault.kind != LoadFault::Kind::NoSuchHost && fault.kind != LoadFault::Kind::UnknownKind;
 }
 
-bool IsWithoutSecurity(const GError* error) {
-  return error->domain != G_RESOLVER_ERROR &&
-         !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_HOST_NOT_FOUND) &&
-         error->domain != WEBKIT_POLICY_ERROR;
-}
-
-ErrorPage Failed(const std::string& uri, const GError* error) {
-  const Reason why = ForError(uri, error);
+ErrorPage Failed(const std::string& uri, const LoadFault& fault) {
+  const Reason why = ForFault(uri, fault);
   return {why.title, uri, why.reason, why.advice, {{"Try again", uri}}};
 }
 
@@ -118,11 +112,10 @@ ErrorPage Refused(const std::string& uri) {
       "This address isn't asked", uri, "Its port belongs to another service than the web.", CheckAddress, {}};
 }
 
-ErrorPage Died(const std::string& uri, WebKitWebProcessTerminationReason reason) {
+ErrorPage Died(const std::string& uri, bool out_of_memory) {
   return {"This page has come to a sudden end",
           uri,
-          reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? "It used more memory than it may."
-                                                             : "The process that showed it has failed.",
+          out_of_memory ? "It used more memory than it may." : "The process that showed it has failed.",
           "The rest of the program isn't affected. What was typed into the page is lost.",
           {{"Load it again", uri}}};
 }
@@ -135,6 +128,14 @@ ErrorPage EmptyAnswer(const std::string& uri, unsigned status) {
           status == 404 || status == 410 ? "Look whether the address is spelt right."
                                          : "The site has a problem of its own: try again in a moment.",
           {{"Try again", uri}}};
+}
+
+ErrorPage Broken(const std::string& uri, const std::string& what) {
+  return {"Something failed while this page was shown",
+          uri,
+          "The program could not go on with the page: " + what + ".",
+          "The rest of the program isn't affected. What was typed into the page is lost.",
+          {{"Load it again", uri}}};
 }
 
 }  // namespace LoadErrors

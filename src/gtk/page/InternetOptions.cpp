@@ -1,10 +1,10 @@
-#include "gtk/engine/InternetOptions.h"
+#include "gtk/page/InternetOptions.h"
 
 #include <algorithm>
 #include <memory>
 
 #include "gtk/dialog/Notice.h"
-#include "gtk/engine/BrowserWorld.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Proxy.h"
 #include "platform/Failure.h"
@@ -61,7 +61,7 @@ class Dialog {
 
 Dialog::Dialog(BrowserWorld& world)
     : world_(world),
-      context_(G_OBJECT(world.Context())),
+      context_(G_OBJECT(world.Base().Context())),
       builder_(gtk_builder_new_from_resource(Look)),
       cancel_(g_cancellable_new()) {
   using S = ElementSettings;
@@ -155,7 +155,7 @@ void Dialog::Clear() {
   gtk_widget_set_sensitive(Part("clear"), FALSE);
   gtk_spinner_start(GTK_SPINNER(Part("progress")));
   gtk_label_set_text(GTK_LABEL(Part("clear_result")), "Clearing…");
-  webkit_website_data_manager_clear(webkit_web_context_get_website_data_manager(world_.Context()),
+  webkit_website_data_manager_clear(webkit_web_context_get_website_data_manager(world_.Base().Context()),
                                     static_cast<WebKitWebsiteDataTypes>(types), 0, cancel_.get(), OnCleared,
                                     this);
 }
@@ -194,7 +194,7 @@ void Dialog::OnResponse(GtkDialog* dialog, int response, gpointer data) {
 namespace InternetOptions {
 
 void Show(BrowserWorld& world) {
-  auto* open = static_cast<Dialog*>(g_object_get_data(G_OBJECT(world.Context()), OpenKey));
+  auto* open = static_cast<Dialog*>(g_object_get_data(G_OBJECT(world.Base().Context()), OpenKey));
   if (!open) open = new Dialog(world);
   open->Present();
 }

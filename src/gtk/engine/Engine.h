@@ -1,0 +1,46 @@
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <string>
+
+#include "gtk/base/Callbacks.h"
+#include "gtk/base/GObjects.h"
+#include "gtk/engine/Downloads.h"
+#include "gtk/engine/ElementSettings.h"
+
+// What loads and shows pages, for the whole program: the context with its sandbox, cookies and cache, the
+// settings, the proxy, whether the program works offline, and the downloads. Knows no page.
+class Engine {
+ public:
+  // `folder` is that of the engine's own data. Its callbacks go through `runner`.
+  Engine(std::string folder, const Callbacks::Runner& runner);
+  Engine(const Engine&) = delete;
+
+  WebKitWebContext* Context() { return context_.get(); }
+  WebKitSettings* ViewSettings() { return view_settings_.get(); }
+  const std::string& Folder() const { return folder_; }
+  Downloads& Fetches() { return downloads_; }
+
+  // A view without an opener, floating. The first one was made ahead, with its process.
+  GtkWidget* MakeView();
+
+  const ElementSettings& Settings() const { return settings_; }
+  // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.
+  void Change(const ElementSettings& settings);
+
+  bool Offline() const { return offline_; }
+  void SetOffline(bool offline);
+
+ private:
+  GtkWidget* NewView();
+  void ApplyProxy();
+
+  std::string folder_;
+  ElementSettings settings_;
+  Owned<WebKitWebContext> context_;
+  Owned<WebKitSettings> view_settings_;
+  Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
+  Downloads downloads_;
+  bool offline_ = false;
+};

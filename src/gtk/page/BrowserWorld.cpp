@@ -1,0 +1,121 @@
+#include "gtk/page/BrowserWorld.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "gtk/page/DownloadBar.h"
+#include "gtk/page/InternetOptions.h"
+#include "gtk/page/Page.h"
+#include "gtk/page/PlainWindow.h"
+#include "gtk/page/text/Address.h"
+#include "platform/Files.h"
+
+namespace {
+
+Callbacks::Runner Through(Events& gate) {
+  return [&gate](const std::function<void()>& handler) { gate.Run(handler); };
+}
+
+}  // namespace
+
+BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
+                           WindowPolicy window_policy)
+    : folder_(std::move(folder)),
+      gate_(gate),
+      main_window_(std::move(main_window)),
+      window_policy_(std::move(window_policy)),
+      engine_(std::make_unique<Engine>(folder_ + "/engine", Through(gate))),
+      callbacks_(Through(gate)) {
+  engine_->Fetches().Listen(*this);
+}
+
+BrowserWorld::~BrowserWorld() { Shutdown(); }
+
+void BrowserWorld::Shutdown() {
+  if (!engine_) return;
+  windows_.clear();
+  for (Page* page : std::exchange(pages_, {})) page->Close();
+  engine_.reset();
+}
+
+void BrowserWorld::Change(const ElementSettings& settings) {
+  const bool zoomed = settings.zoom != Settings().zoom;
+  // A zoom that the user gave one page stays while this one doesn't change.
+  for (Page* page : pages_)
+    if (WebKitWebView* view = page->PresentView(); view && zoomed)
+      webkit_web_view_set_zoom_level(view, settings.zoom / 100.0);
+  engine_->Change(settings);
+}
+
+std::string BrowserWorld::Home() const {
+  return Settings().home.empty() ? Address::FromPath(HostPath(folder_ + "/start.html")) : Settings().home;
+}
+
+bool BrowserWorld::IsHistory(const std::string& uri) const {
+  const std::string path =
+      TakeText(g_filename_from_uri(uri.substr(0, uri.find_first_of("?#")).c_str(), nullptr, nullptr));
+  if (path.empty()) return false;
+  // A link may lead to the files, and the folder may be one.
+  const auto real = [](const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::weakly_canonical(name, unknown).native();
+  };
+  const std::string file = real(path);
+  return file.starts_with(real(HostPath(folder_ + "/history")) + "/") ||
+         file == real(HostPath(folder_ + "/history.htm")) ||
+         file == real(HostPath(folder_ + "/contents.htm"));
+}
+
+void BrowserWorld::ShowInternetOptions() { InternetOptions::Show(*this); }
+
+PlainWindow& BrowserWorld::OpenPlainWindow() {
+  return *windows_.emplace_back(std::make_unique<PlainWindow>(*this));
+}
+
+void BrowserWorld::Forget(PlainWindow& window) {
+  const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                  [&window](const auto& one) { return one.get() == &window; });
+  if (found == windows_.end()) return;
+  // The window's end may come back here.
+  const auto ending = std::move(*found);
+  windows_.erase(found);
+}
+
+void BrowserWorld::Add(Page& page) {
+  pages_.push_back(&page);
+  // Downloads that went on while there was no page at all.
+  if (pages_.size() > 1) return;
+  for (const auto& download : engine_->Fetches().All()) page.Downloads().Show(*download);
+}
+
+void BrowserWorld::Remove(Page& page) {
+  if (std::erase(pages_, &page) == 0) return;
+  for (Download* download : page.Downloads().Shown()) {
+    if (!download->Running())
+      engine_->Fetches().Forget(*download);
+    else if (!pages_.empty())
+      pages_.front()->Downloads().Show(*download);
+  }
+}
+
+void BrowserWorld::AskProgram(const WindowPolicy& handler, Page*& taker, bool& cancel) {
+  Browser* element = nullptr;
+  gate_.Run([&] { handler(element, cancel); });
+  const auto found = std::find_if(pages_.begin(), pages_.end(),
+                                  [element](Page* page) { return element && page->Element() == element; });
+  if (found != pages_.end()) taker = *found;
+}
+
+void BrowserWorld::Begun(Download& download, WebKitWebView* view) {
+  if (pages_.empty()) return;
+  const auto begun_on = std::find_if(pages_.begin(), pages_.end(),
+                                     [view](Page* page) { return view && page->PresentView() == view; });
+  Page* page = begun_on == pages_.end() ? pages_.front() : *begun_on;
+  page->Downloads().Show(download);
+}
+
+void BrowserWorld::DestroyLater(WebKitWebView* view) {
+  callbacks_.Later(
+      [held = std::shared_ptr<WebKitWebView>(Share(view))] { gtk_widget_destroy(GTK_WIDGET(held.get())); });
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <webkit2/webkit2.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gtk/base/Callbacks.h"
+#include "gtk/engine/Engine.h"
+#include "platform/Events.h"
+
+class Browser;
+class Page;
+class PlainWindow;
+
+// All pages of a program, in its tabs and in plain windows, above the one engine that they share.
+class BrowserWorld : private DownloadListener {
+ public:
+  // The program's answer to a plain window that wants a further one; as NewWindow2 of the browser element.
+  using WindowPolicy = std::function<void(Browser*& taker, bool& cancel)>;
+
+  // `folder` is the program's; the engine's own data lies in "engine" below it. Everything that enters the
+  // program goes through `gate`. `main_window` is the parent of dialogs and may give none.
+  BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
+               WindowPolicy window_policy);
+  BrowserWorld(const BrowserWorld&) = delete;
+  ~BrowserWorld() override;
+
+  Engine& Base() { return *engine_; }
+  Events& Gate() { return gate_; }
+  GtkWindow* MainWindow() const { return main_window_(); }
+  // For what goes on after its page: saving, printing, the end of a view. Failures are the program's.
+  Callbacks& Lasting() { return callbacks_; }
+
+  const ElementSettings& Settings() const { return engine_->Settings(); }
+  // Takes new settings into use and keeps them. Fails where they can't be written; they are in use then.
+  void Change(const ElementSettings& settings);
+  // The home page's address.
+  std::string Home() const;
+  // True for the address of a file of the program's history.
+  bool IsHistory(const std::string& uri) const;
+
+  // The dialog for the settings.
+  void ShowInternetOptions();
+
+  // A window outside the program, on no page yet and not on the screen yet. It ends by itself.
+  PlainWindow& OpenPlainWindow();
+  void Forget(PlainWindow& window);
+
+  void Add(Page& page);
+  // What the page's downloads bar shows and still runs goes on below another page.
+  void Remove(Page& page);
+  const std::vector<Page*>& Pages() const { return pages_; }
+  // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
+  // gone again: the user was free to act while the question was up.
+  void AskProgram(const WindowPolicy& handler, Page*& taker, bool& cancel);
+  const WindowPolicy& PlainWindowPolicy() const { return window_policy_; }
+
+  // The view ends when none of its own handlers can be running any more: the engine doesn't bear it earlier.
+  void DestroyLater(WebKitWebView* view);
+
+  // Ends all pages. Nothing of this world is used after it.
+  void Shutdown();
+
+ private:
+  void Begun(Download& download, WebKitWebView* view) override;
+  void Changed(Download&) override {}
+  void Forgotten(Download&) override {}
+
+  std::string folder_;
+  Events& gate_;
+  std::function<GtkWindow*()> main_window_;
+  WindowPolicy window_policy_;
+  std::unique_ptr<Engine> engine_;
+  std::vector<Page*> pages_;
+  std::vector<std::unique_ptr<PlainWindow>> windows_;
+  Callbacks callbacks_;
+};

@@ -1,0 +1,259 @@
+#include "gtk/page/text/PageLoad.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr long FullProgress = 10000;
+// A small page is complete before its title is known, by a few milliseconds.
+constexpr unsigned TitleWait = 100;  // ms
+constexpr const char* Blank = "about:blank";
+constexpr std::string_view SourcePrefix = "view-source:";
+
+}  // namespace
+
+PageLoad::PageLoad(LoadView& view, LoadListener& listener, Callbacks::Runner runner)
+    : view_(view), listener_(listener), callbacks_(std::move(runner)) {}
+
+void PageLoad::Reset() {
+  Abandon();
+  phase_ = Phase::Idle;
+  announced_ = more_comes_ = own_coming_ = crash_page_ = false;
+  own_address_.clear();
+  fallback_.clear();
+}
+
+void PageLoad::Abandon() {
+  source_.reset();
+  StopWaiting();
+}
+
+void PageLoad::Start(const Address::Target& target) {
+  source_.reset();
+  listener_.LoadWanted();
+  kept_address_.clear();
+  fallback_ = target.fallback;
+  instead_.reset();
+  own_coming_ = false;
+  StopWaiting();
+  if (StaysOnPage(target.uri)) return view_.LoadAddress(target.uri);
+  phase_ = Phase::Waiting;
+  if (!target.valid)
+    ShowError(LoadErrors::NoAddress(target.uri));
+  else if (Address::HasForeignPort(target.uri))
+    ShowError(LoadErrors::Refused(target.uri));
+  else if (target.uri == Blank && view_.EngineAddress().empty() && own_address_.empty())
+    StartBlank();
+  else if (target.uri.starts_with(SourcePrefix))
+    ShowSource(target.uri);
+  else
+    view_.LoadAddress(target.uri);
+}
+
+// Another place of the page that is there: no load, and so no report of one.
+bool PageLoad::StaysOnPage(const std::string& uri) const {
+  const std::string shown = view_.EngineAddress();
+  const size_t mark = uri.find('#');
+  return mark != uri.npos && uri != shown && own_address_.empty() && !Busy() &&
+         uri.substr(0, mark) == shown.substr(0, shown.find('#'));
+}
+
+// An unused view is blank. A load that were still under way when the next one starts, as that of a new tab
+// often would be, could not be told from it.
+void PageLoad::StartBlank() {
+  own_address_ = Blank;
+  own_coming_ = true;
+  blank_ = callbacks_.Later([this] { EndBlank(); });
+}
+
+void PageLoad::EndBlank() {
+  blank_ = 0;
+  OnStarted();
+  // The program may have gone on to another page within.
+  if (phase_ != Phase::Provisional || view_.Gone()) return;
+  phase_ = Phase::Committed;
+  End();
+}
+
+void PageLoad::ShowSource(const std::string& uri) {
+  const std::string wanted = uri.substr(SourcePrefix.size());
+  const bool shown = own_address_.empty() && wanted == view_.EngineAddress();
+  own_address_ = uri;
+  own_coming_ = true;
+  source_ = view_.ReadSource(
+      wanted, shown, [this, uri](const std::string& html) { ShowOwn(uri, html); },
+      [this](const ErrorPage& error) { ShowError(error); });
+}
+
+void PageLoad::Stop() {
+  const bool had_source = source_ != nullptr;
+  source_.reset();
+  listener_.LoadWanted();
+  view_.StopLoading();
+  // What hadn't reached the page yet ends without a report.
+  if (had_source || phase_ == Phase::Waiting || (Busy() && !view_.EngineLoads())) End();
+}
+
+void PageLoad::Again() {
+  if (own_address_.empty())
+    view_.Reload();
+  else
+    Start(Address::FromTyped(own_address_));
+}
+
+void PageLoad::Denied() {
+  if (phase_ != Phase::Waiting) return;
+  // The engine goes on taking the address that was wanted for the page's.
+  const std::string shown = view_.DocumentAddress();
+  if (!shown.empty()) kept_address_ = shown;
+  End();
+}
+
+std::string PageLoad::KnownAddress() const {
+  if (!kept_address_.empty()) return kept_address_;
+  const bool leaving = (phase_ == Phase::Waiting || phase_ == Phase::Provisional) && !own_coming_;
+  return leaving ? std::string() : own_address_;
+}
+
+std::string PageLoad::Address() const {
+  const std::string known = KnownAddress();
+  return known.empty() ? view_.EngineAddress() : known;
+}
+
+void PageLoad::ShowOwn(const std::string& address, const std::string& html) {
+  if (view_.Gone()) return;
+  source_.reset();
+  StopWaiting();
+  if (phase_ == Phase::Idle) phase_ = Phase::Waiting;
+  own_address_ = address;
+  own_coming_ = true;
+  crash_page_ = false;
+  refusal_ = {};
+  view_.LoadHtml(html, address);
+}
+
+void PageLoad::ShowError(const ErrorPage& error) { ShowOwn(error.address, error.Html()); }
+
+// The load that failed hasn't told its end yet.
+void PageLoad::ShowErrorAfter(const ErrorPage& error) {
+  more_comes_ = true;
+  ShowError(error);
+}
+
+void PageLoad::Break(const std::string& what) {
+  if (view_.Gone()) return;
+  const std::string address = Address();
+  fallback_.clear();
+  instead_.reset();
+  // Whatever is still told of a load under way belongs to the page that has failed.
+  phase_ = Phase::Waiting;
+  ShowError(LoadErrors::Broken(address, what));
+}
+
+bool PageLoad::Proceed() {
+  if (own_address_.empty() || !refusal_.certificate) return false;
+  const Refusal refusal = std::exchange(refusal_, {});
+  view_.Trust(refusal.certificate.get(), Address::Host(refusal.uri));
+  Start({refusal.uri, {}, true});
+  return true;
+}
+
+void PageLoad::OnStarted() {
+  // The page before is complete, its title or not.
+  if (title_wait_) End();
+  phase_ = Phase::Provisional;
+  kept_address_.clear();
+  listener_.LoadStatusChanged("Opening " + Address());
+  if (!std::exchange(announced_, true)) listener_.LoadBegan();
+}
+
+void PageLoad::OnRedirected() { listener_.LoadStatusChanged("Opening " + Address()); }
+
+void PageLoad::OnCommitted() {
+  phase_ = Phase::Committed;
+  fallback_.clear();
+  if (!own_coming_) {
+    own_address_.clear();
+    crash_page_ = false;
+    refusal_ = {};
+  }
+  listener_.LoadCommitted();
+}
+
+void PageLoad::OnFinished() {
+  // The report of a load that was given up for the one that waits, or that an error page follows.
+  const bool another = std::exchange(more_comes_, false) || phase_ == Phase::Waiting;
+  if (another) return;
+  listener_.LoadArrived();
+  const bool untitled = !view_.Gone() && view_.EngineTitle().empty();
+  if (phase_ == Phase::Committed && untitled && Address() != Blank)
+    title_wait_ = callbacks_.After(TitleWait, [this] {
+      title_wait_ = 0;
+      End();
+    });
+  else
+    End();
+}
+
+void PageLoad::StopWaiting() {
+  callbacks_.Cancel(std::exchange(blank_, 0));
+  callbacks_.Cancel(std::exchange(title_wait_, 0));
+}
+
+void PageLoad::OnTitle() {
+  if (title_wait_) End();
+}
+
+void PageLoad::End() {
+  // An own page that never came leaves the one that is shown.
+  if (own_coming_ && phase_ != Phase::Committed) own_address_.clear();
+  phase_ = Phase::Idle;
+  StopWaiting();
+  announced_ = own_coming_ = false;
+  listener_.LoadStatusChanged({});
+  listener_.Progressed(-1, 0);
+  listener_.LoadEnded();
+}
+
+void PageLoad::OnProgress(double share) {
+  if (announced_) listener_.Progressed(std::max(1L, static_cast<long>(share * FullProgress)), FullProgress);
+}
+
+bool PageLoad::FallBack(const std::string& uri) {
+  if (fallback_.empty() || Address::Scheme(uri) != "https") return false;
+  more_comes_ = true;
+  view_.LoadAddress(std::exchange(fallback_, {}));
+  return true;
+}
+
+void PageLoad::OnFailed(const std::string& uri, bool committed, const LoadFault& fault) {
+  if (fault.kind == LoadFault::Kind::Interrupted) {
+    if (instead_) ShowErrorAfter(*std::exchange(instead_, std::nullopt));
+    return;
+  }
+  // A page of which a part has arrived stays as it is.
+  if (committed) return;
+  if (view_.WorksOffline() && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::WorksOffline(uri));
+  if (LoadErrors::MayAnswerOpenly(fault) && FallBack(uri)) return;
+  ShowErrorAfter(LoadErrors::Failed(uri, fault));
+}
+
+void PageLoad::OnBadCertificate(const std::string& uri, GTlsCertificate* certificate,
+                                GTlsCertificateFlags flags) {
+  ShowErrorAfter(LoadErrors::BadCertificate(uri, flags, ProceedAddress));
+  refusal_ = {uri, Share(certificate)};
+}
+
+void PageLoad::OnDied(bool out_of_memory) {
+  const std::string uri = Address();
+  // A process that can't even show the page about its end isn't started again and again.
+  const bool again = crash_page_;
+  more_comes_ = false;
+  if (again) return End();
+  listener_.ProcessDied();
+  if (view_.Gone()) return;
+  ShowError(LoadErrors::Died(uri, out_of_memory));
+  crash_page_ = true;
+}
