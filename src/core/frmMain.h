@@ -31,8 +31,8 @@ class frmMain : public Window {
   Skin skin;
   TabStrip strip;
   BrowserEvents events;
-  TabSet tabs;
   PopupHandling popups;
+  TabSet tabs;
   TabLayouts layouts;
   AddressBar address;
   HistoryLog log;

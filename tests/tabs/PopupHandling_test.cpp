@@ -23,11 +23,12 @@ class Popups : public testing::Test {
   };
 
   // A page's request, as the element raises it.
-  Outcome Request() {
+  Outcome RequestOf(const std::function<void(Browser*&, bool&)>& handler) {
     Outcome outcome;
-    desktop.Gate.Run([&] { tabs().WebBrowser1(1).NewWindow2(outcome.taker, outcome.cancel); });
+    desktop.Gate.Run([&] { handler(outcome.taker, outcome.cancel); });
     return outcome;
   }
+  Outcome Request() { return RequestOf(tabs().WebBrowser1(1).NewWindow2); }
   Outcome Request(int16_t policy) {
     program.preferences.PopupPolicy = policy;
     return Request();
@@ -60,16 +61,27 @@ TEST_F(Popups, AskAndDoAsAnswered) {
   EXPECT_FALSE(browser.cancel);
   EXPECT_EQ(browser.taker, nullptr);
   EXPECT_TRUE(Request(3).cancel);
-  // A refusal holds for what comes on its heels, as in a page's loop, and no longer.
-  desktop.Advance(600);
-  EXPECT_TRUE(Request(3).cancel);
+  // A refusal holds for what comes on its heels, as in a page's loop, and isn't prolonged by it.
   desktop.Advance(600);
   EXPECT_TRUE(Request(3).cancel);
   EXPECT_EQ(tabs().WebBrowser1.UBound(), 1);
-  desktop.Advance(1100);
+  desktop.Advance(500);
   const Outcome tab = Request(3);
   EXPECT_EQ(tab.taker, &tabs().WebBrowser1(2));
   EXPECT_FALSE(program.main().popups.popup.Loaded());
+}
+
+TEST_F(Popups, ARefusalSilencesOnlyThePageThatWasRefused) {
+  program.preferences.PopupPolicy = 3;
+  desktop.acts = {Press("Command1"), Press("CancelButton"), Press("Command1"), Press("CancelButton")};
+  EXPECT_TRUE(Request().cancel);
+  EXPECT_FALSE(RequestOf(tabs().WebBrowser1(0).NewWindow2).cancel);
+  EXPECT_EQ(desktop.acts.size(), 2u);
+  // Windows outside the program are asked about in the same way, and apart from every tab.
+  EXPECT_TRUE(RequestOf(desktop.NewWindow2).cancel);
+  EXPECT_FALSE(RequestOf(tabs().WebBrowser1(0).NewWindow2).cancel);
+  EXPECT_TRUE(desktop.acts.empty());
+  EXPECT_TRUE(RequestOf(desktop.NewWindow2).cancel);
 }
 
 TEST_F(Popups, FailSilentlyWithTheFlagsAsTheyStand) {

@@ -24,6 +24,8 @@ bool IsPlace(std::string_view place) {
   const std::string scheme = Address::Scheme(target.uri);
   if (!target.valid || (scheme != "http" && scheme != "https")) return false;
   const size_t colon = place.rfind(':');
+  // "https:proxy:80" begins like a full address, but is none.
+  if (place.front() != '[' && place.find(':') != colon) return false;
   if (colon == place.npos || place.find(']', colon) != place.npos || colon + 1 == place.size()) return true;
   return IsPort(place.substr(colon + 1));
 }

@@ -1,0 +1,354 @@
+#include "gtk/page/text/PageLoad.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using Kind = LoadFault::Kind;
+
+// Of "a.test", by itself, for a hundred years.
+constexpr const char* Certificate = R"(-----BEGIN CERTIFICATE-----
+MIIBejCCAR+gAwIBAgIUL8cCdKW6kGUsvZnv1e/X+GdIc1EwCgYIKoZIzj0EAwIw
+ETEPMA0GA1UEAwwGYS50ZXN0MCAXDTI2MTEyMzAzMDAyNloYDzIxMjYxMDMwMDMw
+MDI2WjARMQ8wDQYDVQQDDAZhLnRlc3QwWTATBgcqhkjOPQIBBggqhkjOPQMBBwNC
+AAQ88liJPHqoqcFWZEbWqId2llfZTBvZGOUJIx6X9jMELGUVIAETb6EKZF4hy2uM
+6+bGLJDILx+p5JtUng6rI7F6o1MwUTAdBgNVHQ4EFgQU2HOCxYhC/+/m8ZM63tJT
+ruZfPWYwHwYDVR0jBBgwFoAU2HOCxYhC/+/m8ZM63tJTruZfPWYwDwYDVR0TAQH/
+BAUwAwEB/zAKBggqhkjOPQQDAgNJADBGAiEAgBbwFKnsTso+3qrj+NdEpjLm6Jkt
+uxtbp59ZmrfHEKICIQCmgfjSwHWHyJnPEZsjPHUf0Tn71H7fiPeJd4hkuz5DJA==
+-----END CERTIFICATE-----
+)";
+
+// The engine's part is played by hand: what it would tell is told by the test.
+class Loads : public testing::Test, protected LoadView, protected LoadListener {
+ protected:
+  bool Gone() const override { return gone; }
+  std::string EngineAddress() const override { return address; }
+  std::string DocumentAddress() const override { return document; }
+  std::string EngineTitle() const override { return title; }
+  bool EngineLoads() const override { return engine_loads; }
+  bool WorksOffline() const override { return offline; }
+  void LoadAddress(const std::string& uri) override { asked.push_back(uri); }
+  void LoadHtml(const std::string& html, const std::string& uri) override {
+    shown = html;
+    asked.push_back("own " + uri);
+  }
+  void Reload() override { asked.push_back("again"); }
+  void StopLoading() override {}
+  void Trust(GTlsCertificate*, const std::string& host) override { asked.push_back("trust " + host); }
+  std::shared_ptr<void> ReadSource(const std::string& uri, bool, std::function<void(const std::string&)> done,
+                                   std::function<void(const ErrorPage&)> failed) override {
+    asked.push_back("source " + uri);
+    source_done = std::move(done);
+    source_failed = std::move(failed);
+    auto reading = std::make_shared<int>();
+    source = reading;
+    return reading;
+  }
+
+  void LoadWanted() override {}
+  void LoadBegan() override {
+    ++began;
+    if (within_began) within_began();
+  }
+  void LoadCommitted() override {}
+  void LoadArrived() override {}
+  void LoadEnded() override { ++ended; }
+  void Progressed(long progress, long) override { last_progress = progress; }
+  void LoadStatusChanged(const std::string& text) override { status = text; }
+  void ProcessDied() override { ++died; }
+
+  void Want(const std::string& uri, const std::string& fallback = {}) { load.Start({uri, fallback, true}); }
+  // The engine's reports of a load that comes through.
+  void Begin(const std::string& uri) {
+    address = uri;
+    load.OnStarted();
+  }
+  void Commit() {
+    document = address;
+    load.OnCommitted();
+  }
+  void Complete(const std::string& uri, const std::string& of_title = "Title") {
+    Begin(uri);
+    Commit();
+    title = of_title;
+    load.OnFinished();
+  }
+  // Of one that doesn't.
+  void Fail(Kind kind) {
+    load.OnFailed(address, false, {kind, "why"});
+    load.OnFinished();
+  }
+  void ExpectCounts(int all) {
+    EXPECT_EQ(began, all);
+    EXPECT_EQ(ended, all);
+    EXPECT_FALSE(load.Busy());
+    EXPECT_EQ(status, "");
+  }
+  static void Pump(const std::function<bool()>& until) {
+    while (!until()) g_main_context_iteration(nullptr, TRUE);
+  }
+  void PumpUntilEnded(int all) {
+    Pump([&] { return ended == all; });
+  }
+
+  bool gone = false, engine_loads = false, offline = false;
+  std::string address, document, title, shown, status;
+  std::vector<std::string> asked;
+  std::function<void(const std::string&)> source_done;
+  std::function<void(const ErrorPage&)> source_failed;
+  std::weak_ptr<void> source;
+  std::function<void()> within_began;
+  int began = 0, ended = 0, died = 0;
+  long last_progress = 0;
+  PageLoad load{*this, *this, [](const std::function<void()>& handler) { handler(); }};
+};
+
+TEST_F(Loads, EachBeginsOnceAndEndsOnce) {
+  Want("http://a.test/");
+  EXPECT_TRUE(load.Busy());
+  EXPECT_EQ(began, 0);
+  Begin("http://a.test/");
+  EXPECT_EQ(status, "Opening http://a.test/");
+  load.OnProgress(0);
+  EXPECT_EQ(last_progress, 1) << "none is shown as no progress";
+  load.OnProgress(0.5);
+  EXPECT_EQ(last_progress, 5000);
+  Commit();
+  title = "A";
+  load.OnFinished();
+  EXPECT_EQ(last_progress, -1);
+  ExpectCounts(1);
+  EXPECT_EQ(load.Address(), "http://a.test/");
+}
+
+TEST_F(Loads, ATitleIsWaitedForButNotLong) {
+  Complete("http://a.test/", "");
+  EXPECT_TRUE(load.Busy());
+  load.OnTitle();
+  ExpectCounts(1);
+  Complete("http://b.test/", "");
+  PumpUntilEnded(2);
+  ExpectCounts(2);
+  // The next load ends the wait, and its own end isn't taken for the first one's.
+  Complete("http://c.test/", "");
+  Begin("http://d.test/");
+  EXPECT_EQ(began, 4);
+  EXPECT_EQ(ended, 3);
+  Commit();
+  title = "D";
+  load.OnFinished();
+  ExpectCounts(4);
+}
+
+TEST_F(Loads, AnUnusedViewIsBlankWithoutAskingTheEngine) {
+  Want("about:blank");
+  EXPECT_TRUE(asked.empty());
+  PumpUntilEnded(1);
+  ExpectCounts(1);
+  EXPECT_EQ(load.Address(), "about:blank");
+  // A tab that goes on elsewhere at once reports only that.
+  load.Reset();
+  Want("about:blank");
+  Want("http://a.test/");
+  Complete("http://a.test/");
+  ExpectCounts(2);
+  EXPECT_EQ(load.Address(), "http://a.test/");
+  // So does one that the program sends on within the report of the blank page's beginning.
+  load.Reset();
+  address = document = {};
+  Want("about:blank");
+  within_began = [&] {
+    within_began = nullptr;
+    Want("http://b.test/");
+  };
+  Pump([&] { return began == 3; });
+  Complete("http://b.test/");
+  ExpectCounts(3);
+}
+
+TEST_F(Loads, OneThatIsGivenUpForAnotherIsOneLoad) {
+  Want("http://a.test/");
+  Begin("http://a.test/");
+  Want("http://b.test/");
+  // The engine reports the end of the first before the second begins.
+  load.OnFailed("http://a.test/", false, {Kind::Interrupted, ""});
+  load.OnFinished();
+  EXPECT_TRUE(load.Busy());
+  Complete("http://b.test/");
+  ExpectCounts(1);
+}
+
+TEST_F(Loads, AFailedOneEndsWithItsErrorPage) {
+  Want("https://a.test/");
+  Begin("https://a.test/");
+  Fail(Kind::NoSuchHost);
+  EXPECT_EQ(asked.back(), "own https://a.test/");
+  EXPECT_NE(shown.find("can&#39;t be found"), std::string::npos);
+  EXPECT_TRUE(load.Busy());
+  Complete("https://a.test/");
+  ExpectCounts(1);
+  EXPECT_TRUE(load.ShowsOwnPage());
+  // Once more means the address, not the error page.
+  load.Again();
+  EXPECT_EQ(asked.back(), "https://a.test/");
+  Complete("https://a.test/");
+  EXPECT_FALSE(load.ShowsOwnPage());
+  load.Again();
+  EXPECT_EQ(asked.back(), "again");
+}
+
+TEST_F(Loads, AHostWithoutSecurityIsAskedOpenlyOnce) {
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  Fail(Kind::Refused);
+  EXPECT_EQ(asked.back(), "http://a.test/");
+  Begin("http://a.test/");
+  Fail(Kind::Refused);
+  EXPECT_EQ(asked.back(), "own http://a.test/");
+  Complete("http://a.test/");
+  ExpectCounts(1);
+}
+
+TEST_F(Loads, OfflineNoNetworkIsAsked) {
+  offline = true;
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  Fail(Kind::Connection);
+  EXPECT_NE(shown.find("works offline"), std::string::npos);
+  Want("file:///missing");
+  Begin("file:///missing");
+  Fail(Kind::File);
+  EXPECT_NE(shown.find("file can&#39;t be opened"), std::string::npos);
+}
+
+TEST_F(Loads, WhatCantBeAskedForIsToldAtOnce) {
+  load.Start({"no address", {}, false});
+  EXPECT_EQ(asked.back(), "own no address");
+  Want("http://a.test:25/");
+  EXPECT_EQ(asked.back(), "own http://a.test:25/");
+  EXPECT_EQ(load.Address(), "http://a.test:25/");
+}
+
+TEST_F(Loads, ATurnedDownRequestLeavesTheOldPagesAddress) {
+  Complete("http://a.test/");
+  Want("mailto:someone");
+  address = "mailto:someone";
+  load.Denied();
+  EXPECT_FALSE(load.Busy());
+  EXPECT_EQ(load.Address(), "http://a.test/");
+  EXPECT_EQ(ended, 2) << "a wish that came to nothing ends too";
+  // Not one that the page itself made while nothing was wanted.
+  load.Denied();
+  EXPECT_EQ(ended, 2);
+  // An answer that is turned down in favour of a page of our own.
+  Want("http://b.test/");
+  Begin("http://b.test/");
+  load.ShowErrorInstead(LoadErrors::EmptyAnswer("http://b.test/", 404));
+  Fail(Kind::Interrupted);
+  EXPECT_EQ(asked.back(), "own http://b.test/");
+  Complete("http://b.test/");
+  EXPECT_EQ(began, 2);
+  EXPECT_EQ(ended, 3);
+}
+
+TEST_F(Loads, AnotherPlaceOfThePageIsNoLoad) {
+  Complete("http://a.test/x");
+  Want("http://a.test/x#there");
+  EXPECT_EQ(asked.back(), "http://a.test/x#there");
+  ExpectCounts(1);
+}
+
+TEST_F(Loads, StopEndsWhatTheEngineDoesntKnowOf) {
+  Want("http://a.test/");
+  load.Stop();
+  EXPECT_FALSE(load.Busy());
+  EXPECT_EQ(ended, 1);
+  Want("http://a.test/");
+  Begin("http://a.test/");
+  engine_loads = true;
+  load.Stop();
+  EXPECT_EQ(ended, 1) << "the engine reports that one";
+  Fail(Kind::Interrupted);
+  EXPECT_EQ(ended, 2);
+  // A page that only its title is waited for.
+  engine_loads = false;
+  Complete("http://b.test/", "");
+  load.Stop();
+  EXPECT_EQ(ended, 3);
+  while (g_main_context_iteration(nullptr, FALSE)) {
+  }
+  EXPECT_EQ(ended, 3);
+}
+
+TEST_F(Loads, ASourceIsShownUnderItsAddress) {
+  Want("view-source:http://a.test/");
+  EXPECT_EQ(asked.back(), "source http://a.test/");
+  source_done("<html>");
+  EXPECT_TRUE(source.expired());
+  Complete("view-source:http://a.test/");
+  ExpectCounts(1);
+  EXPECT_EQ(load.Address(), "view-source:http://a.test/");
+  Want("view-source:file:");
+  source_failed(LoadErrors::Failed("file:", {Kind::File, ""}));
+  Complete("file:");
+  ExpectCounts(2);
+  // One that is left for another page tells nothing any more.
+  Want("view-source:http://b.test/");
+  Want("http://c.test/");
+  EXPECT_TRUE(source.expired());
+}
+
+TEST_F(Loads, ADeadProcessIsToldOnceAndNotStartedAgainAndAgain) {
+  Complete("http://a.test/", "");
+  EXPECT_TRUE(load.Busy()) << "for the title";
+  load.OnDied(false);
+  EXPECT_EQ(asked.back(), "own http://a.test/");
+  Complete("http://a.test/");
+  ExpectCounts(1);
+  EXPECT_TRUE(load.ShowsOwnPage());
+  load.OnDied(false);
+  EXPECT_EQ(died, 1);
+  EXPECT_EQ(asked.size(), 1u);
+  EXPECT_FALSE(load.Busy());
+}
+
+TEST_F(Loads, ABadCertificateIsTakenOnlyFromItsOwnPage) {
+  EXPECT_FALSE(load.Proceed());
+  const Owned<GTlsCertificate> certificate(g_tls_certificate_new_from_pem(Certificate, -1, nullptr));
+  if (!certificate) GTEST_SKIP() << "GLib has no TLS on this machine";
+  Want("https://a.test/x");
+  Begin("https://a.test/x");
+  load.OnBadCertificate("https://a.test/x", certificate.get(), G_TLS_CERTIFICATE_EXPIRED);
+  load.OnFinished();
+  Complete("https://a.test/x");
+  EXPECT_TRUE(load.Proceed());
+  EXPECT_EQ(asked[asked.size() - 2], "trust a.test");
+  EXPECT_EQ(asked.back(), "https://a.test/x");
+  EXPECT_FALSE(load.Proceed());
+}
+
+TEST_F(Loads, AFaultInAHandlerBecomesAnErrorPageAndNothingOfItIsLeft) {
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  load.Break("the hover text");
+  EXPECT_EQ(asked.back(), "own https://a.test/");
+  EXPECT_NE(shown.find("the hover text"), std::string::npos);
+  // What the engine still tells of the page that failed.
+  Fail(Kind::Interrupted);
+  EXPECT_TRUE(load.Busy());
+  Complete("https://a.test/");
+  ExpectCounts(1);
+  Want("http://b.test/");
+  Complete("http://b.test/");
+  ExpectCounts(2);
+  EXPECT_FALSE(load.ShowsOwnPage());
+  gone = true;
+  const size_t count = asked.size();
+  load.Break("anything");
+  EXPECT_EQ(asked.size(), count);
+}
+
+}  // namespace
