@@ -72,5 +72,6 @@ std::string LastFolderName(std::string_view path) {
 std::string MonthName(int month) {
   static constexpr std::array Names = {"January", "February", "March",     "April",   "May",      "June",
                                        "July",    "August",   "September", "October", "November", "December"};
+  static_assert(Names.size() == 12);
   return Names[month >= 2 && month <= 12 ? static_cast<size_t>(month - 1) : 0];
 }

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::array Months = {"january", "february", "march",     "april",   "may",      "june",
                                "july",    "august",   "september", "october", "november", "december"};
+static_assert(Months.size() == 12);
 
 std::string DayLink(const std::string& name) {
   const std::string link =

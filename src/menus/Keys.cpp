@@ -99,6 +99,7 @@ constexpr std::array<Binding, 23> Bindings = {{
     {"Right", With::Alt, [](frmMain& main) { return Click(main, "Forward"); }},
     {"Escape", With::Nothing, Escape},
 }};
+static_assert(Bindings.back().Do, "a row for each place of the table");
 
 bool Holds(const KeyPress& press, With held) {
   switch (held) {

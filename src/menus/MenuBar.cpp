@@ -6,7 +6,7 @@
 #include "menus/frmMenu.h"
 #include "platform/Text.h"
 
-const std::array<MenuBar::Menu, 7> MenuBar::Menus = {{
+constexpr std::array<MenuBar::Menu, 7> MenuBar::Menus = {{
     {&MenuBar::mnuFile, "file", &MenuBar::Label_MouseMove, &MenuBar::FileItems},
     {&MenuBar::Label1, "edit", &MenuBar::Label_MouseMove, &MenuBar::EditItems},
     {&MenuBar::Label2, "view", &MenuBar::Label_MouseMove, &MenuBar::ViewItems},
@@ -25,6 +25,7 @@ MenuBar::MenuBar(frmMain& main)
       Label5(&main.frame.Picture9, {3360, 90, 480, 195}, "Tabs", Alignment::Centre),
       Label4(&main.frame.Picture9, {3960, 90, 450, 195}, "Help", Alignment::Centre),
       main_(main) {
+  static_assert(Menus.back().Name, "a row for each label");
   for (const Menu& menu : Menus) Wire(menu);
 }
 

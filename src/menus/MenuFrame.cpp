@@ -26,6 +26,7 @@ constexpr std::array<Art, 8> Pieces = {{
     {&MenuFrame::picBotLeft, &Skin::picMnuBotLeft},
     {&MenuFrame::picLeft, &Skin::picMnuLeft},
 }};
+static_assert(Pieces.back().Source, "art for each piece");
 
 }  // namespace
 

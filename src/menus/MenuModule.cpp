@@ -120,6 +120,7 @@ constexpr std::array<Command, 29> Commands = {{
     {"cookies...", [](frmMain& main) { main.menus.ShowCookies(); }},
     {"about...", [](frmMain& main) { main.menus.ShowAbout(); }},
 }};
+static_assert(Commands.back().Run, "a row for each place of the table");
 
 }  // namespace
 

@@ -62,7 +62,7 @@ FrameLayout::FrameLayout(frmMain& main)
 
 void FrameLayout::Form_Resize() {
   const auto &W = main_.Width, &H = main_.Height;
-  // 1, 2, 3: states of the window
+  // A window that the system maximised becomes one that the program did; a minimised one lays out nothing.
   if (main_.WindowState == Window::Maximised) {
     main_.WindowState = Window::Normal;
     MaxiWindow();
@@ -74,10 +74,10 @@ void FrameLayout::Form_Resize() {
     return;
   }
   main_.Visible = true;
-  // 4: the least size; each change runs this layout inside the outer one
+  // The least size. Each change runs this layout inside the outer one.
   if (W < MinimumWidth) main_.Width = MinimumWidth;
   if (H < MinimumHeight) main_.Height = MinimumHeight;
-  // 5 to 12: the edges
+  // The edges, blank until the layout is whole.
   for (Surface* edge : {&Picture5, &Picture6, &Picture7, &Picture8}) edge->Cls();
   Picture5.Left = W - Picture5.Width;
   Picture5.Top = H - Picture5.Height;
@@ -86,15 +86,15 @@ void FrameLayout::Form_Resize() {
   Picture7.Top = H - Picture7.Height;
   Picture7.Width = W - Picture5.Width;
   Picture8.Height = H - Picture7.Height - Picture8.Top;
-  // 13: a grip drag with fast refresh moves the edges alone
+  // A grip drag with fast refresh moves the edges alone.
   if (SizingNow == 1 && main_.program.preferences.PaintMode == 1) return;
-  // 14: the bars
+  // The bars run on behind the edges.
   for (Surface* bar : {&Picture4, &CoolBar1, &Picture10, &Picture9}) bar->Width = W;
-  // 15, 16: the arrows
+  // The arrows of the tab strip, at the right end of the toolbar.
   picTabRight.Left = W - 160 - picTabRight.Width;
   picTabLeft.Left = W - 160 - picTabRight.Width - picTabLeft.Width;
-  // 17: the address field. The test takes off four widths of the edge and the assignment one, so that the
-  // width falls from 310 straight to 100.
+  // The address field takes what buttons and arrows leave. The test takes off four widths of the edge and the
+  // assignment one, so that the width falls from 310 straight to 100.
   ComboBox& Combo1 = *main_.address.Combo1;
   const Twips A = W - Combo1.Left - main_.toolbar.picButton(0).Left;
   const Twips B = W - picTabLeft.Left;
@@ -102,33 +102,31 @@ void FrameLayout::Form_Resize() {
     Combo1.Width = 100;
   else
     Combo1.Width = A - Picture6.Width - B;
-  // 18 to 21: strip and page
+  // The tab strip, and below it the place of the pages.
   Picture2.Width = W - Picture2.Left;
   Picture1.Top = Picture2.Height + CoolBar1.Height + 650;
   Picture1.Height = H - Picture1.Top - 300;
   Picture1.Width = W - Picture1.Left - Picture6.Width;
-  // 22, 23: the corners
+  // The two corners that move.
   Picture13.Left = W - Picture13.Width;
   Picture14.Top = H - Picture14.Height;
-  // 24: the page on show, which may have lost its element to a page that closed itself
+  // The page on show, which may have lost its element to a page that closed itself
   Skipping([this] {
     Browser& shown = main_.tabs.WebBrowser1(main_.tabs.CurrentTab);
     shown.Width = Picture1.Width;
     shown.Height = Picture1.Height;
   });
-  // 25 to 28: status bar and animation
+  // The status bar with its text and progress, and the animation.
   picProgress.Left = W - 1800;
   StatusBar1.Width = picProgress.Left - StatusBar1.Left - 60;
   Picture10.Top = Picture1.Height + Picture1.Top;
   Picture3.Left = W - Picture3.Width - Picture6.Width;
-  // 29 to 32: title bar
+  // The title bar, from its right end.
   picClose.Left = W - (picClose.Width + 70);
   picMax.Left = picClose.Left - (picMax.Width + 30);
   picMin.Left = picMax.Left - picMin.Width;
   labCaption.Width = (W - labCaption.Left) - (W - picMin.Left) - 200;
-  // 33: tiling
   FillFrame();
-  // 34: the strip
   main_.strip.UpdateTabs();
   main_.tabs.CheckTabLeft();
 }
@@ -226,30 +224,21 @@ void FrameLayout::MoveCorner(const Mouse& mouse) {
 }
 
 void FrameLayout::MoveRight(const Mouse& mouse) {
-  if (mouse.Button == 0) {
-    SizingNow = 0;
-    return;
-  }
-  SizingNow = 1;
-  if (main_.Width < GripMinimumWidth) {
-    main_.Width = GripMinimumWidth;
-    TakeDrag(mouse);
-  } else if (const Twips width = main_.Width - (DragX - mouse.X); width >= GripMinimumWidth) {
-    main_.Width = width;
-  }
+  MoveEdge(mouse, main_.Width, GripMinimumWidth, DragX - mouse.X);
 }
 
 void FrameLayout::MoveBottom(const Mouse& mouse) {
-  if (mouse.Button == 0) {
-    SizingNow = 0;
-    return;
-  }
-  SizingNow = 1;
-  if (main_.Height < GripMinimumHeight) {
-    main_.Height = GripMinimumHeight;
+  MoveEdge(mouse, main_.Height, GripMinimumHeight, DragY - mouse.Y);
+}
+
+void FrameLayout::MoveEdge(const Mouse& mouse, Control::Property<Twips>& side, Twips least, Twips inward) {
+  SizingNow = mouse.Button != 0 ? 1 : 0;
+  if (SizingNow == 0) return;
+  if (side < least) {
+    side = least;
     TakeDrag(mouse);
-  } else if (const Twips height = main_.Height - (DragY - mouse.Y); height >= GripMinimumHeight) {
-    main_.Height = height;
+  } else if (side - inward >= least) {
+    side = side - inward;
   }
 }
 

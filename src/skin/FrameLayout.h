@@ -58,6 +58,8 @@ class FrameLayout {
   void MoveCorner(const Mouse& mouse);
   void MoveRight(const Mouse& mouse);
   void MoveBottom(const Mouse& mouse);
+  // One side of the window follows the mouse, which is `inward` twips nearer to the middle than at the press.
+  void MoveEdge(const Mouse& mouse, Control::Property<Twips>& side, Twips least, Twips inward);
   void FillFrame();
 
   frmMain& main_;

@@ -6,7 +6,7 @@
 #include "platform/scene/Drawing.h"
 
 // The catalogue: files and their surfaces, in the order of loading. The capitals are parts of the names.
-const std::array<Skin::Bitmap, 64> Skin::Bitmaps = {{
+constexpr std::array<Skin::Bitmap, 64> Skin::Bitmaps = {{
     {"left.bmp", &Skin::picLeft},
     {"right.bmp", &Skin::picRight},
     {"bottom.bmp", &Skin::picBottom},
@@ -72,6 +72,7 @@ const std::array<Skin::Bitmap, 64> Skin::Bitmaps = {{
     {"tabnotselected.bmp", &Skin::picTabNotSelected},
     {"tabselected.bmp", &Skin::picTabSelected},
 }};
+static_assert(Skin::Bitmaps.back().File, "a row for each bitmap of a skin");
 
 namespace {
 

@@ -26,6 +26,7 @@ constexpr std::array<Button, 8> Rows = {{
     {3085, "History", "History", &Skin::picHistoryBut, &Skin::picHistoryHiBut, &Skin::picHistoryDown},
     {3585, "Search", "Search", &Skin::picSearchBut, &Skin::picSearchHiBut, &Skin::picSearchDown},
 }};
+static_assert(Rows.back().Word, "a row for each button");
 
 constexpr Twips ButtonTop = 15, ButtonSize = 495;
 

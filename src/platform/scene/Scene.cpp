@@ -13,16 +13,16 @@ namespace {
 // What lies further off than any screen is as good as there.
 constexpr double FarPixels = 1e8;
 
-int ToPixels(Twips twips) {
-  return static_cast<int>(std::clamp(std::floor(twips / TwipsPerPixel + 0.5), -FarPixels, FarPixels));
-}
-
 PixelRect ToPixelRect(Twips left, Twips top, Twips width, Twips height) {
   const int x = ToPixels(left), y = ToPixels(top);
   return {x, y, ToPixels(left + width) - x, ToPixels(top + height) - y};
 }
 
 }  // namespace
+
+int ToPixels(Twips twips) {
+  return static_cast<int>(std::clamp(std::floor(twips / TwipsPerPixel + 0.5), -FarPixels, FarPixels));
+}
 
 Control::Control(Control* parent, const Place& place)
     : Left(this, Aspect::Place, place.Left),

@@ -19,6 +19,8 @@
 
 using Twips = double;
 constexpr Twips TwipsPerPixel = 15;
+// The whole pixel next to a place. What lies further off than any screen stays within what windows can have.
+int ToPixels(Twips twips);
 
 struct Place {
   Twips Left = 0, Top = 0, Width = 0, Height = 0;
