@@ -9,6 +9,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/text/Address.h"
+#include "platform/Failure.h"
 #include "platform/Files.h"
 
 namespace {
@@ -65,6 +66,19 @@ bool BrowserWorld::IsHistory(const std::string& uri) const {
   return file.starts_with(real(HostPath(folder_ + "/history")) + "/") ||
          file == real(HostPath(folder_ + "/history.htm")) ||
          file == real(HostPath(folder_ + "/contents.htm"));
+}
+
+std::string BrowserWorld::FrameError() const {
+  return Address::FromPath(engine_->Folder() + "/frame-error.html");
+}
+
+std::string BrowserWorld::WriteFrameError(const std::string& html) const {
+  GError* error = nullptr;
+  const std::string path = engine_->Folder() + "/frame-error.html";
+  g_file_set_contents(path.c_str(), html.data(), static_cast<gssize>(html.size()), &error);
+  const OwnedError reason(error);
+  if (reason) throw Failure("Can't write the file \"" + path + "\": " + reason->message);
+  return FrameError();
 }
 
 void BrowserWorld::ShowInternetOptions() { InternetOptions::Show(*this); }

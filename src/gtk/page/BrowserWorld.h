@@ -41,6 +41,10 @@ class BrowserWorld : private DownloadListener {
   std::string Home() const;
   // True for the address of a file of the program's history.
   bool IsHistory(const std::string& uri) const;
+  // The address of an own page that stands in a frame, and what it is to say. Fails where it can't be
+  // written.
+  std::string FrameError() const;
+  std::string WriteFrameError(const std::string& html) const;
 
   // The dialog for the settings.
   void ShowInternetOptions();

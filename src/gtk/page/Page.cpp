@@ -223,6 +223,19 @@ void Page::OpenElsewhere(const std::string& uri) {
     world_.OpenPlainWindow().Show(uri);
 }
 
+void Page::ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead) {
+  constexpr const char* script =
+      "for (const frame of document.querySelectorAll('frame, iframe'))"
+      "  if (frame.src === wanted || (name && frame.name === name)) frame.src = instead;";
+  GVariantDict arguments;
+  g_variant_dict_init(&arguments, nullptr);
+  g_variant_dict_insert(&arguments, "wanted", "s", wanted.c_str());
+  g_variant_dict_insert(&arguments, "name", "s", name.c_str());
+  g_variant_dict_insert(&arguments, "instead", "s", instead.c_str());
+  webkit_web_view_call_async_javascript_function(View(), script, -1, g_variant_dict_end(&arguments),
+                                                 "marlowick", nullptr, nullptr, nullptr, nullptr);
+}
+
 FindBar& Page::Find() {
   if (find_) return *find_;
   const auto closed = [this] { gtk_widget_grab_focus(GTK_WIDGET(View())); };

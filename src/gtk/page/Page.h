@@ -78,6 +78,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // Opens an address as a new window that the page asks for without needing to know it.
   void OpenElsewhere(const std::string& uri);
 
+  // Has the frame that wants `wanted`, or bears the name, show another address. Needs the page's scripts.
+  void ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead);
+
   // A bar above the page, until it goes. The page takes it over.
   void AddBar(GtkWidget* bar);
 

@@ -28,17 +28,45 @@ bool GiveAway(const std::string& uri) {
   return g_app_info_launch_default_for_uri(uri.c_str(), nullptr, nullptr);
 }
 
+std::string Shown(Page& page) {
+  return page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : std::string();
+}
+
+bool IsPressedInHistory(Page& page, WebKitNavigationAction* action) {
+  return webkit_navigation_action_is_user_gesture(action) &&
+         webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED &&
+         page.World().IsHistory(Shown(page));
+}
+
 // The own pages' links and the history's addresses that aren't the web's.
 bool TakeOwnAddress(Page& page, const std::string& uri, WebKitNavigationAction* action) {
   if (uri == PageLoad::ProceedAddress) {
     if (!page.Load().Proceed()) page.Load().Denied();
     return true;
   }
-  if (!uri.starts_with("view-source:")) return false;
+  const std::string scheme = Address::Scheme(uri);
+  const bool pressed = IsOneOf(scheme, {"view-source", "data"}) && IsPressedInHistory(page, action);
+  if (!pressed && scheme != "view-source") return false;
   // A page may not send anyone to a source; the history and the own pages may.
   const auto type = webkit_navigation_action_get_navigation_type(action);
-  const bool history = type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD || type == WEBKIT_NAVIGATION_TYPE_RELOAD;
-  if (history || page.Load().ShowsOwnPage()) page.Load().Start({uri, {}, true});
+  const bool again = type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD || type == WEBKIT_NAVIGATION_TYPE_RELOAD;
+  if (pressed || again || page.Load().ShowsOwnPage()) page.Load().Start({uri, {}, true});
+  return true;
+}
+
+// A day of the history that there is no page of: the frame that wants it shows what the element has to say.
+bool TakeMissingDay(Page& page, const std::string& uri, WebKitNavigationAction* action) {
+  BrowserWorld& world = page.World();
+  const std::string shown = Shown(page);
+  if (uri == shown || !world.IsHistory(shown) || !world.IsHistory(uri)) return false;
+  const std::string path = TakeText(g_filename_from_uri(uri.c_str(), nullptr, nullptr));
+  if (path.empty() || g_file_test(path.c_str(), G_FILE_TEST_EXISTS)) return false;
+  const std::string frame = TextOf(webkit_navigation_action_get_frame_name(action));
+  // The request has to be turned down first.
+  page.Calls().Later([&page, uri, frame] {
+    const ErrorPage error = LoadErrors::Failed(uri, {LoadFault::Kind::File, {}});
+    page.ShowInFrame(uri, frame, page.World().WriteFrameError(error.Html()));
+  });
   return true;
 }
 
@@ -54,15 +82,17 @@ bool LeadsOutOfHistory(Page& page, const std::string& uri, WebKitNavigationActio
   if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_OTHER ||
       webkit_navigation_action_is_user_gesture(action) || webkit_navigation_action_is_redirect(action))
     return false;
-  const std::string shown = page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : "";
-  return page.World().IsHistory(shown) && !page.World().IsHistory(uri);
+  return page.World().IsHistory(Shown(page)) && !page.World().IsHistory(uri) &&
+         uri != page.World().FrameError();
 }
 
 // True: the request is taken and must not be followed.
 bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
   WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(decision);
   const std::string uri = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
-  if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action)) return true;
+  if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
+      TakeMissingDay(page, uri, action))
+    return true;
   if (BelongsToAnotherProgram(Address::Scheme(uri)) && webkit_navigation_action_is_user_gesture(action) &&
       GiveAway(uri)) {
     page.Load().Denied();
