@@ -5,14 +5,14 @@
 #include <cstdlib>
 
 int main(int argc, char** argv) {
-  if (argc != 3) return 2;  // ADDRESS and a folder for the engine's data
+  if (argc != 3) return 2;  // ADDRESS, and a folder for the engine's data beside the page
   setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", 1);
   gtk_init(nullptr, nullptr);
   WebKitWebsiteDataManager* data = webkit_website_data_manager_new("base-data-directory", argv[2],
                                                                    "base-cache-directory", argv[2], nullptr);
   WebKitWebContext* context = webkit_web_context_new_with_website_data_manager(data);
   webkit_web_context_set_sandbox_enabled(context, TRUE);
-  webkit_web_context_add_path_to_sandbox(context, "/tmp", TRUE);
+  webkit_web_context_add_path_to_sandbox(context, g_path_get_dirname(argv[2]), TRUE);
   GtkWidget* view = webkit_web_view_new_with_context(context);
   WebKitSettings* settings = webkit_web_view_get_settings(WEBKIT_WEB_VIEW(view));
   webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);

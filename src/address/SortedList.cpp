@@ -15,8 +15,15 @@ constexpr size_t ChunkItems = 256;
 // The number of a chunk's keys for which `before` holds: the first ones.
 template <class Chunk, class Before>
 size_t CountWhile(const Chunk& chunk, Before before) {
-  const auto indices = std::views::iota(size_t{0}, chunk.Size());
-  return *std::ranges::partition_point(indices, [&](size_t i) { return before(chunk.Key(i)); });
+  size_t least = 0, most = chunk.Size();
+  while (least < most) {
+    const size_t middle = (least + most) / 2;
+    if (before(chunk.Key(middle)))
+      least = middle + 1;
+    else
+      most = middle;
+  }
+  return least;
 }
 
 }  // namespace

@@ -114,7 +114,7 @@ Layout ReadLayout(std::string_view start, size_t file_bytes, int64_t most_pixels
 
 // The colours of every index; an index that the file gives no colour is black.
 std::array<uint32_t, 256> ReadPalette(std::string_view content, const Layout& layout) {
-  std::array<uint32_t, 256> palette;
+  std::array<uint32_t, 256> palette{};
   palette.fill(Opaque);
   for (size_t i = 0; i < layout.Colours; ++i)
     palette[i] = Opaque | Number(content, layout.PaletteAt + i * layout.Entry, 3);

@@ -27,14 +27,14 @@ bool Exists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0;
 template <class Accept>
 std::vector<std::string> Names(const std::string& path, Accept accept) {
   std::vector<std::string> names;
-  const std::string folder = HostPath(path);
+  const std::string folder = HostPath(path) + "/";
   DIR* listing = ::opendir(folder.c_str());
   if (!listing) return names;
   while (const dirent* entry = ::readdir(listing)) {
     const std::string name = entry->d_name;
     if (name == "." || name == "..") continue;
     struct stat status {};
-    if (::stat((folder + "/" + name).c_str(), &status) == 0 && accept(status.st_mode)) names.push_back(name);
+    if (::stat((folder + name).c_str(), &status) == 0 && accept(status.st_mode)) names.push_back(name);
   }
   ::closedir(listing);
   return names;
@@ -43,7 +43,7 @@ std::vector<std::string> Names(const std::string& path, Accept accept) {
 // The spelling that the folder has for a name, exact first, then the first one in order; the name itself
 // where there is none.
 std::string Spelling(const std::string& folder, const std::string& name) {
-  if (Exists(folder + "/" + name)) return name;
+  if (Exists(folder + name)) return name;
   const std::string lower = Text::LowerCase(name);
   DIR* listing = ::opendir(folder.empty() ? "/" : folder.c_str());
   if (!listing) return name;
@@ -100,7 +100,7 @@ void TakeBack(int file, size_t written) {
 
 std::string HostPath(const std::string& path) {
   if (Exists(path)) return path;
-  const std::string slashed = Text::Replace(path, "\\", "/");
+  std::string slashed = Text::Replace(path, "\\", "/");
   if (slashed.empty() || slashed[0] != '/' || Exists(slashed)) return slashed;
   std::string host;
   for (size_t at = 1; at <= slashed.size();) {

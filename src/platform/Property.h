@@ -19,7 +19,10 @@ class ObservedValue {
     owner_->Changed(aspect_);
     return *this;
   }
-  ObservedValue& operator=(const ObservedValue& other) { return *this = other.value_; }
+  ObservedValue& operator=(const ObservedValue& other) {
+    if (this != &other) *this = other.value_;
+    return *this;
+  }
 
   // NOLINTNEXTLINE: reads like the value it holds.
   operator const T&() const { return value_; }

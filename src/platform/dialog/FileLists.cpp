@@ -16,6 +16,7 @@ std::vector<std::string> InOrder(const std::vector<std::string>& names) {
     if (!name.starts_with('.')) keyed.emplace_back(Text::UpperCase(name), name);
   std::sort(keyed.begin(), keyed.end());
   std::vector<std::string> ordered;
+  ordered.reserve(keyed.size());
   for (auto& [key, name] : keyed) ordered.push_back(std::move(name));
   return ordered;
 }
