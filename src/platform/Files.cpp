@@ -43,7 +43,7 @@ std::vector<std::string> Names(const std::string& path, Accept accept) {
 // The spelling that the folder has for a name, exact first, then the first one in order; the name itself
 // where there is none.
 std::string Spelling(const std::string& folder, const std::string& name) {
-  if (Exists(folder + name)) return name;
+  if (Exists(folder + "/" + name)) return name;
   const std::string lower = Text::LowerCase(name);
   DIR* listing = ::opendir(folder.empty() ? "/" : folder.c_str());
   if (!listing) return name;
