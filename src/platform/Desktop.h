@@ -8,12 +8,11 @@
 
 #include "platform/Events.h"
 #include "platform/Timer.h"
+#include "platform/dialog/Dialog.h"
 #include "platform/scene/Scene.h"
 
 class Browser;
 class ComboBox;
-class Dialog;
-class DialogHost;
 class Drawing;
 class Window;
 class WindowHost;
@@ -31,7 +30,7 @@ enum class Buttons { Ok, YesNo };
 enum class Answer { Ok, Yes, No };
 
 // What the program asks of the outside. Implemented by gtk/window, and by the fakes of the tests.
-class Desktop : public Clock {
+class Desktop : public Clock, public DialogMaker {
  public:
   // Every event of the outside goes through this gate.
   Events Gate;
@@ -59,8 +58,6 @@ class Desktop : public Clock {
   virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
   virtual std::unique_ptr<Browser> MakeBrowser(Control& parent) = 0;
   virtual std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) = 0;
-  // Joins a dialog to its look. Fails where one side lacks a name of the other.
-  virtual std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) = 0;
 
   // The part of the screen that panels leave free, on the monitor where the window is. Twips.
   virtual ScreenRect WorkArea(const Window& window) = 0;

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/Desktop.h"
 #include "platform/Failure.h"
 
 namespace Controls {
@@ -29,19 +28,19 @@ void Control::Changed(Aspect aspect) {
 
 }  // namespace Controls
 
-Dialog::Dialog(Desktop& desktop, std::string name)
+Dialog::Dialog(DialogMaker& maker, std::string name)
     : Name(std::move(name)),
       Visible(this, Aspect::Visible, false),
       Caption(this, Aspect::Caption, ""),
       Width(this, Aspect::Size, Controls::AsInLook),
       Height(this, Aspect::Size, Controls::AsInLook),
       Pointer(this, Aspect::Pointer, MousePointer::Default),
-      desktop_(desktop) {}
+      maker_(maker) {}
 
 Dialog::~Dialog() = default;
 
 void Dialog::Join() {
-  if (!host_) host_ = desktop_.MakeDialog(*this);
+  if (!host_) host_ = maker_.MakeDialog(*this);
 }
 
 void Dialog::ShowModal() {

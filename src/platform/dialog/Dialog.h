@@ -7,7 +7,7 @@
 
 #include "platform/dialog/Control.h"
 
-class Desktop;
+class Dialog;
 
 // What a dialog asks of the desktop.
 class DialogHost {
@@ -27,6 +27,13 @@ class DialogHost {
   virtual void Changed(Controls::Control& control, Controls::Aspect aspect) = 0;
 };
 
+class DialogMaker {
+ public:
+  virtual ~DialogMaker() = default;
+  // Joins a dialog to its look. Fails where a part has no widget of its kind.
+  virtual std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) = 0;
+};
+
 enum class MousePointer { Default = 0, Hourglass = 11 };
 
 // A dialog's behaviour. Its look has the same name, and a widget for each of the parts.
@@ -36,7 +43,7 @@ class Dialog {
   template <class T>
   using Property = ObservedValue<T, Dialog, Aspect>;
 
-  Dialog(Desktop& desktop, std::string name);
+  Dialog(DialogMaker& maker, std::string name);
   Dialog(const Dialog&) = delete;
   virtual ~Dialog();
 
@@ -79,7 +86,7 @@ class Dialog {
  private:
   friend class Controls::Control;
 
-  Desktop& desktop_;
+  DialogMaker& maker_;
   std::vector<Controls::Control*> parts_;
   bool told_ = false;                 // the size comes from the desktop
   std::unique_ptr<DialogHost> host_;  // from the first joining on

@@ -10,6 +10,7 @@ constexpr Colour SystemColour(int index) {
   return static_cast<Colour>(0x80000000u | static_cast<uint32_t>(index));
 }
 constexpr Colour ButtonTextColour = SystemColour(0x12);
+constexpr Colour ButtonFaceColour = SystemColour(0x0F);
 constexpr Colour WindowBackgroundColour = SystemColour(0x05);
 
 // The colour as a pixel, 0xFFRRGGBB. An unknown system colour is black.
