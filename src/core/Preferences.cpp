@@ -1,6 +1,7 @@
 #include "core/Preferences.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Conversions.h"
 #include "core/Program.h"
@@ -46,13 +47,11 @@ void Preferences::LoadIni(Program& program) {
   SearchPage = program.general.ReadIniKey(ini, "search");
   AutoCompleteOff = Number(program, "autocomplete", StrictNumber);
 
-  lstFilter.clear();
+  std::vector<std::string> words;
   program.slot.Open(program.AppPath + "\\filter.dat", FileSlot::Mode::Input);
-  while (!program.slot.EndOfFile()) lstFilter.push_back(program.slot.LineInput());
+  while (!program.slot.EndOfFile()) words.push_back(program.slot.LineInput());
   program.slot.Close();
-  std::stable_sort(lstFilter.begin(), lstFilter.end(), [](const std::string& a, const std::string& b) {
-    return Text::LowerCase(a) < Text::LowerCase(b);
-  });
+  SetFilters(std::move(words));
 
   if (program.SplashUp == 1) program.splash().Status("Loading skin...");
 
@@ -62,4 +61,11 @@ void Preferences::LoadIni(Program& program) {
   program.menu.OpenMenuName.clear();
   program.menu.MenuLoaded = 0;
   program.menu.MenuMode = 0;
+}
+
+void Preferences::SetFilters(std::vector<std::string> words) {
+  lstFilter = std::move(words);
+  std::stable_sort(lstFilter.begin(), lstFilter.end(), [](const std::string& a, const std::string& b) {
+    return Text::LowerCase(a) < Text::LowerCase(b);
+  });
 }

@@ -24,4 +24,6 @@ class Preferences {
   // Reads everything anew, the skin included. Fails for a missing `filter.dat`, a number out of range, and an
   // "[AutoComplete]" that is absent or no number.
   void LoadIni(Program& program);
+  // New word filters, in any order. Doesn't write the file.
+  void SetFilters(std::vector<std::string> words);
 };

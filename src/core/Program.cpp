@@ -1,5 +1,9 @@
 #include "core/Program.h"
 
+#include "cookies/frmCleanup.h"
+#include "cookies/frmCookies.h"
+#include "cookies/frmFilter.h"
+#include "cookies/frmNewcookies.h"
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
@@ -20,10 +24,30 @@ Program::Program(Desktop& desktop)
       splash(desktop.Gate, Maker<frmSplash>(*this)),
       main(desktop.Gate, Maker<frmMain>(*this)),
       dummy(desktop.Gate, Maker<frmDummy>(*this)),
-      popup_menu(desktop.Gate, Maker<frmMenu>(*this)) {}
+      popup_menu(desktop.Gate, Maker<frmMenu>(*this)) {
+  desktop.SessionEnding = [this] { EndSession(); };
+}
 
-Program::~Program() = default;
+Program::~Program() { desktop.SessionEnding = nullptr; }
 
 void Program::Start() { splash(); }
 
-void Program::JoinDialogs() { frmPopup(*this).Join(); }
+void Program::EndSession() {
+  Unattended = true;
+  if (Unloading == 1) {
+    // On its way already, unless it waits for the user.
+    if (main().cookies.newcookies.Loaded() && main().cookies.newcookies().Visible) desktop.End(0);
+    return;
+  }
+  // Before the main window stands no cookie is new.
+  if (dummy.Loaded()) dummy.Unload();
+  desktop.End(0);
+}
+
+void Program::JoinDialogs() {
+  frmPopup(*this).Join();
+  frmCookies(*this).Join();
+  frmNewcookies(*this).Join();
+  frmFilter(*this).Join();
+  frmCleanup(*this).Join();
+}

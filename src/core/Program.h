@@ -48,6 +48,7 @@ class Program {
 
   std::string AppPath;            // the program's folder, never with a trailing backslash
   int16_t Unloading = 0;          // 1 once the main window is going down
+  bool Unattended = false;        // the session ends: nobody is there to answer a question
   int16_t SplashUp = 0;           // 1 while the splash lives
   std::string SplashMaximised;    // "1" when the system opened the first window maximised
   int16_t SkinRestartNeeded = 0;  // while 1, the main window's unload does nothing at all
@@ -56,4 +57,8 @@ class Program {
   Slot<frmMain> main;
   Slot<frmDummy> dummy;
   Slot<frmMenu> popup_menu;
+
+ private:
+  // Closes the program as the user does, without a question.
+  void EndSession();
 };

@@ -96,6 +96,8 @@ void frmMain::Form_Unload(bool& cancel) {
   Skipping([&] { program.desktop.DoEvents(); });
   tabs.RemoveAllTabs();
   if (program.preferences.CookieTrapMode != 0) {
+    // With the last page the cookies of the session go, and nobody sets another one.
+    Skipping([&] { program.desktop.ClosePages(); });
     // Ends the process itself; where it can't come up, the process ends without it.
     Skipping([&] { cookies.CleanUp(); });
     cancel = true;

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "cookies/frmCookies.h"
 #include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmDummy.h"
@@ -191,6 +192,6 @@ void MenuModule::ShowOptions() {
 void MenuModule::ShowAbout() { Notice(main_, "Marlowick\nVer 0.6a"); }
 
 void MenuModule::ShowCookies() {
-  Skipping([this] { Notice(main_, "The cookie manager isn't there yet."); });
+  Skipping([this] { main_.cookies.manager().Show(); });
   main_.SetFocus();
 }

@@ -13,6 +13,7 @@
 
 class Browser;
 class ComboBox;
+class CookieCache;
 class Drawing;
 class Window;
 class WindowHost;
@@ -34,6 +35,8 @@ class Desktop : public Clock, public DialogMaker {
  public:
   // Every event of the outside goes through this gate.
   Events Gate;
+  // The system wants the process to end, as at a log-out, and nobody is there to answer a question.
+  std::function<void()> SessionEnding;
 
   // A window of the browser element's own wants a further one; as NewWindow2 of an element.
   std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
@@ -57,6 +60,10 @@ class Desktop : public Clock, public DialogMaker {
 
   virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
   virtual std::unique_ptr<Browser> MakeBrowser(Control& parent) = 0;
+  // Ends the pages of all browser elements, and the plain windows that they opened. For the program's end:
+  // operations of the elements fail from then on.
+  virtual void ClosePages() = 0;
+  virtual CookieCache& Cookies() = 0;
   virtual std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) = 0;
 
   // The part of the screen that panels leave free, on the monitor where the window is. Twips.

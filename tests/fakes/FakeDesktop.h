@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FakeCookieCache.h"
 #include "fakes/User.h"
 #include "platform/Browser.h"
 #include "platform/ComboBox.h"
@@ -100,6 +101,8 @@ class FakeDesktop : public Desktop {
   std::string ShortDate(const Moment& moment) override;
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
+  void ClosePages() override { log.push_back("ClosePages"); }
+  FakeCookieCache& Cookies() override { return cookies; }
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
   std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   ScreenRect WorkArea(const Window&) override { return work_area; }
@@ -120,6 +123,7 @@ class FakeDesktop : public Desktop {
   std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
   std::function<void()> during_events;            // runs in each pass of the event pump
   std::vector<std::string> log;                   // what was asked, in order
+  FakeCookieCache cookies;
   std::unique_ptr<Drawing> drawing;
   int repaints = 0;  // how often a window was told to compare its picture
 

@@ -13,6 +13,17 @@ constexpr int FrameWidth = 8, FrameHeight = 27;
 // A busy desktop doesn't hold a repaint for longer.
 constexpr unsigned MostMillisecondsToPaint = 500;
 
+// The rules that looks share, for the whole program and once.
+void AddRules() {
+  static const Owned<GtkCssProvider> rules = [] {
+    Owned<GtkCssProvider> css(gtk_css_provider_new());
+    gtk_css_provider_load_from_resource(css.get(), "/marlowick/ui/looks.css");
+    gtk_style_context_add_provider_for_screen(gdk_screen_get_default(), GTK_STYLE_PROVIDER(css.get()),
+                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    return css;
+  }();
+}
+
 GtkWindow* ModalInFront() {
   GtkWidget* grab = gtk_grab_get_current();
   GtkWidget* top = grab ? gtk_widget_get_toplevel(grab) : nullptr;
@@ -50,6 +61,7 @@ DialogBinder::DialogBinder(Dialog& dialog, Events& gate, Owner owner)
       look_(dialog.Name),
       window_(GTK_WINDOW(look_.Find(dialog.Name, GTK_TYPE_WINDOW))),
       callbacks_([&gate](const std::function<void()>& handler) { gate.Run(handler); }) {
+  AddRules();
   for (Controls::Control* part : dialog.Parts()) peers_[part] = MakePeer(*part, look_, callbacks_);
   if (!dialog.Caption->empty()) Caption();
   if (dialog.Width != Controls::AsInLook && dialog.Height != Controls::AsInLook)

@@ -10,15 +10,14 @@ namespace {
 // nowhere.
 constexpr const char* Nowhere = "socks5://127.0.0.1:1";
 
-Owned<WebKitWebContext> MakeContext(const std::string& engine) {
+Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string& cookies) {
   const Owned<WebKitWebsiteDataManager> data(
       webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
                                       "base-cache-directory", (engine + "/cache").c_str(), nullptr));
   Owned<WebKitWebContext> context(webkit_web_context_new_with_website_data_manager(data.get()));
   webkit_web_context_set_sandbox_enabled(context.get(), TRUE);
   webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context.get()),
-                                               (engine + "/cookies.sqlite").c_str(),
-                                               WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
+                                               cookies.c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
   return context;
 }
 
@@ -51,7 +50,7 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
 Engine::Engine(std::string folder, const Callbacks::Runner& runner)
     : folder_(std::move(folder)),
       settings_(ElementSettings::Load(folder_ + "/engine.ini")),
-      context_(MakeContext(folder_)),
+      context_(MakeContext(folder_, CookieStore())),
       downloads_(context_.get(), runner) {
   const bool graphics_processor = HasGraphicsProcessor();
   // Sharing buffers with a graphics processor that isn't there costs time at each start.

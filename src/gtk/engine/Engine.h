@@ -20,6 +20,8 @@ class Engine {
   WebKitWebContext* Context() { return context_.get(); }
   WebKitSettings* ViewSettings() { return view_settings_.get(); }
   const std::string& Folder() const { return folder_; }
+  // The file that keeps the cookies.
+  std::string CookieStore() const { return folder_ + "/cookies.sqlite"; }
   Downloads& Fetches() { return downloads_; }
 
   // A view without an opener, floating. The first one was made ahead, with its process.

@@ -35,9 +35,13 @@ BrowserWorld::~BrowserWorld() { Shutdown(); }
 
 void BrowserWorld::Shutdown() {
   if (!engine_) return;
+  ClosePages();
+  engine_.reset();
+}
+
+void BrowserWorld::ClosePages() {
   windows_.clear();
   for (Page* page : std::exchange(pages_, {})) page->Close();
-  engine_.reset();
 }
 
 void BrowserWorld::Change(const ElementSettings& settings) {

@@ -65,6 +65,8 @@ class BrowserWorld : private DownloadListener {
   // The view ends when none of its own handlers can be running any more: the engine doesn't bear it earlier.
   void DestroyLater(WebKitWebView* view);
 
+  // Ends all pages, those of the program and those outside it.
+  void ClosePages();
   // Ends all pages. Nothing of this world is used after it.
   void Shutdown();
 

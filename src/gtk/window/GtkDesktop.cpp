@@ -30,12 +30,22 @@ constexpr int MostEventsInOnePass = 200;
 }  // namespace
 
 GtkDesktop::GtkDesktop(std::string command_line)
-    : command_line_(std::move(command_line)), drawing_(MakeDrawing()) {
+    : command_line_(std::move(command_line)),
+      drawing_(MakeDrawing()),
+      session_([this] { EndSession(); },
+               [this](const std::function<void()>& handler) { Gate.Run(handler); }) {
   gdk_event_handler_set(&GtkDesktop::OnEvent, this, nullptr);
   Gate.Unhandled = [this](const Failure& failure) { Die(failure); };
 }
 
 GtkDesktop::~GtkDesktop() = default;
+
+void GtkDesktop::EndSession() {
+  session_ended_ = true;
+  // Whoever waits in the middle of something comes to its end first.
+  if (waiting_.InCourse()) return;
+  SessionEnding ? SessionEnding() : End(0);
+}
 
 int GtkDesktop::Run(const std::function<void()>& start) {
   Gate.Run([&] {
@@ -82,6 +92,7 @@ void GtkDesktop::End(int status) {
 void GtkDesktop::Die(const Failure& failure) {
   // Timers and pages go on while the message is read, but not into the program.
   Gate.Close();
+  SessionEnd::LetSignalsKill();
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
   ClearTheWay();
   MsgBox(std::string(failure.what()) +
@@ -132,6 +143,23 @@ std::unique_ptr<WindowHost> GtkDesktop::MakeHost(Window& window) {
 
 std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
   return std::make_unique<GtkBrowser>(parent, World());
+}
+
+void GtkDesktop::ClosePages() {
+  if (world_) world_->ClosePages();
+}
+
+CookieCache& GtkDesktop::Cookies() {
+  if (!cookies_)
+    cookies_ = std::make_unique<EngineCookies>(
+        EngineCookies::Ground{webkit_web_context_get_cookie_manager(World().Base().Context()),
+                              World().Base().CookieStore(), [this] { return !World().Pages().empty(); },
+                              [this](const std::function<bool()>& done) {
+                                waiting_.For(done);
+                                if (session_ended_) session_.Later();
+                              }},
+        [this](const std::function<void()>& handler) { Gate.Run(handler); });
+  return *cookies_;
 }
 
 std::unique_ptr<ComboBox> GtkDesktop::MakeComboBox(Control& parent, const Place& place) {
@@ -215,7 +243,8 @@ void GtkDesktop::EndPopups() {
 }
 
 void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
-  if (!static_cast<GtkDesktop*>(self)->TakenForPopup(event)) gtk_main_do_event(event);
+  auto* desktop = static_cast<GtkDesktop*>(self);
+  if (!desktop->waiting_.Holds(event) && !desktop->TakenForPopup(event)) gtk_main_do_event(event);
 }
 
 // While a menu is up it grabs the mouse, so that it hears of everything. What happens outside it is handed

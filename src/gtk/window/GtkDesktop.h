@@ -5,7 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "gtk/engine/EngineCookies.h"
 #include "gtk/window/Hosts.h"
+#include "gtk/window/SessionEnd.h"
+#include "gtk/window/Waiting.h"
 #include "platform/Desktop.h"
 
 class BrowserWorld;
@@ -30,6 +33,8 @@ class GtkDesktop : public Desktop {
   std::string ShortDate(const Moment& moment) override;
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
+  void ClosePages() override;
+  CookieCache& Cookies() override;
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
   std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
   ScreenRect WorkArea(const Window& window) override;
@@ -59,11 +64,16 @@ class GtkDesktop : public Desktop {
   [[noreturn]] void Die(const Failure& failure);
   // Takes off the screen what would lie over a message or keep the mouse from it.
   void ClearTheWay();
+  void EndSession();
 
   std::string command_line_;
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<ProgramFiles> files_;
   std::unique_ptr<BrowserWorld> world_;
+  std::unique_ptr<EngineCookies> cookies_;
   std::vector<PopupHost*> popups_;
   SplashHost* splash_ = nullptr;
+  Waiting waiting_;
+  bool session_ended_ = false;
+  SessionEnd session_;
 };
