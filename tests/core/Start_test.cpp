@@ -9,6 +9,7 @@
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
+#include "fakes/BmpFile.h"
 #include "fakes/FakeDesktop.h"
 #include "menus/frmMenu.h"
 
@@ -22,6 +23,7 @@ class WatchedDesktop : public FakeDesktop {
   using FakeDesktop::FakeDesktop;
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   bool maximised_start = false;  // the system opens the first window maximised
+  std::function<void()> at_splash_end;
 };
 
 class WatchedHost : public WindowHost {
@@ -31,7 +33,10 @@ class WatchedHost : public WindowHost {
     Write("show");
     if (Is(Window::Kind::Splash) && desktop_.maximised_start) window_.WindowState = Window::Maximised;
   }
-  void Hide() override { Write("hide"); }
+  void Hide() override {
+    Write("hide");
+    if (Is(Window::Kind::Splash) && desktop_.at_splash_end) desktop_.at_splash_end();
+  }
   void Move() override {}
   void Resize() override {}
   void Caption() override {}
@@ -123,6 +128,7 @@ TEST_F(Life, CutsOneSeparatorOffTheFolder) {
 TEST_F(Life, MaximisesTheMainWindowWhereTheSystemMaximisesTheFirst) {
   desktop.maximised_start = true;
   desktop.during_events = [this] { EXPECT_EQ(program.splash().WindowState, Window::Normal); };
+  desktop.at_splash_end = [this] { EXPECT_EQ(main().Width, 10605) << "nothing covers the splash"; };
   Start();
   EXPECT_EQ(program.SplashMaximised, "1");
   EXPECT_EQ(main().Width, 15480);
@@ -164,7 +170,11 @@ TEST_F(Life, LetsTheWindowGoUntouchedForARestart) {
   main().tabs.AddTab("about:blank");
   program.SkinRestartNeeded = 1;
   Asked();
-  EXPECT_THROW(program.dummy.Unload(), ProcessEnded);
+  desktop.Gate.Run([this] {
+    TabSet& tabs = main().tabs;
+    EXPECT_THROW(program.dummy.Unload(), ProcessEnded);
+    EXPECT_EQ(tabs.WebBrowser1.UBound(), 1) << "the tabs stay as they are";
+  });
   EXPECT_EQ(Asked(), (Log{"hide main", "End 0"}));
   EXPECT_EQ(program.Unloading, 0);
 }
@@ -280,6 +290,26 @@ TEST_F(Life, NamesTheStandardLibrarysFailuresToo) {
   EXPECT_EQ(message, "Something that wasn't expected failed in the program itself: too long");
 }
 
+TEST_F(Life, ReadsEachSettingFromItsOwnKey) {
+  folder.Write("skins/Mine/left.bmp", BmpFile(7, 1, [](int, int) { return 0u; }));
+  folder.Write(
+      "browser.ini",
+      "[CookieTrap]\r\n0\r\n[NewTab]\r\n6\r\n[Paint]\r\n5\r\n[Popups]\r\n4\r\n[SearchTab]\r\n2\r\n"
+      "[History]\r\n1\r\n[Skin]\r\nskins\\Mine\r\n[Default]\r\nhome.test\r\n[Search]\r\nfind.test\r\n"
+      "[AutoComplete]\r\n7\r\n");
+  Start();
+  const Preferences& read = program.preferences;
+  EXPECT_EQ(main().skin.picLeft.Picture()->Width, 7) << "the skin of the program's folder";
+  EXPECT_EQ((std::vector<int>{read.HistoryInTab, read.SearchInTab, read.PopupPolicy, read.PaintMode,
+                              read.NewTabMode, read.AutoCompleteOff, read.CookieTrapMode}),
+            (std::vector<int>{1, 2, 4, 5, 6, 7, 0}));
+  EXPECT_EQ(read.DefaultPage + " " + read.SearchPage, "home.test find.test");
+  folder.Write("browser.ini", "[CookieTrap]\r\n3\r\n[AutoComplete]\r\n0\r\n");
+  program.preferences.LoadIni(program);
+  EXPECT_EQ(read.CookieTrapMode, 3);
+  EXPECT_EQ(read.NewTabMode + read.HistoryInTab + read.SearchInTab, 0);
+}
+
 TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
   Start();
   folder.Write(
@@ -289,7 +319,7 @@ TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
   folder.Write("filter.dat", "one\r\ntwo\n\nlast");
   program.menu.OpenMenuName = "file";
   program.menu.MenuLoaded = program.menu.MenuMode = main().frame.SizingNow = 1;
-  program.preferences.LoadIni(program);
+  for (int twice = 0; twice < 2; ++twice) program.preferences.LoadIni(program);
   const Preferences& read = program.preferences;
   EXPECT_EQ(read.PopupPolicy, 2);
   EXPECT_EQ(read.PaintMode, 1);

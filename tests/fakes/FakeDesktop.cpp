@@ -22,7 +22,7 @@ class FakeHost : public WindowHost {
   void Resize() override {}
   void Caption() override {}
   void State() override {}
-  void Focus() override {}
+  void Focus() override { ++desktop_.focused; }
   void Invalidate() override { ++desktop_.repaints; }
   void Repaint() override {}
 

@@ -77,8 +77,13 @@ class FakeComboBox : public ComboBox {
   // Picks an item of the drop-down.
   void Choose(size_t index);
 
+  void ListChanged() override {
+    if (list_changed) list_changed();
+  }
+
   std::string text;
   long start = 0, length = 0;
+  std::function<void()> list_changed;
 };
 
 // The outside as a test wants it: a clock that moves by hand, dialogs that answer from a list, pages that do
@@ -125,6 +130,7 @@ class FakeDesktop : public Desktop {
   std::vector<std::string> log;                   // what was asked, in order
   FakeCookieCache cookies;
   std::unique_ptr<Drawing> drawing;
+  int focused = 0;   // how often a window took the focus
   int repaints = 0;  // how often a window was told to compare its picture
 
  private:

@@ -54,6 +54,15 @@ TEST_F(HistoryShown, OpensInTheTabOnShowOrInANewOne) {
   program.main().history.OpenHistory();
   EXPECT_EQ(std::count(desktop.log.begin(), desktop.log.end(), opened), 2);
   EXPECT_EQ(program.main().tabs.CurrentTab, 1);
+  // Any other value than 1: into the tab on show, wherever it stands.
+  program.preferences.HistoryInTab = 2;
+  program.main().tabs.CurrentTab = 0;
+  for (const int index : {0, 1})
+    dynamic_cast<FakeBrowser&>(program.main().tabs.WebBrowser1(index)).url.clear();
+  program.main().history.OpenHistory();
+  EXPECT_EQ(program.main().tabs.WebBrowser1.UBound(), 1);
+  EXPECT_EQ(program.main().tabs.WebBrowser1(0).LocationURL(), folder.path + "\\History.htm");
+  EXPECT_EQ(program.main().tabs.WebBrowser1(1).LocationURL(), "");
 }
 
 TEST_F(HistoryShown, FailsWithWhatIsMissingAndLeavesOldPagesWhole) {
@@ -62,6 +71,7 @@ TEST_F(HistoryShown, FailsWithWhatIsMissingAndLeavesOldPagesWhole) {
   folder.Write("history.dat", "[history]\r\nnew\r\n[end]\r\n[contents]\r\nno end");
   EXPECT_THROW(program.main().history.OpenHistory(), Failure);
   EXPECT_EQ(folder.Read("contents.htm"), before);
+  folder.Write("history.dat", "[history]\r\nnew\r\n[end]\r\n[contents]\r\n#list#\r\n[end]\r\n");
   std::filesystem::remove(folder.path + "/history");
   try {
     program.main().history.OpenHistory();

@@ -61,10 +61,35 @@ TEST(MenuBar, SlidesFromMenuToMenuInOneMove) {
   }
 }
 
+TEST(MenuBar, HasItsLabelsWhereTheyBelong) {
+  MenuRig rig;
+  const int lefts[] = {8, 40, 72, 112, 176, 224, 264}, widths[] = {24, 25, 31, 57, 44, 32, 30};
+  const PixelRect strip = rig.main().frame.Picture9.PixelBounds();
+  for (size_t i = 0; i < 7; ++i) {
+    const Label& label = *rig.Labels()[i];
+    const PixelRect place = label.PixelBounds();
+    EXPECT_EQ(place.Left - strip.Left, lefts[i]) << label.Caption();
+    EXPECT_EQ(place.Width, widths[i]) << label.Caption();
+    EXPECT_EQ(label.Height, 195) << label.Caption();
+    EXPECT_EQ(label.Top, &label == &rig.bar().labFavs ? 95 : 90) << "one stands a little lower";
+    // The text is in the middle.
+    const DisplayList list = rig.main().Describe();
+    const auto item = std::find_if(list.begin(), list.end(),
+                                   [&](const DrawItem& drawn) { return drawn.Control == &label; });
+    ASSERT_NE(item, list.end());
+    const double text = rig.main().TextWidth(label.Caption()) / TwipsPerPixel;
+    EXPECT_NEAR(item->Texts.at(0).X - place.Left, (place.Width - text) / 2, 1) << label.Caption();
+  }
+}
+
 TEST(MenuBar, EndsAsTheDesktopReportsIt) {
   MenuRig rig;
+  rig.state().FavOpenPath = "somewhere";
   rig.Open(rig.bar().mnuFile);
+  EXPECT_EQ(rig.state().FavOpenPath(), "") << "the favourites give way";
+  rig.main().toolbar.ResetButtons(3);
   rig.PressOutside();
+  EXPECT_TRUE(rig.ToolbarRests());
   EXPECT_FALSE(rig.program.popup_menu.Loaded());
   EXPECT_EQ(rig.state().MenuMode, 0);
   EXPECT_EQ(rig.state().OpenMenuName, "");

@@ -42,6 +42,13 @@ TEST(MenuCommand, AsksThePageOnShow) {
     rig.Command(command);
     EXPECT_EQ(rig.Asked(), asked) << command;
   }
+  // The window comes to the front before the page's own dialogs do.
+  for (const char* command : {"print...", "find (on this page) ...", "properties", "new window"}) {
+    const int before = rig.desktop.focused;
+    rig.Command(command);
+    EXPECT_EQ(rig.desktop.focused, before + 1) << command;
+  }
+  rig.Asked();
   rig.Page(1).url = "";
   rig.Command("source");
   EXPECT_EQ(rig.Asked(), Texts{"Navigate view-source:"});
@@ -104,6 +111,13 @@ TEST(MenuCommand, CloseEndsTheProgram) {
   EXPECT_THROW(rig.ClickRow(10), ProcessEnded);
 }
 
+TEST(MenuCommand, OptionsComeUpOverASavedAddressList) {
+  MenuRig rig;
+  rig.main().address.AddItem("typed.test");
+  rig.Command("browser options...");
+  EXPECT_EQ(rig.folder.Read("autocomplete.dat"), "typed.test\r\n");
+}
+
 TEST(MenuCommand, NoticesNameWhatToEdit) {
   MenuRig rig;
   for (const auto& [command, name] :
@@ -133,6 +147,15 @@ class TabsMenu : public ::testing::Test {
 
 TEST_F(TabsMenu, NumbersTheLiveTabs) {
   EXPECT_EQ(rig.Rows(), "Save Tab Layout...,Restore Tab Layout...,-,1. Page  0,2. Page  1,3. Page  3,4. ");
+}
+
+TEST_F(TabsMenu, CountsNoDeadTabBelow) {
+  rig.PressOutside();
+  rig.Page(1).dead = true;
+  rig.Open(rig.bar().Label5);
+  EXPECT_EQ(rig.Rows(), "Save Tab Layout...,Restore Tab Layout...,-,1. Page  0,2. Page  3,3. ");
+  rig.ClickRow(4);
+  EXPECT_EQ(rig.main().tabs.CurrentTab, 3);
 }
 
 TEST_F(TabsMenu, ShowsTheTabOfARow) {

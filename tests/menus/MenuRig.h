@@ -46,6 +46,8 @@ struct MenuRig {
     desktop.Gate.Run([&] { main().menus.MenuCommand(command); });
   }
 
+  // No button of the toolbar looks as if the mouse were over it.
+  bool ToolbarRests() { return main().toolbar.picButton(3).Picture() == main().skin.picStopBut.Picture(); }
   bool IsOpen() { return program.popup_menu.Loaded() && menu().Visible; }
   std::string Rows() {
     std::string rows;

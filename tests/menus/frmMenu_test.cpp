@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <tuple>
+
+#include "fakes/BmpFile.h"
 #include "menus/MenuRig.h"
 
 namespace {
@@ -40,11 +44,49 @@ TEST(frmMenu, FramesASingleRow) {
   // The skin's art, the corners over the edges.
   const Skin& skin = rig.main().skin;
   EXPECT_EQ(PixelOf(rig, 0, 0), skin.picMnuTopLeft.Picture()->Pixels[0]);
-  EXPECT_EQ(PixelOf(rig, 60, 0), skin.picMnuTop.Picture()->Pixels[0]);
   EXPECT_EQ(PixelOf(rig, 4, 4), [&] {
     const Bitmap& back = *skin.picMnuBack.Picture();
     return back.Pixels[static_cast<size_t>(4 % back.Height * back.Width + 4 % back.Width)];
   }());
+}
+
+TEST(frmMenu, WearsEachPieceOfTheSkinInItsPlace) {
+  MenuRig rig;
+  // A colour of its own for each.
+  const std::vector<std::string> art = {"topleft", "top",     "topright", "right",  "botright",
+                                        "bottom",  "botleft", "left",     "spacer", "background"};
+  const auto colour = [&art](const std::string& name) {
+    return 0xFF102030 +
+           0x151005 * static_cast<uint32_t>(std::find(art.begin(), art.end(), name) - art.begin());
+  };
+  for (const std::string& name : art)
+    rig.folder.Write("skins/A/mnu" + name + ".bmp", BmpFile(3, 3, [&](int, int) { return colour(name); }));
+  rig.main().skin.LoadSkin(rig.folder.path + "\\skins\\A");
+  rig.desktop.Gate.Run([&] { rig.main().menus.ShowMenu(0, 0, "One,-,Two"); });
+  // 132 pixels wide, 54 high; the line stands between the rows, 23 to 30 pixels down.
+  const int right = 131, bottom = 53;
+  ASSERT_EQ(rig.menu().PixelBounds(), (PixelRect{0, 0, right + 1, bottom + 1}));
+  const std::vector<std::tuple<int, int, const char*>> points = {{0, 0, "topleft"},
+                                                                 {1, 1, "topleft"},
+                                                                 {2, 0, "top"},
+                                                                 {right - 2, 1, "top"},
+                                                                 {right, 0, "topright"},
+                                                                 {right - 1, 1, "topright"},
+                                                                 {right, 2, "right"},
+                                                                 {right, bottom - 2, "right"},
+                                                                 {right, bottom, "botright"},
+                                                                 {2, bottom, "bottom"},
+                                                                 {right - 2, bottom - 1, "bottom"},
+                                                                 {0, bottom, "botleft"},
+                                                                 {0, 2, "left"},
+                                                                 {1, bottom - 2, "left"},
+                                                                 {2, 2, "background"},
+                                                                 {4, 23, "spacer"},
+                                                                 {right - 4, 30, "spacer"},
+                                                                 {3, 25, "background"},
+                                                                 {60, 31, "background"}};
+  for (const auto& [x, y, name] : points)
+    EXPECT_EQ(PixelOf(rig, x, y), colour(name)) << name << x << " " << y;
 }
 
 TEST(frmMenu, StacksRowsAndSeparators) {
@@ -101,6 +143,7 @@ TEST(frmMenu, FollowsTheMouse) {
 TEST(frmMenu, RunsARowWhileItIsStillOnTheScreen) {
   MenuRig rig;
   rig.Open(rig.bar().mnuFile);
+  rig.main().toolbar.ResetButtons(3);
   rig.desktop.files = {""};
   rig.ClickRow(2);
   EXPECT_EQ(rig.Asked().front().substr(0, 8), "ShowOpen");
@@ -108,6 +151,7 @@ TEST(frmMenu, RunsARowWhileItIsStillOnTheScreen) {
   EXPECT_EQ(rig.state().MenuMode, 0);
   EXPECT_EQ(rig.state().MenuItemIndex, 2);
   EXPECT_EQ(rig.Highlighted(), "");
+  EXPECT_TRUE(rig.ToolbarRests());
 
   // A command whose dialog takes the focus ends the menu under its own click.
   rig.Open(rig.bar().mnuFile);

@@ -215,6 +215,21 @@ TEST_F(Frame, KnowsWhenItIsBeingSized) {
   }
 }
 
+TEST_F(Frame, ForgetsASizingWhereItIsMinimised) {
+  Over(Corner());
+  Do([this] { main().WindowState = Window::Minimised; });
+  EXPECT_EQ(frame().SizingNow, 0);
+  EXPECT_FALSE(main().Visible);
+}
+
+TEST_F(Frame, ShowsWhichWayAGripGoes) {
+  EXPECT_EQ(Corner().MousePointer, Pointer::SizeDiagonal);
+  EXPECT_EQ(Right().MousePointer, Pointer::SizeLeftRight);
+  EXPECT_EQ(Bottom().MousePointer, Pointer::SizeUpDown);
+  for (const Control* control : {static_cast<Control*>(&Title()), static_cast<Control*>(&frame().Picture8)})
+    EXPECT_EQ(control->MousePointer, Pointer::Default);
+}
+
 TEST_F(Frame, DragsOnlyItsEdgesWithFastRefresh) {
   program.preferences.PaintMode = 1;
   Grab(Right());

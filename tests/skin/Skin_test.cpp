@@ -202,6 +202,21 @@ TEST_F(SkinTest, AKeyOnTheLastLineTakesTheSlotFromAllLaterReads) {
   EXPECT_TRUE(program.slot.IsOpen()) << "whoever didn't open the file doesn't give it back";
 }
 
+TEST_F(SkinTest, AnAddressListThatBreaksOffKeepsWhatWasRead) {
+  folder.Write("autocomplete.dat", "a.test\r\nb.test\r\nc.test\r\n");
+  WriteBitmap("A/left.bmp", 7);
+  auto& Combo1 = dynamic_cast<FakeComboBox&>(*main.address.Combo1);
+  Combo1.list_changed = [&] {
+    if (Combo1.ListCount() == 2) throw Failure("no more");
+  };
+  Load("A");
+  Combo1.list_changed = nullptr;
+  ASSERT_EQ(Combo1.ListCount(), 2u);
+  EXPECT_EQ(Combo1.List(1), "b.test");
+  EXPECT_FALSE(program.slot.IsOpen());
+  EXPECT_EQ(WidthOf(skin.picLeft), 7);
+}
+
 TEST_F(SkinTest, TilesReplaceWhatWasOnTheSurface) {
   Window window(desktop, Window::Kind::Popup, {0, 0, 150, 60}, "");
   Surface surface(&window, {30, 15, 75, 30});

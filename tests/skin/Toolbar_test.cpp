@@ -96,6 +96,8 @@ TEST_F(Bar, FollowsTheMouse) {
   EXPECT_EQ(Looks(), "rrrdrrrr rr") << "held, it stays pressed outside";
   Release(Button(3), 30, 3000);
   EXPECT_EQ(Asked(), Log{});
+  Over(Button(1), 30, 30, 2);
+  EXPECT_EQ(Looks(), "rdrrrrrr rr") << "by whichever button of the mouse";
   for (Surface* strip : {&frame().CoolBar1, &frame().Picture9, &frame().Picture2}) {
     Reset(2);
     Do([this] { main().menubar.ResetMenus(main().menubar.mnuFile); });
@@ -113,6 +115,8 @@ TEST_F(Bar, CarriesOutItsWords) {
   EXPECT_EQ(Command("Stop"), Log{"Stop"});
   for (const char* unknown : {"back", "BACK", "Remove Tab", "", "Back "}) EXPECT_EQ(Command(unknown), Log{});
 
+  EXPECT_EQ(Command("Search"), Log{"Navigate http://search.test/"});
+  program.preferences.SearchInTab = 2;
   EXPECT_EQ(Command("Search"), Log{"Navigate http://search.test/"});
   program.preferences.SearchInTab = 1;
   EXPECT_EQ(Command("Search"), (Log{"Navigate http://search.test/", "DoEvents"}));

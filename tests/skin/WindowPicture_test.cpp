@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 #include "fakes/BmpFile.h"
 #include "fakes/Rig.h"
 
@@ -174,6 +177,37 @@ TEST_F(WindowPicture, FollowsTheMouseAndThePages) {
   EXPECT_EQ(At(587, 436), ProgressColour);
   EXPECT_EQ(At(632, 448), ProgressColour);
   EXPECT_EQ(At(633, 440), ColourOf("statusbar.bmp"));
+}
+
+// How far the colour of a text stands off what it may lie on: the picture's rows from `top` on, as high as a
+// line and without the ends. 1 to 21.
+double LeastContrast(Colour text, const Bitmap& ground, int top) {
+  const auto light = [](uint32_t pixel) {
+    const auto part = [pixel](int shift) { return std::pow((pixel >> shift & 255) / 255.0, 2.2); };
+    return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0) + 0.05;
+  };
+  constexpr int LineHeight = 13, Ends = 8;  // pixels
+  double least = 21;
+  for (int y = top; y < std::min(top + LineHeight, ground.Height); ++y)
+    for (int x = std::min(Ends, ground.Width - 1); x < std::max(ground.Width - Ends, 1); ++x) {
+      const double a = light(ToPixel(text));
+      const double b = light(ground.Pixels[static_cast<size_t>(y * ground.Width + x)]);
+      least = std::min(least, std::max(a, b) / std::min(a, b));
+    }
+  return least;
+}
+
+TEST_F(WindowPicture, CanBeReadInTheBuiltInSkin) {
+  const Colours& colours = program.colours;
+  const Bitmap highlight{1, 1, {ToPixel(colours.MenuHiBackColour)}};
+  EXPECT_GE(LeastContrast(colours.MenuHiTextColour, highlight, 0), 4.5);
+  EXPECT_GE(LeastContrast(colours.MenuTextColour, *skin().picMenuBar.Picture(), 6), 4.5);
+  EXPECT_GE(LeastContrast(colours.MenuTextColour, *skin().picMnuBack.Picture(), 0), 4.5);
+  EXPECT_GE(LeastContrast(colours.TabTextColour, *skin().picTabSelected.Picture(), 2), 4.5);
+  EXPECT_GE(LeastContrast(colours.TabTextDisabledColour, *skin().picTabNotSelected.Picture(), 6), 4.5);
+  EXPECT_GE(LeastContrast(frame().StatusBar1.ForeColor, *skin().picStatusBar.Picture(), 1), 4.5);
+  EXPECT_GE(LeastContrast(frame().labCaption.ForeColor, *skin().picTitleBar.Picture(), 5), 4.5);
+  EXPECT_GE(LeastContrast(frame().picProgress.BackColor, *skin().picStatusBar.Picture(), 2), 3);
 }
 
 TEST_F(WindowPicture, FollowsTheSizeOfTheWindow) {

@@ -82,6 +82,19 @@ TEST_F(PageEvents, TellTheLogOfTheEndOfALoad) {
   }
 }
 
+TEST_F(PageEvents, LogAPageBehindUnderItsOwnAddress) {
+  OpenTabs(1);
+  desktop.Advance(5);
+  Page(0).url = "http://behind.test/";
+  Page(1).url = "http://shown.test/";
+  Load(0);
+  Page(0).busy = false;
+  desktop.Advance(5);
+  const std::string day = folder.Read("history/22 November 2026.htm");
+  EXPECT_NE(day.find("\"http://behind.test/\""), day.npos);
+  EXPECT_EQ(day.find("http://shown.test/"), day.npos);
+}
+
 TEST_F(PageEvents, SweepADeadPageAway) {
   OpenTabs(3);
   ShowTab(1);

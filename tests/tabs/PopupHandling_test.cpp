@@ -1,3 +1,4 @@
+#include <gio/gio.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -53,6 +54,17 @@ TEST_F(Popups, FollowThePolicy) {
   EXPECT_EQ(tabs().CurrentTab, 2);
   EXPECT_EQ(taken.taker, &tabs().WebBrowser1(2));
   EXPECT_TRUE(std::count(desktop.log.begin(), desktop.log.end(), "Navigate about:blank"));
+}
+
+TEST(PopupQuestion, SaysWhatItAsks) {
+  GBytes* look = g_resources_lookup_data("/marlowick/ui/frmPopup.ui", G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
+  ASSERT_TRUE(look);
+  std::string text(static_cast<const char*>(g_bytes_get_data(look, nullptr)), g_bytes_get_size(look));
+  g_bytes_unref(look);
+  std::erase(text, '_');  // marks the keys of the buttons
+  for (const char* said : {"Open Popup?", "This website is attempting to open a pop-up window.",
+                           "How do you wish to open it?", "In new tab", "In new browser", "Do not open"})
+    EXPECT_NE(text.find(">" + std::string(said) + "<"), text.npos) << said;
 }
 
 TEST_F(Popups, AskAndDoAsAnswered) {

@@ -43,6 +43,7 @@ TEST_F(Layouts, SaveAndRestoreClosesTheHoles) {
   Restore("a b.tab");
   EXPECT_EQ(Open(), "0 http://zero.test/\n1 about:blank\n2 http://ä.test/ 3\n");
   EXPECT_EQ(tabs().CurrentTab, 0);
+  EXPECT_EQ(program.main().frame.Picture1.Children().back(), &tabs().WebBrowser1(0)) << "on show";
 }
 
 TEST_F(Layouts, AsksBeforeItReplacesAFile) {
