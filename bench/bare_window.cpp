@@ -1,5 +1,5 @@
 // The least program that shows a page: what Marlowick's start and memory are measured against. It has the
-// same size and the same settings of the engine.
+// same size and the same settings of the engine, and keeps its cookies.
 
 #include <webkit2/webkit2.h>
 #include <cstdlib>
@@ -13,6 +13,9 @@ int main(int argc, char** argv) {
   WebKitWebContext* context = webkit_web_context_new_with_website_data_manager(data);
   webkit_web_context_set_sandbox_enabled(context, TRUE);
   webkit_web_context_add_path_to_sandbox(context, g_path_get_dirname(argv[2]), TRUE);
+  webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context),
+                                               g_build_filename(argv[2], "cookies.sqlite", nullptr),
+                                               WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
   GtkWidget* view = webkit_web_view_new_with_context(context);
   WebKitSettings* settings = webkit_web_view_get_settings(WEBKIT_WEB_VIEW(view));
   webkit_settings_set_hardware_acceleration_policy(settings, WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);

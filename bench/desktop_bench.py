@@ -3,14 +3,19 @@
     desktop_bench.py start     exec to painted page, and memory, against the bare window; 10 interleaved runs of an
                                ordinary start, of a first one with the folder to be installed, and of the bare window
     desktop_bench.py idle N    60 seconds with N loaded tabs: CPU time of the main process, and how often it woke
+    desktop_bench.py cookies   the start with 1,000 cookies in the store against the start with none, both against the
+                               bare window with the same store; and how long the engine takes to list and delete them
     desktop_bench.py drag      300 mouse moves on a grip, with both settings of the refresh
 
 Ends with status 1 where a bound is missed. On a disk, as installing is: the folders lie in build/bench.
 """
 
+import contextlib
 import ctypes
+import functools
 import os
 import shutil
+import sqlite3
 import statistics
 import subprocess
 import sys
@@ -23,11 +28,15 @@ from harness import Marlowick, Screen, Server, children_of, run, wait_for  # noq
 
 SKIN_BENCH = os.path.join(ROOT, "build", "bench", "skin_bench")
 BARE = os.path.join(ROOT, "build", "bench", "bare_window")
+ENGINE_COOKIES = os.path.join(ROOT, "build", "bench", "engine_cookies")
 RUNS = int(os.environ.get("RUNS", "10"))
 GREEN = 0x008000
 START, FIRST_START, MEMORY = "start against the bare window", "first start against it", "memory above the bare window"
+COOKIES = "start with 1,000 cookies, above the start with none"
+BASELINE, SCAN, DELETION = "the baseline of 1,000 cookies", "a scan of 1,000 cookies", "the deletion of 1,000 cookies"
 IDLE, DRAG = "60 s idle, CPU of the main process", "grip drag, CPU of the main process a move"
-BOUNDS = {START: 0.95, FIRST_START: 1.10, MEMORY: 5, IDLE: 0.1, DRAG: 5}  # ratios, MB, s, ms
+BOUNDS = {START: 0.95, FIRST_START: 1.10, MEMORY: 5, IDLE: 0.1, DRAG: 5,
+          COOKIES: 0.05, BASELINE: 20, SCAN: 100, DELETION: 1000}  # ratios, MB, s, ms
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -117,6 +126,56 @@ def start(screen):
         verdict(MEMORY, ordinary[1] - bare[1], " MB")
 
 
+def fill(folder, count):
+    """A store with so many cookies."""
+    os.makedirs(folder, exist_ok=True)
+    with contextlib.closing(sqlite3.connect(os.path.join(folder, "cookies.sqlite"))) as store:
+        store.execute("CREATE TABLE moz_cookies (id INTEGER PRIMARY KEY, name TEXT, value TEXT, host TEXT, path TEXT, "
+                      "expiry INTEGER, lastAccessed INTEGER, isSecure INTEGER, isHttpOnly INTEGER, sameSite INTEGER)")
+        store.executemany("INSERT INTO moz_cookies VALUES (NULL, ?, 'value', ?, '/', 4102444800, 0, 0, 0, 0)",
+                          [(f"session_{i}", f".site{i % 97}.test") for i in range(count)])
+        store.commit()
+
+
+def cookies(screen):
+    pixels = Pixels()
+    with tempfile.TemporaryDirectory(prefix="marlowick-", dir=os.path.dirname(BARE)) as folder:
+        page = os.path.join(folder, "green.html")
+        with open(page, "w") as file:
+            file.write("<title>Green</title><body style='background:#008000'>")
+        program = os.path.join(ROOT, "build", "marlowick")
+
+        def ours(home):
+            return one_start(pixels, [program, "file://" + page], {"MARLOWICK_HOME": home})[0]
+
+        def bare(data):
+            return one_start(pixels, [BARE, "file://" + page, data], {})[0]
+
+        ways = []
+        for count in (0, 1000):
+            home, data = (os.path.join(folder, f"{kind}{count}") for kind in ("home", "bare"))
+            ours(home)  # installs the folder
+            shutil.rmtree(os.path.join(home, "engine"))
+            fill(os.path.join(home, "engine"), count)
+            fill(data, count)
+            ways += [functools.partial(ours, home), functools.partial(bare, data)]
+        rounds = [[way() for way in ways] for _ in range(RUNS + 1)][1:]
+        none, none_bare, many, many_bare = (statistics.median(times) for times in zip(*rounds))
+        print(f"exec to painted page: {none * 1000:.0f} ms without a cookie, bare window {none_bare * 1000:.0f} ms; "
+              f"with 1,000 {many * 1000:.0f} ms, bare window {many_bare * 1000:.0f} ms")
+        print(f"against the bare window: {none / none_bare:.3f} without, {many / many_bare:.3f} with 1,000")
+        verdict(COOKIES, many / many_bare - none / none_bare)
+
+        figures = {"baseline": BASELINE, "scan": SCAN, "deletion": DELETION, "left": None}
+        counts = {"left": 0}
+        for line in run(ENGINE_COOKIES, os.path.join(folder, "engine")).splitlines():
+            what, count, took = line.split()
+            if int(count) != counts.get(what, 1000):
+                raise SystemExit(f"the engine's {what} has {count} cookies")
+            if figures[what]:
+                verdict(figures[what], float(took), " ms")
+
+
 def spent(pid):
     """CPU seconds and voluntary wake-ups of a process's main thread."""
     with open(f"/proc/{pid}/stat") as file:
@@ -177,6 +236,8 @@ def main():
             start(screen)
         elif what == "idle":
             idle(screen, int(sys.argv[2]) if len(sys.argv) > 2 else 1)
+        elif what == "cookies":
+            cookies(screen)
         elif what == "drag":
             drag(screen)
         else:

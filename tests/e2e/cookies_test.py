@@ -12,7 +12,57 @@ from harness import ProgramTest, children_of, main, run, wait_for
 MANAGER, QUESTION, CLOSING = "Cookie Manager", "Delete Cookies?", "Closing down..."
 LASTS = "; Max-Age=1000000"
 TABLE = """CREATE TABLE IF NOT EXISTS moz_cookies (id INTEGER PRIMARY KEY, name TEXT, value TEXT, host TEXT, path TEXT,
-expiry INTEGER, lastAccess INTEGER, isSecure INTEGER, isHttpOnly INTEGER, sameSite INTEGER)"""
+expiry INTEGER, lastAccessed INTEGER, isSecure INTEGER, isHttpOnly INTEGER, sameSite INTEGER)"""
+
+
+class SessionManager:
+    """What the desktop's session manager is to its clients, on the test's own bus."""
+
+    NAME, PATH, CLIENT = "org.gnome.SessionManager", "/org/gnome/SessionManager", "/org/gnome/SessionManager/Client1"
+    INTERFACES = """<node><interface name="org.gnome.SessionManager"><method name="RegisterClient">
+    <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="o" direction="out"/></method></interface>
+    <interface name="org.gnome.SessionManager.ClientPrivate"><method name="EndSessionResponse">
+    <arg type="b" direction="in"/><arg type="s" direction="in"/></method></interface></node>"""
+
+    def __init__(self):
+        from gi.repository import Gio, GLib
+        self.variant = GLib.Variant
+        self.clients, self.responses = [], []
+        self.context = GLib.MainContext()
+        self.context.push_thread_default()
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            os.environ["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT |
+            Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        for path, interface in zip((self.PATH, self.CLIENT), Gio.DBusNodeInfo.new_for_xml(self.INTERFACES).interfaces):
+            self.bus.register_object(path, interface, self.called, None, None)
+        Gio.bus_own_name_on_connection(self.bus, self.NAME, Gio.BusNameOwnerFlags.NONE, None, None)
+        self.context.pop_thread_default()
+
+    def called(self, bus, sender, path, interface, method, arguments, call):
+        if method == "RegisterClient":
+            name = arguments.unpack()[0]
+            self.clients.append(name)
+            # The desktop's own helpers come as well.
+            call.return_value(self.variant("(o)", (self.CLIENT if name == "marlowick" else self.PATH + "/Other",)))
+        else:
+            self.responses.append(arguments.unpack()[0])
+            call.return_value(None)
+
+    def wait(self, condition, what):
+        def look():
+            while self.context.iteration(False):
+                pass
+            return condition()
+
+        wait_for(look, what)
+
+    def tell(self, signal):
+        arguments = None if signal == "Stop" else self.variant("(u)", (0,))
+        self.bus.emit_signal(None, self.CLIENT, "org.gnome.SessionManager.ClientPrivate", signal, arguments)
+        self.bus.flush_sync(None)
+
+    def close(self):
+        self.bus.close_sync(None)
 
 
 class Cookies(ProgramTest):
@@ -238,6 +288,22 @@ class Cookies(ProgramTest):
                 self.assertEqual(self.ended(program), 0)
                 self.assertEqual(self.stored(home), names)
                 wait_for(lambda: not any(os.path.exists(f"/proc/{pid}") for pid in below), "the end of the pages")
+
+    def test_the_session_manager_is_heard(self):
+        self.sets("/", "Set", "a=1" + LASTS)
+        manager = SessionManager()
+        self.addCleanup(manager.close)
+        home = self.home()
+        program = self.begin(self.at("localhost", "/"), mode=1, home=home)
+        self.wait_stored(home, "a")
+        manager.wait(lambda: "marlowick" in manager.clients, "the program's registration")
+        # It listens a moment after its registration.
+        manager.wait(lambda: manager.responses or manager.tell("QueryEndSession"), "the program's consent")
+        self.assertTrue(manager.responses[0])
+        manager.tell("CancelEndSession")
+        manager.tell("EndSession")
+        self.assertEqual(self.ended(program), 0)
+        self.assertEqual(self.stored(home), [])
 
     def test_a_thousand_cookies_and_a_kill(self):
         names = [f"c{i}" for i in range(1000)]

@@ -56,7 +56,7 @@ class Store : public testing::Test {
     ASSERT_EQ(sqlite3_open(path().c_str(), &store), SQLITE_OK);
     Run("CREATE TABLE IF NOT EXISTS moz_cookies (id INTEGER PRIMARY KEY, name TEXT, value TEXT, host TEXT, "
         "path TEXT, "
-        "expiry INTEGER, lastAccess INTEGER, isSecure INTEGER, isHttpOnly INTEGER, sameSite INTEGER)");
+        "expiry INTEGER, lastAccessed INTEGER, isSecure INTEGER, isHttpOnly INTEGER, sameSite INTEGER)");
   }
   void Run(const std::string& statement) {
     ASSERT_EQ(sqlite3_exec(store, statement.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
