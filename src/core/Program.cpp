@@ -7,6 +7,7 @@
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
+#include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "tabs/frmPopup.h"
 
@@ -24,7 +25,9 @@ Program::Program(Desktop& desktop)
       splash(desktop.Gate, Maker<frmSplash>(*this)),
       main(desktop.Gate, Maker<frmMain>(*this)),
       dummy(desktop.Gate, Maker<frmDummy>(*this)),
-      popup_menu(desktop.Gate, Maker<frmMenu>(*this)) {
+      popup_menu(desktop.Gate, Maker<frmMenu>(*this)),
+      fav_menu(desktop.Gate, Maker<frmFavMenu>(*this)),
+      fav_cascade(desktop.Gate, Maker<frmFavMenu>(*this)) {
   desktop.SessionEnding = [this] { EndSession(); };
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/General.h"
+#include "core/Instances.h"
 #include "core/Preferences.h"
 #include "core/Slot.h"
 #include "menus/MenuState.h"
@@ -15,6 +16,7 @@ class frmSplash;
 class frmMain;
 class frmDummy;
 class frmMenu;
+class frmFavMenu;
 
 // The skin's colours as variables, with the values that the built-in skin has.
 struct Colours {
@@ -57,6 +59,8 @@ class Program {
   Slot<frmMain> main;
   Slot<frmDummy> dummy;
   Slot<frmMenu> popup_menu;
+  Slot<frmFavMenu> fav_menu;          // the top window of the favourites
+  Instances<frmFavMenu> fav_cascade;  // those that opened from it
 
  private:
   // Closes the program as the user does, without a question.

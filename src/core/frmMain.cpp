@@ -3,6 +3,7 @@
 #include "core/Program.h"
 #include "core/frmDummy.h"
 #include "core/frmSplash.h"
+#include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "platform/Text.h"
 
@@ -23,6 +24,7 @@ frmMain::frmMain(Program& program)
       menubar(*this),
       menus(*this),
       launch(*this),
+      favourites(*this),
       keys(*this),
       cookies(*this) {
   Activate = [this] { Form_Activate(); };
@@ -90,6 +92,8 @@ void frmMain::Form_Unload(bool& cancel) {
   program.Unloading = 1;
   Skipping([&] { program.popup_menu.Unload(); });
   program.menu.FavOpenPath = "";
+  program.fav_cascade.UnloadAll();
+  program.fav_menu.Unload();
   // The proxy was never made: there is no owner to put back, no property and no window to take away.
   SwapOwner(false, hWndProxy);
   Skipping([&] { Hide(); });

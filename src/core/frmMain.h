@@ -4,6 +4,7 @@
 #include "cookies/CookieScanner.h"
 #include "history/HistoryLog.h"
 #include "history/HistoryPages.h"
+#include "menus/FavouritesModule.h"
 #include "menus/Keys.h"
 #include "menus/LaunchMenu.h"
 #include "menus/MenuBar.h"
@@ -41,6 +42,7 @@ class frmMain : public Window {
   MenuBar menubar;
   MenuModule menus;
   LaunchMenu launch;
+  FavouritesModule favourites;
   Keys keys;
   CookieScanner cookies;
 

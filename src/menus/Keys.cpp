@@ -6,6 +6,7 @@
 
 #include "core/Program.h"
 #include "core/frmMain.h"
+#include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "platform/Text.h"
 
@@ -59,6 +60,10 @@ bool Escape(frmMain& main) {
     main.program.popup_menu().Deactivate();
     return true;
   }
+  if (main.program.fav_menu.Loaded()) {
+    main.Activate();
+    return true;
+  }
   Skipping([&] {
     if (main.tabs.WebBrowser1(main.tabs.CurrentTab).Busy()) main.toolbar.ClickBar("Stop");
   });
@@ -73,7 +78,7 @@ struct Binding {
   bool (*Do)(frmMain& main);
 };
 
-constexpr std::array<Binding, 23> Bindings = {{
+constexpr std::array<Binding, 24> Bindings = {{
     {"t", With::Control, NewTab},
     {"w", With::Control, [](frmMain& main) { return Click(main, "Del Tab"); }},
     {"l", With::Control, ShowAddress},
@@ -81,6 +86,11 @@ constexpr std::array<Binding, 23> Bindings = {{
     {"Tab", With::ControlShift, [](frmMain& main) { return StepTab(main, -1); }},
     {"ISO_Left_Tab", With::ControlShift, [](frmMain& main) { return StepTab(main, -1); }},
     {"f", With::Control, [](frmMain& main) { return Carry(main, "find (on this page) ..."); }},
+    {"d", With::Control,
+     [](frmMain& main) {
+       main.favourites.AddToFavorites();
+       return true;
+     }},
     {"p", With::Control, [](frmMain& main) { return Carry(main, "print..."); }},
     {"s", With::Control, [](frmMain& main) { return Carry(main, "save as..."); }},
     {"n", With::Control, [](frmMain& main) { return Carry(main, "new window"); }},

@@ -3,6 +3,7 @@
 #include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmMain.h"
+#include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "platform/Text.h"
 
@@ -93,11 +94,29 @@ void MenuBar::ShowBelow(const Label& label, const std::string& items) {
   main_.menus.ShowMenu(Left, Top, items);
 }
 
-// The favourites window comes up here and takes the focus, which ends a popup menu and keeps the menu mode.
-// That window isn't built yet, so the menu is told by hand.
 void MenuBar::ShowFavourites() {
   Program& program = main_.program;
-  program.menu.FavOpenPath = "";
+  if (program.fav_menu.Loaded() && program.fav_menu().Visible) {
+    program.fav_menu().SetFocus();
+    return EndPopupMenu();
+  }
+  program.fav_menu.Unload();
+  const std::string path = main_.favourites.Folder();
+  program.menu.FavOpenPath = path;
+  frmFavMenu& window = program.fav_menu();
+  window.Top = ToInt32(main_.Top + main_.frame.Picture9.Top + labFavs.Top + labFavs.Height);
+  window.Left = ToInt32(main_.Left + labFavs.Left);
+  window.labOpen = "first";
+  window.labStart = path;
+  window.labSource = path;
+  window.GetMenuItems(path);
+  window.Show();
+  EndPopupMenu();
+}
+
+// The favourites window has taken the focus, which ends a popup menu and keeps the menu mode.
+void MenuBar::EndPopupMenu() {
+  Program& program = main_.program;
   if (!program.popup_menu.Loaded()) return;
   program.popup_menu().Deactivate();
   ResetMenus(labFavs);

@@ -36,6 +36,7 @@ class MenuBar {
   void TakeOver(const Menu& menu);
   void ShowBelow(const Label& label, const std::string& items);
   void ShowFavourites();
+  void EndPopupMenu();
 
   std::string FileItems();
   std::string EditItems();

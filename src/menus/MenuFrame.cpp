@@ -51,6 +51,11 @@ void MenuFrame::Surround(Twips width, Twips height) {
   PlaceBottom(height);
 }
 
+void MenuFrame::ToFront() {
+  for (Surface* edge : {&picTop, &picRight, &picBottom, &picLeft}) edge->ZOrder(0);
+  for (Surface* corner : {&picTopLeft, &picTopRight, &picBotRight, &picBotLeft}) corner->ZOrder(0);
+}
+
 void MenuFrame::PlaceBottom(Twips height) {
   picBotRight.Top = height - picBotRight.Height;
   picBotLeft.Top = picBotRight.Top;

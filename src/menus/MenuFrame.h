@@ -15,6 +15,8 @@ class MenuFrame {
 
   // Around an area of this size that begins at the parent's corner.
   void Surround(Twips width, Twips height);
+  // In front of what has come into the parent since.
+  void ToFront();
   // Only the lower edge, and the length of the sides.
   void PlaceBottom(Twips height);
   // Only the upper edge, and where the sides begin.

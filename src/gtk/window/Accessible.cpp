@@ -19,6 +19,8 @@ AtkRole RoleOf(Role role) {
       return ATK_ROLE_PAGE_TAB;
     case Role::MenuLabel:
       return ATK_ROLE_MENU;
+    case Role::SubMenu:
+      return ATK_ROLE_MENU;
     case Role::MenuItem:
       return ATK_ROLE_MENU_ITEM;
     case Role::Text:

@@ -11,6 +11,7 @@ constexpr Colour SystemColour(int index) {
 }
 constexpr Colour ButtonTextColour = SystemColour(0x12);
 constexpr Colour ButtonFaceColour = SystemColour(0x0F);
+constexpr Colour GreyTextColour = SystemColour(0x11);
 constexpr Colour WindowBackgroundColour = SystemColour(0x05);
 
 // The colour as a pixel, 0xFFRRGGBB. An unknown system colour is black.

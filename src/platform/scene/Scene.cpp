@@ -66,6 +66,15 @@ void Control::PressByName() {
   if (press) press();
 }
 
+void Control::ReleaseChildren() {
+  for (Control* child : children_) {
+    if (Window* window = Root()) window->Forget(*child);
+    child->parent_ = nullptr;
+  }
+  children_.clear();
+  Changed(Aspect::Look);
+}
+
 Window* Control::Root() {
   Control* top = this;
   while (top->parent_) top = top->parent_;
@@ -165,6 +174,7 @@ Label::Label(Control* parent, const Place& place, const std::string& caption, Al
       ForeColor(this, Aspect::Look, ButtonTextColour),
       BackColor(this, Aspect::Look, SystemColour(0x0F)),
       Opaque(this, Aspect::Look, false),
+      Enabled(this, Aspect::Look, true),
       alignment_(alignment) {}
 
 void Label::Describe(DrawItem& item) {
@@ -174,10 +184,11 @@ void Label::Describe(DrawItem& item) {
   // At the top, with a pixel of air where there is room. What is centred is cut at both ends alike.
   const double y = item.Bounds.Top + (item.Bounds.Height > Draws().LineHeight() ? 1 : 0);
   const double width = item.Bounds.Width;
+  const uint32_t pixel = ToPixel(Enabled ? ForeColor() : GreyTextColour);
   if (alignment_ == Alignment::Centre) {
     const double x = item.Bounds.Left + std::floor((width - Draws().TextWidth(Caption())) / 2);
-    item.Texts.push_back({x, y, Caption, ToPixel(ForeColor), 0});
+    item.Texts.push_back({x, y, Caption, pixel, 0});
   } else {
-    item.Texts.push_back({static_cast<double>(item.Bounds.Left), y, Caption, ToPixel(ForeColor), width});
+    item.Texts.push_back({static_cast<double>(item.Bounds.Left), y, Caption, pixel, width});
   }
 }

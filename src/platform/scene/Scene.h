@@ -34,7 +34,7 @@ struct Mouse {
 };
 
 enum class Pointer { Default, SizeDiagonal, SizeLeftRight, SizeUpDown };
-enum class Role { None, Button, Tab, MenuLabel, MenuItem, Text };
+enum class Role { None, Button, Tab, MenuLabel, MenuItem, SubMenu, Text };
 
 // What a drop carries. Format 1 is plain text.
 class DataObject {
@@ -85,6 +85,8 @@ class Control {
   void ZOrder(int position);
   // Leaves the parent and the screen.
   void Detach();
+  // All children leave this parent at once.
+  void ReleaseChildren();
 
   // For those who may outlive the control: its end is the end of this.
   std::weak_ptr<Control> Alive() const { return alive_; }
@@ -105,6 +107,8 @@ class Control {
 
  protected:
   friend class Window;
+  // False: the mouse finds what lies behind.
+  virtual bool TakesMouse() const { return true; }
   // A window is the root of its tree.
   virtual Window* AsWindow() { return nullptr; }
   // Fills in what this kind of control shows. `item` comes with the control's identity, bounds and clip.
@@ -174,10 +178,12 @@ class Label : public Control {
 
   Property<std::string> Caption;
   Property<Colour> ForeColor, BackColor;
-  Property<bool> Opaque;  // whether BackColor shows
+  Property<bool> Opaque;   // whether BackColor shows
+  Property<bool> Enabled;  // a disabled one is grey, and the mouse finds what lies behind it
 
  protected:
   void Describe(DrawItem& item) override;
+  bool TakesMouse() const override { return Enabled; }
 
  private:
   Alignment alignment_;

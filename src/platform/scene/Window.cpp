@@ -76,7 +76,9 @@ Control& Window::At(Twips x, Twips y) {
     const auto& children = found->Children();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
       const Control& c = **child;
-      if (!c.Visible || x < c.Left || y < c.Top || x >= c.Left + c.Width || y >= c.Top + c.Height) continue;
+      if (!c.Visible || !c.TakesMouse() || x < c.Left || y < c.Top || x >= c.Left + c.Width ||
+          y >= c.Top + c.Height)
+        continue;
       x -= c.Left;
       y -= c.Top;
       found = *child;

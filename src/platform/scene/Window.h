@@ -49,6 +49,8 @@ class Window : public Surface {
   // Width and Height run Resize at once, within the assignment; so does WindowState.
   std::function<void()> Resize;
   std::function<void()> Activate, Deactivate, GotFocus, LostFocus;
+  // The mouse's wheel over the window, by so many notches; down counts up.
+  std::function<void(int notches)> MouseWheel;
   // A key, before the window's widgets see it. True: it was used, and they don't get it.
   std::function<bool(const KeyPress&)> KeyDown;
   // The user or the desktop wants the window closed.
