@@ -26,6 +26,7 @@ SPACES = 0x10000000 | 0x20000000 | 0x40000000 | 0x00020000  # users, processes, 
 PR_SET_PDEATHSIG = 1
 
 in_namespaces = False
+number = os.getpid()  # that no other run of this machine has at the same time
 libc = ctypes.CDLL(None, use_errno=True)
 
 

@@ -61,14 +61,17 @@ class Screen:
         self.processes = []
         atexit.register(self.close)
         signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what was started ends then, too
-        # In namespaces the first number is always free, and a lock would meet other runs' files.
-        number = self.begin("Xvfb", "-displayfd", "{}", "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24", "-nolisten",
-                            "tcp", *(["-nolock"] if alone.in_namespaces else []))
+        # In namespaces any number is free. It names files that other runs may meet, so each run has another; a lock
+        # would be one more of them.
+        mine = [f":{alone.number % 50000 + 1000}", "-nolock"] if alone.in_namespaces else []
+        number = self.begin("Xvfb", *mine, "-displayfd", "{}", "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24", "-nolisten",
+                            "tcp", "-noreset")  # else the first helper that disconnects takes the window manager along
         bus = self.begin("dbus-daemon", "--session", "--nofork", "--print-address={}",
                          "--address=unix:dir=" + os.environ["XDG_RUNTIME_DIR"])
         os.environ.update(DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS=bus, GDK_BACKEND="x11", LANG="C.UTF-8",
                           GTK_THEME="Adwaita", NO_AT_BRIDGE="0")
         os.environ.setdefault("LSAN_OPTIONS", "suppressions=" + os.path.join(ROOT, "tests", "leaks_of_libraries.txt"))
+        os.environ.setdefault("ASAN_OPTIONS", "fast_unwind_on_malloc=0:malloc_context_size=15")  # names the libraries
         os.environ.setdefault("UBSAN_OPTIONS", "print_stacktrace=1")
         os.environ.pop("GDK_SCALE", None)
         self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))

@@ -38,8 +38,10 @@ class Start(ProgramTest):
             arrived.append(True)
 
         first = self.page("/green", coloured("green", "Green page"))
-        program = self.start(self.page("/slow", slow))
+        default = self.page("/default", coloured("white", "Default page"))
+        program = self.start(self.page("/slow", slow), settings={"Default": default})
         program.click(160, 60)  # New Tab
+        program.wait_title("Default page")
         program.type_address(first)
         program.wait_title("Green page")
         wait_for(lambda: arrived, "the slow page")
