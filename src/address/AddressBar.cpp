@@ -37,7 +37,7 @@ bool Begins(std::string_view Key, std::string_view typed) {
 AddressBar::AddressBar(frmMain& main)
     : Combo1(main.program.desktop.MakeComboBox(main.frame.CoolBar1, {4200, 100, 4785, 315})), main_(main) {
   Combo1->KeyPress = [this](int key_ascii) { Combo1_KeyPress(ToInt16(key_ascii)); };
-  Combo1->KeyUp = [this](int key_code, int) { Combo1_KeyUp(ToInt16(key_code)); };
+  Combo1->KeyUp = [this](int key_code) { Combo1_KeyUp(ToInt16(key_code)); };
   Combo1->Click = [this] { Combo1_Click(); };
   Combo1->ListCount = [this] { return list_.Size(); };
   Combo1->List = [this](size_t index) -> const std::string& { return list_[index]; };

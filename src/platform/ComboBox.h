@@ -35,7 +35,7 @@ class ComboBox : public Control {
   // Key codes are those of the program: 13 Enter, 8 Backspace, 16 Shift, 12 Clear, 46 Delete, 27 Escape;
   // letters and digits are their capital ASCII codes, any other key is some other number.
   std::function<void(int key_ascii)> KeyPress;
-  std::function<void(int key_code, int shift)> KeyUp;
+  std::function<void(int key_code)> KeyUp;
   std::function<void()> Click;  // an item of the drop-down was chosen; Text is that item
 
  protected:

@@ -32,7 +32,7 @@ class AddressBarTest : public testing::Test {
   void Type(const std::string& text) {
     Combo1().SetText(text);
     Combo1().Select(static_cast<long>(text.size()), 0);
-    Combo1().KeyUp('A', 0);
+    Combo1().KeyUp('A');
   }
 
   // The field as the user sees it, with the selection in brackets.
@@ -91,12 +91,12 @@ TEST_F(AddressBarTest, CompletesOnEveryKeyButTheExcludedOnes) {
   StartWith("http://example.test\r\n");
   for (const int key : {13, 8, 16, 12, 46}) {
     Combo1().SetText("exa");
-    Combo1().KeyUp(key, 0);
+    Combo1().KeyUp(key);
     EXPECT_EQ(Combo1().text, "exa") << key;
   }
   for (const int key : {Left, Control}) {
     Combo1().SetText("");
-    Combo1().KeyUp(key, 0);
+    Combo1().KeyUp(key);
     EXPECT_EQ(Shown(), "http://[example.test]") << key;
   }
   // Typing on replaces the proposed end, and the prefix that came along now counts.

@@ -33,6 +33,7 @@ TEST(Instances, KeepEachWindowUntilItsOwnUnload) {
     levels.Unload(second);
     // Its own handler may still be running in it.
     EXPECT_EQ(second.name, "2");
+    EXPECT_EQ(log, std::vector<std::string>{"unload 2"});
     EXPECT_FALSE(second.Visible);
     levels.Unload(second);
   });

@@ -47,6 +47,11 @@ class History(ProgramTest):
             text = file.read()
         return text.split("</h1>\r\n")[-1].split("\r\n")[:-1]
 
+    def heading(self):
+        """The date at the top of today's page."""
+        with open(os.path.join(self.home, "history", self.day_pages()[-1]), encoding="utf-8") as file:
+            return file.read().split("<h1>")[1].split("</h1>")[0]
+
     def logged(self, address):
         return any(ADDRESS.format(address) == line for line in self.log())
 
@@ -64,6 +69,7 @@ class History(ProgramTest):
 
     def test_nothing_of_a_title_runs(self):
         program = self.begin(1)
+        self.assertRegex(self.heading(), r"\d.*\d", "the date in the system's short form")
         titles = [title.format(server=self.server.address) for title in HOSTILE]
         for number, title in enumerate(titles):
             escaped = title.replace("&", "&amp;").replace("<", "&lt;")

@@ -109,12 +109,12 @@ void FakeComboBox::Type(const std::string& key, int key_code) {
   text = head + key + Text::Behind(text, static_cast<size_t>(start + length));
   start += static_cast<long>(Text::Length(key));
   length = 0;
-  if (KeyUp) KeyUp(key_code, 0);
+  if (KeyUp) KeyUp(key_code);
 }
 
 void FakeComboBox::PressEnter() {
   if (KeyPress) KeyPress(13);
-  if (KeyUp) KeyUp(13, 0);
+  if (KeyUp) KeyUp(13);
 }
 
 void FakeComboBox::Choose(size_t index) {

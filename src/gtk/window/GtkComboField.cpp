@@ -62,12 +62,6 @@ int CodeOf(guint keyval) {
   return OtherKey;
 }
 
-// 1 shift, 2 control, 4 alt.
-int ShiftOf(guint state) {
-  return (state & GDK_SHIFT_MASK ? 1 : 0) | (state & GDK_CONTROL_MASK ? 2 : 0) |
-         (state & GDK_MOD1_MASK ? 4 : 0);
-}
-
 bool Opens(const GdkEventKey& event) {
   return event.keyval == GDK_KEY_Down || event.keyval == GDK_KEY_KP_Down || event.keyval == GDK_KEY_F4;
 }
@@ -238,7 +232,7 @@ void GtkComboField::EntryKeyRelease(const GdkEventKey& event) {
   // A release counts only with its press, and with no shortcut between, such as Ctrl+A here or Ctrl+L of the
   // window: completing behind it would undo what it did.
   if (down_.erase(event.hardware_keycode) == 0) return;
-  if (KeyUp) KeyUp(CodeOf(event.keyval), ShiftOf(event.state));
+  if (KeyUp) KeyUp(CodeOf(event.keyval));
 }
 
 // The first click selects the whole address, ready to be typed over, unless the mouse selects a part itself.
