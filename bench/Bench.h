@@ -46,6 +46,11 @@ class Report {
     if (!kept) missed_ = true;
     std::printf("%s: ratio %.2f (bound %.2f) %s\n", name.c_str(), ratio, bound, kept ? "ok" : "MISSED");
   }
+  void Bound(const std::string& name, double value, double bound, const char* unit) {
+    const bool kept = value <= bound;
+    if (!kept) missed_ = true;
+    std::printf("%s: %.3f %s (bound %.2f) %s\n", name.c_str(), value, unit, bound, kept ? "ok" : "MISSED");
+  }
   // A figure without a bound.
   void Figure(const std::string& name, double value, const char* unit) const {
     std::printf("%s: %.1f %s\n", name.c_str(), value, unit);

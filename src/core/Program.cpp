@@ -7,6 +7,9 @@
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
 #include "core/frmSplash.h"
+#include "dialogs/AddFavorite.h"
+#include "dialogs/ChooseFolder.h"
+#include "dialogs/OrganizeFav.h"
 #include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "tabs/frmPopup.h"
@@ -27,7 +30,9 @@ Program::Program(Desktop& desktop)
       dummy(desktop.Gate, Maker<frmDummy>(*this)),
       popup_menu(desktop.Gate, Maker<frmMenu>(*this)),
       fav_menu(desktop.Gate, Maker<frmFavMenu>(*this)),
-      fav_cascade(desktop.Gate, Maker<frmFavMenu>(*this)) {
+      fav_cascade(desktop.Gate, Maker<frmFavMenu>(*this)),
+      add_favorite(desktop.Gate, Maker<AddFavorite>(*this)),
+      organize_fav(desktop.Gate, Maker<OrganizeFav>(*this)) {
   desktop.SessionEnding = [this] { EndSession(); };
 }
 
@@ -49,6 +54,9 @@ void Program::EndSession() {
 
 void Program::JoinDialogs() {
   frmPopup(*this).Join();
+  AddFavorite(*this).Join();
+  ChooseFolder(*this).Join();
+  OrganizeFav(*this).Join();
   frmCookies(*this).Join();
   frmNewcookies(*this).Join();
   frmFilter(*this).Join();

@@ -17,6 +17,8 @@ class frmMain;
 class frmDummy;
 class frmMenu;
 class frmFavMenu;
+class AddFavorite;
+class OrganizeFav;
 
 // The skin's colours as variables, with the values that the built-in skin has.
 struct Colours {
@@ -61,6 +63,8 @@ class Program {
   Slot<frmMenu> popup_menu;
   Slot<frmFavMenu> fav_menu;          // the top window of the favourites
   Instances<frmFavMenu> fav_cascade;  // those that opened from it
+  Slot<AddFavorite> add_favorite;
+  Slot<OrganizeFav> organize_fav;
 
  private:
   // Closes the program as the user does, without a question.

@@ -3,6 +3,8 @@
 #include "core/Program.h"
 #include "core/frmDummy.h"
 #include "core/frmSplash.h"
+#include "dialogs/AddFavorite.h"
+#include "dialogs/OrganizeFav.h"
 #include "menus/frmFavMenu.h"
 #include "menus/frmMenu.h"
 #include "platform/Text.h"
@@ -94,6 +96,8 @@ void frmMain::Form_Unload(bool& cancel) {
   program.menu.FavOpenPath = "";
   program.fav_cascade.UnloadAll();
   program.fav_menu.Unload();
+  Skipping([&] { program.add_favorite.Unload(); });
+  Skipping([&] { program.organize_fav.Unload(); });
   // The proxy was never made: there is no owner to put back, no property and no window to take away.
   SwapOwner(false, hWndProxy);
   Skipping([&] { Hide(); });

@@ -18,6 +18,9 @@ class FavouritesModule {
   // The address in a shortcut: what follows the first four characters of the line behind its section's name.
   // Fails for a file that can't be read, and for a line with fewer characters.
   std::string ReadShortcut(const std::string& path);
+  // The address of a shortcut in our own form, with the key in its place; empty for any other. Fails for a
+  // file that can't be read.
+  std::string OwnAddress(const std::string& path);
 
   // Opens the dialog that adds the page on show.
   void AddToFavorites();
@@ -28,5 +31,8 @@ class FavouritesModule {
   void Tell(const std::string& fault);
 
  private:
+  // The line behind the section's name; empty where there is none.
+  std::string AddressLine(const std::string& path);
+
   frmMain& main_;
 };

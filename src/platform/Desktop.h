@@ -9,6 +9,7 @@
 #include "platform/Events.h"
 #include "platform/Timer.h"
 #include "platform/dialog/Dialog.h"
+#include "platform/favourites/Bookmarks.h"
 #include "platform/scene/Scene.h"
 
 class Browser;
@@ -76,6 +77,14 @@ class Desktop : public Clock, public DialogMaker {
   // The result is the chosen path; a cancel fails.
   virtual std::string ShowOpen(const std::string& title, const std::string& filter) = 0;
   virtual std::string ShowSave(const std::string& title, const std::string& filter) = 0;
+  virtual std::string ShowFolder(const std::string& title) = 0;
+
+  // Puts a file or folder into the trash. False: there is none for it. Fails where there is one and it can't.
+  virtual bool MoveToTrash(const std::string& path) = 0;
+  // What other programs wrote: a file of bookmarks or a folder of shortcuts, and the address in one shortcut,
+  // empty where there is none. The first fails where nothing can be read.
+  virtual Bookmarks ReadBookmarks(const std::string& path) = 0;
+  virtual std::string AddressInShortcut(const std::string& path) = 0;
 
   // Starts a program with its arguments, as they stand, and doesn't wait. Fails where it can't be started.
   virtual void Shell(const std::string& command) = 0;

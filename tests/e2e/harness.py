@@ -339,14 +339,19 @@ class Marlowick:
 
     def menu(self):
         """Left, top, width, height of the open menu; None while there is none."""
+        return next(iter(self.popups()), None)
+
+    def popups(self):
+        """The places of all open menus, the front-most first."""
+        found = []
         for line in run("xwininfo", "-root", "-children").splitlines():
             match = re.match(r"\s+(0x[0-9a-f]+) .*\s(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)", line)
             if not match or int(match[2]) < 60 or int(match[3]) < 25:
                 continue
             about = run("xwininfo", "-id", match[1], check=False)
             if "IsViewable" in about and "Override Redirect State: yes" in about:
-                return int(match[4]), int(match[5]), int(match[2]), int(match[3])
-        return None
+                found.append((int(match[4]), int(match[5]), int(match[2]), int(match[3])))
+        return found
 
     def open_menu(self, label):
         x, y = LABELS[label]

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "gtk/favourites/BookmarkReader.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
 
@@ -195,6 +196,19 @@ std::string FakeDesktop::ShowSave(const std::string& title, const std::string& f
   files.pop_front();
   return file;
 }
+
+std::string FakeDesktop::ShowFolder(const std::string& title) { return ShowOpen(title, ""); }
+
+bool FakeDesktop::MoveToTrash(const std::string& path) {
+  if (!trash) return false;
+  log.push_back("MoveToTrash " + path);
+  std::filesystem::remove_all(path);
+  return true;
+}
+
+Bookmarks FakeDesktop::ReadBookmarks(const std::string& path) { return ::ReadBookmarks(path); }
+
+std::string FakeDesktop::AddressInShortcut(const std::string& path) { return ::AddressInShortcut(path); }
 
 void FakeDesktop::Shell(const std::string& command) {
   log.push_back("Shell " + command);

@@ -114,6 +114,10 @@ class FakeDesktop : public Desktop {
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
+  std::string ShowFolder(const std::string& title) override;
+  bool MoveToTrash(const std::string& path) override;
+  Bookmarks ReadBookmarks(const std::string& path) override;
+  std::string AddressInShortcut(const std::string& path) override;
   void Shell(const std::string& command) override;
   void ShowInternetOptions() override { log.push_back("ShowInternetOptions"); }
   int Start(int milliseconds, std::function<void()> tick) override;
@@ -126,6 +130,7 @@ class FakeDesktop : public Desktop {
   std::deque<std::string> files;                  // of file dialogs; empty text or none: cancel
   std::string no_program;                         // the command that Shell can't start
   std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
+  bool trash = true;                              // whether there is one
   std::function<void()> during_events;            // runs in each pass of the event pump
   std::vector<std::string> log;                   // what was asked, in order
   FakeCookieCache cookies;

@@ -119,6 +119,10 @@ std::string ShowOpen(GtkWindow* owner, const std::string& title, const std::stri
   return Choose(owner, GTK_FILE_CHOOSER_ACTION_OPEN, title, filter);
 }
 
+std::string ShowFolder(GtkWindow* owner, const std::string& title) {
+  return Choose(owner, GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER, title, "");
+}
+
 std::string ShowSave(GtkWindow* owner, const std::string& title, const std::string& filter) {
   return Choose(owner, GTK_FILE_CHOOSER_ACTION_SAVE, title, filter);
 }

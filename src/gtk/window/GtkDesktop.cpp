@@ -16,6 +16,7 @@
 #include "gtk/base/ProgramLine.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "gtk/dialog/Dialogs.h"
+#include "gtk/favourites/BookmarkReader.h"
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/GtkBrowser.h"
 #include "gtk/window/GtkComboField.h"
@@ -198,6 +199,23 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 }
 
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
+
+std::string GtkDesktop::ShowFolder(const std::string& title) {
+  return Dialogs::ShowFolder(MainFrame(), title);
+}
+
+bool GtkDesktop::MoveToTrash(const std::string& path) {
+  const Owned<GFile> file(g_file_new_for_path(path.c_str()));
+  GError* error = nullptr;
+  if (g_file_trash(file.get(), nullptr, &error)) return true;
+  const OwnedError failure(error);
+  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_SUPPORTED)) return false;
+  throw Failure("Can't move \"" + path + "\" to the trash: " + TextOf(error ? error->message : nullptr));
+}
+
+Bookmarks GtkDesktop::ReadBookmarks(const std::string& path) { return ::ReadBookmarks(path); }
+
+std::string GtkDesktop::AddressInShortcut(const std::string& path) { return ::AddressInShortcut(path); }
 
 void GtkDesktop::Shell(const std::string& command) {
   // What is set for our own engine is nobody else's business.

@@ -41,6 +41,10 @@ class GtkDesktop : public Desktop {
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
   std::string ShowSave(const std::string& title, const std::string& filter) override;
+  std::string ShowFolder(const std::string& title) override;
+  bool MoveToTrash(const std::string& path) override;
+  Bookmarks ReadBookmarks(const std::string& path) override;
+  std::string AddressInShortcut(const std::string& path) override;
   void Shell(const std::string& command) override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;

@@ -202,10 +202,7 @@ bool BookmarkImport::Step(size_t count) {
 
 void BookmarkImport::PutInPlace() {
   SyncDiskOf(passing_);
-  FileName::TakenNames taken;
-  for (const auto& entry : std::filesystem::directory_iterator(favourites_))
-    taken.Take(entry.path().filename().string());
-  const std::string folder = favourites_ + "/" + taken.Free(name_, "");
+  const std::string folder = favourites_ + "/" + Favourites::FreeName(favourites_, name_, "");
   Favourites::Rename(passing_, folder);
   folder_ = folder;
 }

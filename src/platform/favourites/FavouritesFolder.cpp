@@ -17,6 +17,7 @@
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/favourites/FileName.h"
 
 namespace files = std::filesystem;
 
@@ -143,6 +144,14 @@ void Remove(const std::string& path) {
   std::error_code error;
   files::remove_all(path, error);
   if (error) Fail("Can't delete", path, error.message());
+}
+
+std::string FreeName(const std::string& folder, const std::string& name, std::string_view extension) {
+  FileName::TakenNames taken;
+  std::error_code error;
+  for (files::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+    taken.Take(entry->path().filename().string());
+  return taken.Free(name, extension);
 }
 
 bool Stands(const std::string& path) {

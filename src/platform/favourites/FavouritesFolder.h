@@ -37,6 +37,9 @@ void Move(const std::string& from, const std::string& to);
 // A folder goes with everything in it; of a link only the link.
 void Remove(const std::string& path);
 
+// A name that nothing in the folder has yet, whatever the letter case: the name, or with a number behind it.
+std::string FreeName(const std::string& folder, const std::string& name, std::string_view extension);
+
 // Whether something stands there, a broken link included.
 bool Stands(const std::string& path);
 
