@@ -8,6 +8,7 @@
 #include "core/Program.h"
 #include "core/frmMain.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -57,8 +58,10 @@ void AddressBar::AddItem(const std::string& item) {
 void AddressBar::Combo1_KeyPress(int16_t KeyAscii) {
   if (KeyAscii != Enter) return;
   const std::string address = Combo1->Text();
-  const bool known = Lists(address) || address.empty();
-  if (!known) AddItem(address);
+  // What is kept is read by others: a password isn't.
+  const std::string kept = WebAddress::WithoutUser(address);
+  const bool known = Lists(kept) || kept.empty();
+  if (!known) AddItem(kept);
   Combo1_Click();
 }
 
@@ -99,9 +102,14 @@ void AddressBar::Combo1_Click() {
 void AddressBar::SetAddressText() {
   TabSet& tabs = main_.tabs;
   const Browser& shown = tabs.WebBrowser1(tabs.CurrentTab);
-  std::string U = Text::Replace(shown.LocationURL(), "%20", " ");
-  // An error page of the browser element: behind the "#" stands the address that failed.
-  if (Text::LowerCase(Text::Left(U, 3)) == "res") U.erase(0, U.find('#') + 1);
+  std::string U = shown.LocationURL();
+  // A site's address is shown as it is, and nothing else as a site's.
+  if (!WebAddress::IsOfSite(U)) {
+    U = Text::Replace(U, "%20", " ");
+    // An error page of the browser element: behind the "#" stands the address that failed.
+    const std::string Failed = U.substr(U.find('#') + 1);
+    if (Text::LowerCase(Text::Left(U, 3)) == "res" && !WebAddress::IsOfSite(Failed)) U = Failed;
+  }
   Combo1->SetText(U);
   tabs.picTab(tabs.CurrentTab).ToolTipText = shown.LocationName() + " (" + U + ")";
 }

@@ -29,7 +29,9 @@ class Browser : public Control {
 
   virtual bool Busy() const = 0;
   virtual std::string LocationName() const = 0;  // the page's title
-  virtual std::string LocationURL() const = 0;   // empty before the first page
+  // Of the page that is really on show, or of the one that the user has asked for; never with a user's name
+  // or password. Empty before the first page.
+  virtual std::string LocationURL() const = 0;
 
   // True: no request of any element leaves this machine; local files go on working.
   virtual bool Offline() const = 0;

@@ -149,7 +149,10 @@ TEST_F(AddressBarTest, ShowsWhereTheTabOnShowIs) {
   Page().title = "Title";
   EXPECT_EQ(shown("file:///a%20b%20c%2f"), "file:///a b c%2f");
   EXPECT_EQ(program.main().tabs.picTab(0).ToolTipText(), "Title (file:///a b c%2f)");
-  EXPECT_EQ(shown("Res://error/page#http://gone.test/#top"), "http://gone.test/#top");
+  EXPECT_EQ(shown("Res://error/page#file:///gone#top"), "file:///gone#top");
+  // Nothing that isn't a site's page is shown as one.
+  EXPECT_EQ(shown("res://x#https://www.bank.test/"), "res://x#https://www.bank.test/");
+  EXPECT_EQ(shown("http://a.test/x%20y"), "http://a.test/x%20y");
   EXPECT_EQ(shown("reseller.test/#"), "");
   EXPECT_EQ(shown("reseller.test"), "reseller.test");
   EXPECT_EQ(shown("re#s"), "re#s");

@@ -14,7 +14,18 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string
   const Owned<WebKitWebsiteDataManager> data(
       webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
                                       "base-cache-directory", (engine + "/cache").c_str(), nullptr));
-  Owned<WebKitWebContext> context(webkit_web_context_new_with_website_data_manager(data.get()));
+  webkit_website_data_manager_set_itp_enabled(data.get(), TRUE);
+  // A page of another site gets a process of its own, so that what one site's process knows stays that
+  // site's.
+  Owned<WebKitWebContext> context(
+      WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "website-data-manager", data.get(),
+                                      "process-swap-on-cross-site-navigation-enabled", TRUE, nullptr)));
+  WebKitSecurityManager* security = webkit_web_context_get_security_manager(context.get());
+  const std::string own = "marlowick";
+  webkit_security_manager_register_uri_scheme_as_local(security, own.c_str());
+  webkit_security_manager_register_uri_scheme_as_secure(security, own.c_str());
+  webkit_security_manager_register_uri_scheme_as_display_isolated(security, own.c_str());
+  webkit_security_manager_register_uri_scheme_as_no_access(security, own.c_str());
   webkit_web_context_set_sandbox_enabled(context.get(), TRUE);
   webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context.get()),
                                                cookies.c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
@@ -32,6 +43,12 @@ void TurnOffLookingAhead(WebKitSettings* settings) {
       webkit_settings_set_feature_enabled(settings, feature, FALSE);
   }
   webkit_feature_list_unref(features);
+}
+
+// What is heard needs a press first.
+Owned<WebKitWebsitePolicies> MakePolicies() {
+  return Owned<WebKitWebsitePolicies>(
+      webkit_website_policies_new_with_policies("autoplay", WEBKIT_AUTOPLAY_ALLOW_WITHOUT_SOUND, nullptr));
 }
 
 Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
@@ -65,8 +82,9 @@ Engine::Engine(std::string folder, const Callbacks::Runner& runner)
 }
 
 GtkWidget* Engine::NewView() {
+  const Owned<WebKitWebsitePolicies> policies(MakePolicies());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "settings",
-                                 view_settings_.get(), nullptr));
+                                 view_settings_.get(), "website-policies", policies.get(), nullptr));
 }
 
 GtkWidget* Engine::MakeView() {

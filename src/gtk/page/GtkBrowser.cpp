@@ -11,6 +11,7 @@
 #include "gtk/page/PrintPage.h"
 #include "gtk/page/SavePage.h"
 #include "platform/Failure.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -36,17 +37,22 @@ void GtkBrowser::GoHome() { Navigate(world_.Home()); }
 
 void GtkBrowser::GoBack() {
   if (!webkit_web_view_can_go_back(page_->View())) throw Failure("There is no earlier page to go back to");
+  page_->Command();
   webkit_web_view_go_back(page_->View());
 }
 
 void GtkBrowser::GoForward() {
   if (!webkit_web_view_can_go_forward(page_->View()))
     throw Failure("There is no later page to go forward to");
+  page_->Command();
   webkit_web_view_go_forward(page_->View());
 }
 
 void GtkBrowser::Stop() { page_->Load().Stop(); }
-void GtkBrowser::Refresh() { page_->Load().Again(); }
+void GtkBrowser::Refresh() {
+  page_->Command();
+  page_->Load().Again();
+}
 
 void GtkBrowser::FailIfDead() const {
   if (page_->Closed()) throw Failure("The page is closed");
@@ -70,7 +76,7 @@ std::string GtkBrowser::LocationName() const {
 
 std::string GtkBrowser::LocationURL() const {
   FailIfDead();
-  return page_->Address();
+  return WebAddress::WithoutUser(page_->Address());
 }
 
 bool GtkBrowser::Offline() const { return world_.Base().Offline(); }

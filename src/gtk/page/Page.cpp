@@ -11,6 +11,7 @@
 #include "gtk/page/SourceLoad.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -108,6 +109,11 @@ WebKitWebView* Page::View() {
 }
 
 void Page::MakeView(WebKitWebView* opener) {
+  load_.Reset();
+  AddView(opener);
+}
+
+void Page::AddView(WebKitWebView* opener) {
   Engine& engine = world_.Base();
   GtkWidget* view = GTK_WIDGET(opener ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
                                                      engine.ViewSettings(), nullptr)
@@ -118,7 +124,6 @@ void Page::MakeView(WebKitWebView* opener) {
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
   webkit_web_view_set_zoom_level(view_, engine.Settings().zoom / 100.0);
-  load_.Reset();
   ListenToLoad();
   ListenToPage();
   PagePolicy::Attach(*this, view_);
@@ -271,7 +276,16 @@ bool Page::WorksOffline() const { return world_.Base().Offline(); }
 void Page::LoadAddress(const std::string& uri) { webkit_web_view_load_uri(View(), uri.c_str()); }
 
 void Page::LoadHtml(const std::string& html, const std::string& address) {
-  webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), nullptr);
+  webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), Engine::OwnOrigin);
+}
+
+// A page that another one opened stays in its reach as long as it is in the same view.
+bool Page::Isolate() {
+  if (!opened_by_page_ || !view_) return false;
+  opened_by_page_ = false;
+  DropView();
+  AddView(nullptr);
+  return true;
 }
 
 void Page::Reload() { webkit_web_view_reload(View()); }
@@ -343,7 +357,7 @@ void Page::TakeTitle() {
 
 void Page::TakeHover(WebKitHitTestResult* hit) {
   const bool link = webkit_hit_test_result_context_is_link(hit);
-  hovered_ = link ? TextOf(webkit_hit_test_result_get_link_uri(hit)) : std::string();
+  hovered_ = link ? WebAddress::WithoutUser(TextOf(webkit_hit_test_result_get_link_uri(hit))) : std::string();
   ShowStatus();
 }
 

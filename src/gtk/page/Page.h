@@ -90,9 +90,14 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // Nothing is told any more, and what the page does ends: for those who opened it, it is closed. Its address
   // and title stay.
   void Quit();
+  // The user goes back, forward, or asks for the page again: what the engine does next is the user's wish.
+  void Command() { commanded_at_ = g_get_monotonic_time(); }
+  bool Commanded() const { return g_get_monotonic_time() - commanded_at_ < CommandHolds; }
   const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
 
  private:
+  static constexpr gint64 CommandHolds = G_USEC_PER_SEC;
+
   Page(BrowserWorld& world, PageOwner& owner);
 
   // Runs where there still is an owner.
@@ -110,6 +115,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool WorksOffline() const override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
+  bool Isolate() override;
   void Reload() override;
   void StopLoading() override;
   void Trust(GTlsCertificate* certificate, const std::string& host) override;
@@ -127,6 +133,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void ProcessDied() override;
 
   void MakeView(WebKitWebView* opener);
+  void AddView(WebKitWebView* opener);
   void ListenToLoad();
   void ListenToPage();
   void LetGoOfView();
@@ -149,10 +156,11 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   DownloadBar downloads_;
   std::unique_ptr<FindBar> find_;
   std::string load_status_, hovered_, shown_status_;
-  gint64 last_request_ = 0;  // for a window: when, in microseconds
-  int requests_ = 0;         // of those in a row
-  int asking_ = 0;           // questions about new windows that run now
-  bool blank_ = true;        // the view has shown nothing yet
+  gint64 last_request_ = 0;              // for a window: when, in microseconds
+  int requests_ = 0;                     // of those in a row
+  int asking_ = 0;                       // questions about new windows that run now
+  gint64 commanded_at_ = -CommandHolds;  // microseconds
+  bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself

@@ -17,7 +17,7 @@ bool IsOneOf(const std::string& word, std::initializer_list<const char*> words) 
 
 bool BelongsToAnotherProgram(const std::string& scheme) {
   return !IsOneOf(scheme, {"", "http", "https", "ws", "wss", "file", "about", "data", "blob", "javascript",
-                           "view-source", "webkit", "resource"});
+                           "view-source", PageLoad::ButtonScheme, "webkit", "resource"});
 }
 
 // A link to mail and the like, which the user pressed.
@@ -32,25 +32,32 @@ std::string Shown(Page& page) {
   return page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : std::string();
 }
 
+// A link that the user pressed, and not what a redirect made of it.
+bool IsPress(WebKitNavigationAction* action) {
+  return webkit_navigation_action_is_user_gesture(action) && !webkit_navigation_action_is_redirect(action) &&
+         webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED;
+}
+
 bool IsPressedInHistory(Page& page, WebKitNavigationAction* action) {
-  return webkit_navigation_action_is_user_gesture(action) &&
-         webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED &&
-         page.World().IsHistory(Shown(page));
+  return IsPress(action) && page.World().IsHistory(Shown(page));
 }
 
 // The own pages' links and the history's addresses that aren't the web's.
 bool TakeOwnAddress(Page& page, const std::string& uri, WebKitNavigationAction* action) {
-  if (uri == PageLoad::ProceedAddress) {
-    if (!page.Load().Proceed()) page.Load().Denied();
+  const std::string scheme = Address::Scheme(uri);
+  if (scheme == PageLoad::ButtonScheme) {
+    if (IsPress(action)) page.Calls().Later([&page, uri] { page.Load().Press(uri); });
     return true;
   }
-  const std::string scheme = Address::Scheme(uri);
   const bool pressed = IsOneOf(scheme, {"view-source", "data"}) && IsPressedInHistory(page, action);
   if (!pressed && scheme != "view-source") return false;
-  // A page may not send anyone to a source; the history and the own pages may.
+  // A page may not send anyone to a source; the user may go back to one, and open the history's.
   const auto type = webkit_navigation_action_get_navigation_type(action);
   const bool again = type == WEBKIT_NAVIGATION_TYPE_BACK_FORWARD || type == WEBKIT_NAVIGATION_TYPE_RELOAD;
-  if (pressed || again || page.Load().ShowsOwnPage()) page.Load().Start({uri, {}, true});
+  if (pressed || (again && page.Commanded()))
+    page.Load().Start({uri, {}, true});
+  else
+    page.Load().Denied();
   return true;
 }
 

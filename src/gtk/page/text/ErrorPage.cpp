@@ -23,13 +23,15 @@ constexpr const char* Head = R"(<!doctype html>
 
 }  // namespace
 
-std::string ErrorPage::Html() const {
+std::string ErrorPage::Html(const std::string& buttons) const {
   using Html::Escape;
   std::string page = Head;
   page += "<title>" + Escape(title) + "</title></head><body><main>\n<h1>" + Escape(title) + "</h1>\n";
   if (!address.empty()) page += "<code>" + Escape(address) + "</code>\n";
   page += "<p>" + Escape(reason) + "</p>\n<p>" + Escape(advice) + "</p>\n<nav>";
-  for (const Action& action : actions)
-    page += "<a href=\"" + Escape(action.address) + "\">" + Escape(action.text) + "</a>\n";
+  for (size_t n = 0; n < actions.size(); ++n) {
+    const std::string leads = buttons.empty() ? actions[n].address : buttons + std::to_string(n);
+    page += "<a href=\"" + Escape(leads) + "\">" + Escape(actions[n].text) + "</a>\n";
+  }
   return page + "</nav></main></body></html>\n";
 }

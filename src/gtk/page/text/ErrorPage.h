@@ -6,8 +6,11 @@
 // The browser element's own page in place of one that can't be shown.
 struct ErrorPage {
   struct Action {
+    enum class Kind { Open, GoOn };
+
     std::string text;
-    std::string address;  // where the button leads
+    std::string address;     // what the button opens
+    Kind kind = Kind::Open;  // GoOn: opens it in spite of the certificate that was refused
   };
 
   std::string title;    // what happened, in a few words
@@ -16,6 +19,7 @@ struct ErrorPage {
   std::string advice;   // what the user can do
   std::vector<Action> actions;
 
-  // The whole page; every text in it escaped.
-  std::string Html() const;
+  // The whole page; every text in it escaped. Button n leads to `buttons` followed by n, so that only the
+  // program knows what a press does; where that is empty, straight to its address.
+  std::string Html(const std::string& buttons = {}) const;
 };

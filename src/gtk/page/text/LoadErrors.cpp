@@ -79,8 +79,7 @@ ErrorPage Failed(const std::string& uri, const LoadFault& fault) {
   return {why.title, uri, why.reason, why.advice, {{"Try again", uri}}};
 }
 
-ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags,
-                         const std::string& proceed_address) {
+ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags) {
   const std::string host = Address::Host(uri);
   return {
       "This connection isn't safe",
@@ -88,7 +87,7 @@ ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags,
       host + " can't prove that it is the site it claims to be. " + Problem(flags, host),
       "Someone may be listening in, or the site is set up wrongly. Go on only if you know why, and give no "
       "passwords to it.",
-      {{"Try again", uri}, {"Go on in spite of it, for this session", proceed_address}}};
+      {{"Try again", uri}, {"Go on in spite of it, for this session", uri, ErrorPage::Action::Kind::GoOn}}};
 }
 
 ErrorPage WorksOffline(const std::string& uri) {

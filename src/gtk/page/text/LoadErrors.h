@@ -31,8 +31,7 @@ namespace LoadErrors {
 bool MayAnswerOpenly(const LoadFault& fault);
 
 ErrorPage Failed(const std::string& uri, const LoadFault& fault);
-ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags,
-                         const std::string& proceed_address);
+ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags);
 ErrorPage WorksOffline(const std::string& uri);
 // The engine doesn't ask for it at all.
 ErrorPage Refused(const std::string& uri);

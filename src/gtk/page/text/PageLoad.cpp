@@ -1,8 +1,12 @@
 #include "gtk/page/text/PageLoad.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <random>
 #include <string_view>
 #include <utility>
+
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -11,6 +15,14 @@ constexpr long FullProgress = 10000;
 constexpr unsigned TitleWait = 100;  // ms
 constexpr const char* Blank = "about:blank";
 constexpr std::string_view SourcePrefix = "view-source:";
+
+// 128 bits of the system's chance.
+std::string Secret() {
+  std::random_device chance;
+  char digits[33];
+  std::snprintf(digits, sizeof digits, "%08x%08x%08x%08x", chance(), chance(), chance(), chance());
+  return digits;
+}
 
 }  // namespace
 
@@ -23,6 +35,8 @@ void PageLoad::Reset() {
   announced_ = more_comes_ = own_coming_ = crash_page_ = false;
   own_address_.clear();
   fallback_.clear();
+  wanted_.clear();
+  committed_.clear();
 }
 
 void PageLoad::Abandon() {
@@ -38,8 +52,10 @@ void PageLoad::Start(const Address::Target& target) {
   instead_.reset();
   own_coming_ = false;
   StopWaiting();
+  wanted_.clear();
   if (StaysOnPage(target.uri)) return view_.LoadAddress(target.uri);
   phase_ = Phase::Waiting;
+  wanted_ = target.uri;
   if (!target.valid)
     ShowError(LoadErrors::NoAddress(target.uri));
   else if (Address::HasForeignPort(target.uri))
@@ -97,10 +113,11 @@ void PageLoad::Stop() {
 }
 
 void PageLoad::Again() {
-  if (own_address_.empty())
+  if (own_address_.empty()) {
     view_.Reload();
-  else
+  } else {
     Start(Address::FromTyped(own_address_));
+  }
 }
 
 void PageLoad::Denied() {
@@ -117,9 +134,14 @@ std::string PageLoad::KnownAddress() const {
   return leaving ? std::string() : own_address_;
 }
 
+// What a page wishes for is its own affair until it has come: until then the page on show is the old one.
 std::string PageLoad::Address() const {
   const std::string known = KnownAddress();
-  return known.empty() ? view_.EngineAddress() : known;
+  if (!known.empty()) return known;
+  const bool coming = phase_ == Phase::Waiting || phase_ == Phase::Provisional;
+  if (!coming) return view_.EngineAddress();
+  if (!wanted_.empty()) return wanted_;
+  return own_address_.empty() ? committed_ : own_address_;
 }
 
 void PageLoad::ShowOwn(const std::string& address, const std::string& html) {
@@ -131,10 +153,17 @@ void PageLoad::ShowOwn(const std::string& address, const std::string& html) {
   own_coming_ = true;
   crash_page_ = false;
   refusal_ = {};
+  actions_.clear();
+  wanted_.clear();
+  if (view_.Isolate()) more_comes_ = false;
   view_.LoadHtml(html, address);
 }
 
-void PageLoad::ShowError(const ErrorPage& error) { ShowOwn(error.address, error.Html()); }
+void PageLoad::ShowError(const ErrorPage& error) {
+  buttons_ = std::string(ButtonScheme) + ":" + Secret() + "/";
+  ShowOwn(error.address, error.Html(buttons_));
+  actions_ = error.actions;
+}
 
 // The load that failed hasn't told its end yet.
 void PageLoad::ShowErrorAfter(const ErrorPage& error) {
@@ -152,12 +181,23 @@ void PageLoad::Break(const std::string& what) {
   ShowError(LoadErrors::Broken(address, what));
 }
 
-bool PageLoad::Proceed() {
-  if (own_address_.empty() || !refusal_.certificate) return false;
+void PageLoad::Press(const std::string& button) {
+  if (own_address_.empty() || phase_ != Phase::Idle) return Denied();
+  for (size_t n = 0; n < actions_.size(); ++n) {
+    if (button != buttons_ + std::to_string(n)) continue;
+    const ErrorPage::Action action = actions_[n];
+    actions_.clear();
+    if (action.kind == ErrorPage::Action::Kind::GoOn) return GoOn();
+    return Start({action.address, {}, true});
+  }
+  Denied();
+}
+
+void PageLoad::GoOn() {
+  if (!refusal_.certificate) return;
   const Refusal refusal = std::exchange(refusal_, {});
   view_.Trust(refusal.certificate.get(), Address::Host(refusal.uri));
   Start({refusal.uri, {}, true});
-  return true;
 }
 
 void PageLoad::OnStarted() {
@@ -165,16 +205,21 @@ void PageLoad::OnStarted() {
   if (title_wait_) End();
   phase_ = Phase::Provisional;
   kept_address_.clear();
-  listener_.LoadStatusChanged("Opening " + Address());
+  listener_.LoadStatusChanged("Opening " + WebAddress::WithoutUser(Address()));
   if (!std::exchange(announced_, true)) listener_.LoadBegan();
 }
 
-void PageLoad::OnRedirected() { listener_.LoadStatusChanged("Opening " + Address()); }
+void PageLoad::OnRedirected() {
+  listener_.LoadStatusChanged("Opening " + WebAddress::WithoutUser(Address()));
+}
 
 void PageLoad::OnCommitted() {
   phase_ = Phase::Committed;
   fallback_.clear();
+  wanted_.clear();
+  committed_ = view_.EngineAddress();
   if (!own_coming_) {
+    actions_.clear();
     own_address_.clear();
     crash_page_ = false;
     refusal_ = {};
@@ -210,6 +255,7 @@ void PageLoad::End() {
   // An own page that never came leaves the one that is shown.
   if (own_coming_ && phase_ != Phase::Committed) own_address_.clear();
   phase_ = Phase::Idle;
+  wanted_.clear();
   StopWaiting();
   announced_ = own_coming_ = false;
   listener_.LoadStatusChanged({});
@@ -242,7 +288,7 @@ void PageLoad::OnFailed(const std::string& uri, bool committed, const LoadFault&
 
 void PageLoad::OnBadCertificate(const std::string& uri, GTlsCertificate* certificate,
                                 GTlsCertificateFlags flags) {
-  ShowErrorAfter(LoadErrors::BadCertificate(uri, flags, ProceedAddress));
+  ShowErrorAfter(LoadErrors::BadCertificate(uri, flags));
   refusal_ = {uri, Share(certificate)};
 }
 

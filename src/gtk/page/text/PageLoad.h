@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
@@ -28,7 +29,11 @@ class LoadView {
   virtual bool WorksOffline() const = 0;
 
   virtual void LoadAddress(const std::string& uri) = 0;
+  // A page of the element's own, which stands for an address. Its origin is no web page's.
   virtual void LoadHtml(const std::string& html, const std::string& address) = 0;
+  // Cuts the view off from the page that opened it, if any did. True where a new view has taken its place,
+  // which tells nothing any more of what the old one did.
+  virtual bool Isolate() = 0;
   virtual void Reload() = 0;
   virtual void StopLoading() = 0;
   // Takes a certificate for its host's own, for this session.
@@ -64,8 +69,8 @@ class LoadListener {
 // Needs no display. Its listener may close the page within each of its calls, but not end this object.
 class PageLoad {
  public:
-  // Where the button of a certificate's error page leads that goes on regardless.
-  static constexpr const char* ProceedAddress = "marlowick:proceed";
+  // The scheme of the buttons on own pages.
+  static constexpr const char* ButtonScheme = "marlowick-press";
 
   PageLoad(LoadView& view, LoadListener& listener, Callbacks::Runner runner);
 
@@ -94,8 +99,9 @@ class PageLoad {
   void ShowErrorInstead(const ErrorPage& error) { instead_ = error; }
   // A handler of the page's has failed: what is there can't be relied on any more.
   void Break(const std::string& what);
-  // The user accepts the certificate that was refused; false where none was.
-  bool Proceed();
+  // The user presses a button of the own page on show. An address that is none of its buttons', or one that
+  // was pressed before, does nothing.
+  void Press(const std::string& button);
 
   // What the engine tells.
   void OnStarted();
@@ -117,6 +123,7 @@ class PageLoad {
 
   void ShowOwn(const std::string& address, const std::string& html);
   void ShowErrorAfter(const ErrorPage& error);
+  void GoOn();
   void StopWaiting();
   void StartBlank();
   void EndBlank();
@@ -135,6 +142,12 @@ class PageLoad {
   bool crash_page_ = false;  // the own page is about a dead process
   std::string own_address_;
   std::string kept_address_;
+  std::string wanted_;     // what the user asked for, until it has come
+  std::string committed_;  // of the page on show, as it came
+  // Of the own page on show: what its buttons' addresses begin with, a secret that no other page can know,
+  // and what they do.
+  std::string buttons_;
+  std::vector<ErrorPage::Action> actions_;
   std::string fallback_;
   std::optional<ErrorPage> instead_;
   Refusal refusal_;

@@ -48,11 +48,11 @@ TEST(LoadErrors, OnlyAHostThatIsThereIsAskedOpenly) {
 TEST(LoadErrors, ACertificatesPageNamesTheGravestProblemAndOffersBothWays) {
   const auto flags =
       static_cast<GTlsCertificateFlags>(G_TLS_CERTIFICATE_UNKNOWN_CA | G_TLS_CERTIFICATE_REVOKED);
-  const ErrorPage page = LoadErrors::BadCertificate("https://bank.test/a", flags, "go:on");
+  const ErrorPage page = LoadErrors::BadCertificate("https://bank.test/a", flags);
   EXPECT_NE(page.reason.find("has been revoked"), std::string::npos);
   ASSERT_EQ(page.actions.size(), 2u);
   EXPECT_EQ(page.actions[0].address, "https://bank.test/a");
-  EXPECT_EQ(page.actions[1].address, "go:on");
+  EXPECT_EQ(page.actions[1].kind, ErrorPage::Action::Kind::GoOn);
 }
 
 }  // namespace

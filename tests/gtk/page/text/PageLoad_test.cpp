@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -35,6 +36,7 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
     shown = html;
     asked.push_back("own " + uri);
   }
+  bool Isolate() override { return std::exchange(opened, false); }
   void Reload() override { asked.push_back("again"); }
   void StopLoading() override {}
   void Trust(GTlsCertificate*, const std::string& host) override { asked.push_back("trust " + host); }
@@ -94,6 +96,14 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
     Pump([&] { return ended == all; });
   }
 
+  // The address behind a button of the own page on show.
+  std::string Button(size_t n) const {
+    size_t at = 0;
+    for (size_t i = 0; i <= n; ++i) at = shown.find("href=\"", at + 1);
+    return shown.substr(at + 6, shown.find('"', at + 6) - at - 6);
+  }
+
+  bool opened = false;  // by another page
   bool gone = false, engine_loads = false, offline = false;
   std::string address, document, title, shown, status;
   std::vector<std::string> asked;
@@ -316,18 +326,53 @@ TEST_F(Loads, ADeadProcessIsToldOnceAndNotStartedAgainAndAgain) {
 }
 
 TEST_F(Loads, ABadCertificateIsTakenOnlyFromItsOwnPage) {
-  EXPECT_FALSE(load.Proceed());
   const Owned<GTlsCertificate> certificate(g_tls_certificate_new_from_pem(Certificate, -1, nullptr));
   if (!certificate) GTEST_SKIP() << "GLib has no TLS on this machine";
   Want("https://a.test/x");
   Begin("https://a.test/x");
   load.OnBadCertificate("https://a.test/x", certificate.get(), G_TLS_CERTIFICATE_EXPIRED);
   load.OnFinished();
+  const std::string early = Button(1);
+  load.Press(early);
+  EXPECT_EQ(asked.back(), "own https://a.test/x") << "pressed before it was on show";
   Complete("https://a.test/x");
-  EXPECT_TRUE(load.Proceed());
+  for (const std::string& guess :
+       {std::string("marlowick-press:"), std::string("marlowick-press:/1"), early + "1"})
+    load.Press(guess);
+  EXPECT_EQ(asked.back(), "own https://a.test/x");
+  load.Press(Button(1));
   EXPECT_EQ(asked[asked.size() - 2], "trust a.test");
   EXPECT_EQ(asked.back(), "https://a.test/x");
-  EXPECT_FALSE(load.Proceed());
+  const size_t so_far = asked.size();
+  Complete("https://a.test/x");
+  load.Press(early);
+  EXPECT_EQ(asked.size(), so_far) << "used twice";
+}
+
+TEST_F(Loads, AnOwnPageIsCutOffFromTheOpener) {
+  opened = true;
+  Want("http://a.test/");
+  Begin("http://a.test/");
+  load.OnFailed(address, false, {Kind::Refused, "why"});
+  // The old view doesn't tell its end any more.
+  Complete("http://a.test/");
+  ExpectCounts(1);
+  EXPECT_TRUE(load.ShowsOwnPage());
+}
+
+TEST_F(Loads, OnlyTheUsersWishIsShownBeforeItHasCome) {
+  Want("http://bank.test/");
+  EXPECT_EQ(load.Address(), "http://bank.test/");
+  Begin("http://bank.test/");
+  EXPECT_EQ(load.Address(), "http://bank.test/");
+  Commit();
+  load.OnFinished();
+  load.OnTitle();
+  Complete("http://bank.test/");
+  Begin("http://evil.test/");
+  EXPECT_EQ(load.Address(), "http://bank.test/") << "what the page itself wishes for";
+  Commit();
+  EXPECT_EQ(load.Address(), "http://evil.test/");
 }
 
 TEST_F(Loads, AFaultInAHandlerBecomesAnErrorPageAndNothingOfItIsLeft) {

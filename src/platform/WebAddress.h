@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// What both the program and the desktop's side know of addresses.
+namespace WebAddress {
+
+// True for what is fetched from a site: http: and https:.
+bool IsOfSite(std::string_view address);
+
+// The address without the user's name and password before its host, which belong neither on the screen nor
+// into a file.
+std::string WithoutUser(std::string_view address);
+
+}  // namespace WebAddress
