@@ -56,13 +56,13 @@ TEST_F(Tabs, AreAddedAtTheEndAndShownAtOnce) {
 // The tip that is written last stands: the strip's has the address as it is, the address field's has blanks.
 TEST_F(Tabs, TellTheirAddressInTheOrderOfTheirNews) {
   Page(0).title = "Title";
-  Page(0).url = "http://a%20b/";
+  Page(0).url = "file:///a%20b/";
   for (const auto& news : {Page(0).DocumentComplete, Page(0).TitleChange}) {
     Do(news);
-    EXPECT_EQ(tabs().picTab(0).ToolTipText(), "Title (http://a%20b/)");
+    EXPECT_EQ(tabs().picTab(0).ToolTipText(), "Title (file:///a%20b/)");
   }
   Do([this] { tabs().UpdateBrowsers(); });
-  EXPECT_EQ(tabs().picTab(0).ToolTipText(), "Title (http://a b/)");
+  EXPECT_EQ(tabs().picTab(0).ToolTipText(), "Title (file:///a b/)");
 }
 
 TEST_F(Tabs, LeaveHolesThatAreNotFilled) {
