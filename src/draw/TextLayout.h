@@ -16,6 +16,11 @@ struct GObjectUnref {
   void operator()(void* object) const { g_object_unref(object); }
 };
 
+struct FreePango {
+  void operator()(PangoItem* item) const { pango_item_free(item); }
+  void operator()(PangoGlyphString* glyphs) const { pango_glyph_string_free(glyphs); }
+};
+
 // Single lines of text in the window font, "Sans" of not quite 11 pixels. Lines that were laid out are kept
 // for the next time, up to a limit.
 class TextLayout {
@@ -43,8 +48,13 @@ class TextLayout {
   Layout LayOut(std::string_view text, int scale);
   // Kept until the next call; cut to `room` pixels unless that is 0.
   PangoLayout* Line(std::string_view text, int room, int scale);
+  double PlainWidth(std::string_view text);
+  double Keep(std::string_view text, double width);
 
   std::map<int, Context> contexts_;  // by scale
+  // For measuring plain text: what a letter is shaped with, and room for the result.
+  std::unique_ptr<PangoItem, FreePango> plain_;
+  std::unique_ptr<PangoGlyphString, FreePango> glyphs_;
   std::unordered_map<std::string, double, TextHash, std::equal_to<>> widths_;
   std::map<std::tuple<std::string, int, int>, Layout> lines_;  // by text, room and scale
 };

@@ -175,6 +175,9 @@ TEST(Compose, WidthsAreOfWhatIsDrawn) {
   EXPECT_GT(drawing->TextWidth("0"), 3);
   EXPECT_EQ(drawing->TextWidth("00000"), 5 * drawing->TextWidth("0")) << "in whole pixels";
   EXPECT_EQ(drawing->TextWidth("a\nb"), drawing->TextWidth("a b"));
+  // A line's end becomes a blank: however a text is measured, it is as wide.
+  for (const std::string text : {"AVATAR To. Wave", "office fluff fiji", "12 Yes, 3/4 (No)", "~\"T\"o'@#W;a"})
+    EXPECT_EQ(drawing->TextWidth(text + " "), drawing->TextWidth(text + "\n")) << text;
   EXPECT_GT(drawing->TextWidth(std::string(10000, 'i')), 5000);
   for (int i = 0; i < 10000; ++i) drawing->TextWidth(std::to_string(i));
   EXPECT_EQ(drawing->TextWidth("12"), 2 * drawing->TextWidth("0"));
