@@ -6,8 +6,6 @@
 
 #include "core/Program.h"
 #include "core/frmMain.h"
-#include "menus/frmFavMenu.h"
-#include "menus/frmMenu.h"
 #include "platform/Text.h"
 
 namespace {
@@ -54,16 +52,9 @@ bool Zoom(frmMain& main, int step) {
   return true;
 }
 
-// Ends an open menu; else stops a load, and still reaches the page and the field, which know Escape too.
+// Where there was no menu to end it stops a load, and still reaches the page and the field, which know Escape
+// too.
 bool Escape(frmMain& main) {
-  if (main.program.popup_menu.Loaded()) {
-    main.program.popup_menu().Deactivate();
-    return true;
-  }
-  if (main.program.fav_menu.Loaded()) {
-    main.Activate();
-    return true;
-  }
   Skipping([&] {
     if (main.tabs.WebBrowser1(main.tabs.CurrentTab).Busy()) main.toolbar.ClickBar("Stop");
   });
@@ -130,7 +121,10 @@ bool Holds(const KeyPress& press, With held) {
 }  // namespace
 
 bool Keys::Pressed(const KeyPress& press) {
-  for (const Binding& row : Bindings)
-    if (Holds(press, row.Held) && Text::SameWithoutCase(press.Name, row.Name)) return row.Do(main_);
+  for (const Binding& row : Bindings) {
+    if (!Holds(press, row.Held) || !Text::SameWithoutCase(press.Name, row.Name)) continue;
+    const bool ended = main_.program.desktop.EndPopups();
+    return (ended && row.Do == Escape) || row.Do(main_);
+  }
   return false;
 }

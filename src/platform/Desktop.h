@@ -10,14 +10,11 @@
 #include "platform/Timer.h"
 #include "platform/dialog/Dialog.h"
 #include "platform/favourites/Bookmarks.h"
-#include "platform/scene/Scene.h"
+#include "platform/scene/Window.h"
 
 class Browser;
 class ComboBox;
 class CookieCache;
-class Drawing;
-class Window;
-class WindowHost;
 
 // Date and time of day by the system's clock and zone.
 struct Moment {
@@ -32,7 +29,7 @@ enum class Buttons { Ok, YesNo };
 enum class Answer { Ok, Yes, No };
 
 // What the program asks of the outside. Implemented by gtk/window, and by the fakes of the tests.
-class Desktop : public Clock, public DialogMaker {
+class Desktop : public Clock, public WindowSystem, public DialogMaker {
  public:
   // Every event of the outside goes through this gate.
   Events Gate;
@@ -41,8 +38,6 @@ class Desktop : public Clock, public DialogMaker {
 
   // A window of the browser element's own wants a further one; as NewWindow2 of an element.
   std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
-
-  virtual Drawing& Draws() = 0;
 
   // The program's folder, installed from the delivered files where it wasn't there. Fails where that can't be
   // done.
@@ -59,7 +54,6 @@ class Desktop : public Clock, public DialogMaker {
   // The date in the system's short form.
   virtual std::string ShortDate(const Moment& moment) = 0;
 
-  virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
   virtual std::unique_ptr<Browser> MakeBrowser(Control& parent) = 0;
   // Ends the pages of all browser elements, and the plain windows that they opened. For the program's end:
   // operations of the elements fail from then on.
@@ -69,6 +63,9 @@ class Desktop : public Clock, public DialogMaker {
 
   // The part of the screen that panels leave free, on the monitor where the window is. Twips.
   virtual ScreenRect WorkArea(const Window& window) = 0;
+
+  // Ends the open popup windows, as a press elsewhere does. False: there was none.
+  virtual bool EndPopups() = 0;
 
   // A modal box over the program's windows, with its text and title as they stand.
   virtual Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) = 0;

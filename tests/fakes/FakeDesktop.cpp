@@ -16,7 +16,10 @@ namespace {
 
 class FakeHost : public WindowHost {
  public:
-  explicit FakeHost(FakeDesktop& desktop) : desktop_(desktop) {}
+  FakeHost(FakeDesktop& desktop, Window& window) : desktop_(desktop), window_(window) {
+    if (window.WindowKind() == Window::Kind::Popup) desktop.popups.push_back(&window);
+  }
+  ~FakeHost() override { std::erase(desktop_.popups, &window_); }
   void Show() override {}
   void Hide() override {}
   void Move() override {}
@@ -29,6 +32,7 @@ class FakeHost : public WindowHost {
 
  private:
   FakeDesktop& desktop_;
+  Window& window_;
 };
 
 // A dialog without widgets. A modal one ends by what the user does in it.
@@ -159,7 +163,20 @@ std::string FakeDesktop::ShortDate(const Moment& moment) {
   return std::to_string(moment.Day) + "/" + std::to_string(moment.Month) + "/" + std::to_string(moment.Year);
 }
 
-std::unique_ptr<WindowHost> FakeDesktop::MakeHost(Window&) { return std::make_unique<FakeHost>(*this); }
+std::unique_ptr<WindowHost> FakeDesktop::MakeHost(Window& window) {
+  return std::make_unique<FakeHost>(*this, window);
+}
+
+bool FakeDesktop::EndPopups() {
+  bool any = false;
+  for (Window* popup : std::vector(popups)) {
+    // The end of one may be the end of others.
+    const bool open = std::find(popups.begin(), popups.end(), popup) != popups.end() && popup->Visible;
+    if (open && popup->Deactivate) popup->Deactivate();
+    any = any || open;
+  }
+  return any;
+}
 
 std::unique_ptr<Browser> FakeDesktop::MakeBrowser(Control& parent) {
   return std::make_unique<FakeBrowser>(parent, log);

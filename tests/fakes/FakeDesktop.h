@@ -110,6 +110,7 @@ class FakeDesktop : public Desktop {
   FakeCookieCache& Cookies() override { return cookies; }
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
   std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
+  bool EndPopups() override;
   ScreenRect WorkArea(const Window&) override { return work_area; }
   Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title) override;
   std::string ShowOpen(const std::string& title, const std::string& filter) override;
@@ -135,8 +136,9 @@ class FakeDesktop : public Desktop {
   std::vector<std::string> log;                   // what was asked, in order
   FakeCookieCache cookies;
   std::unique_ptr<Drawing> drawing;
-  int focused = 0;   // how often a window took the focus
-  int repaints = 0;  // how often a window was told to compare its picture
+  std::vector<Window*> popups;  // the popup windows that there are, shown or not
+  int focused = 0;              // how often a window took the focus
+  int repaints = 0;             // how often a window was told to compare its picture
 
  private:
   struct Count {

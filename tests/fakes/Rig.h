@@ -40,15 +40,15 @@ struct Rig {
   // The mouse at a point of a control; by default 2 pixels from its corner.
   void Press(Control& control, Twips x = 30, Twips y = 30, int button = 1) {
     const Twips left = control.RootLeft() + x, top = control.RootTop() + y;
-    Do([&] { control.Root()->MousePressed(button, 0, left, top); });
+    Do([&] { WindowOf(control).MousePressed(button, 0, left, top); });
   }
   void Release(Control& control, Twips x = 30, Twips y = 30, int button = 1) {
     const Twips left = control.RootLeft() + x, top = control.RootTop() + y;
-    Do([&] { control.Root()->MouseReleased(button, 0, left, top); });
+    Do([&] { WindowOf(control).MouseReleased(button, 0, left, top); });
   }
   void Over(Control& control, Twips x = 30, Twips y = 30, int held = 0) {
     const Twips left = control.RootLeft() + x, top = control.RootTop() + y;
-    Do([&] { control.Root()->MouseMoved(held, 0, left, top); });
+    Do([&] { WindowOf(control).MouseMoved(held, 0, left, top); });
   }
   void Click(Control& control) {
     Press(control);

@@ -25,10 +25,10 @@ struct MenuRig {
 
   void Over(Control& control, Twips x = 30, Twips y = 30) {
     desktop.Gate.Run(
-        [&] { control.Root()->MouseMoved(0, 0, control.RootLeft() + x, control.RootTop() + y); });
+        [&] { WindowOf(control).MouseMoved(0, 0, control.RootLeft() + x, control.RootTop() + y); });
   }
   void Click(Control& control) {
-    Window& window = *control.Root();
+    Window& window = WindowOf(control);
     const Twips x = control.RootLeft() + 30, y = control.RootTop() + 30;
     desktop.Gate.Run([&] { window.MousePressed(1, 0, x, y); });
     desktop.Gate.Run([&] { window.MouseReleased(1, 0, x, y); });

@@ -17,6 +17,8 @@ class Callbacks {
   // handler lets go. Lets nothing out itself.
   using Runner = std::function<void(const std::function<void()>& handler)>;
 
+  // Without a runner a handler runs as it is, and what it lets go is logged.
+  Callbacks() : Callbacks([](const std::function<void()>& handler) { handler(); }) {}
   explicit Callbacks(Runner runner);
   Callbacks(const Callbacks&) = delete;
   ~Callbacks();

@@ -6,10 +6,10 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "gtk/base/GObjects.h"
@@ -20,7 +20,12 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/GtkBrowser.h"
 #include "gtk/window/GtkComboField.h"
+#include "gtk/window/MainHost.h"
+#include "gtk/window/PopupHost.h"
 #include "gtk/window/ProgramFiles.h"
+#include "gtk/window/RelayHost.h"
+#include "gtk/window/SplashHost.h"
+#include "gtk/window/WorkArea.h"
 #include "platform/scene/Drawing.h"
 
 namespace {
@@ -39,7 +44,10 @@ GtkDesktop::GtkDesktop(std::string command_line)
   Gate.Unhandled = [this](const Failure& failure) { Die(failure); };
 }
 
-GtkDesktop::~GtkDesktop() = default;
+GtkDesktop::~GtkDesktop() {
+  const auto plain = +[](GdkEvent* event, gpointer) { gtk_main_do_event(event); };
+  gdk_event_handler_set(plain, nullptr, nullptr);
+}
 
 void GtkDesktop::EndSession() {
   session_ended_ = true;
@@ -102,9 +110,17 @@ void GtkDesktop::Die(const Failure& failure) {
   GtkDesktop::End(1);
 }
 
+// The splash, popup windows and lists that are dropped: whatever stands above all other windows.
 void GtkDesktop::ClearTheWay() {
-  for (PopupHost* popup : popups_) popup->Hide();
-  if (splash_) splash_->Hide();
+  popups_.Clear();
+  GList* windows = gtk_window_list_toplevels();
+  for (GList* at = windows; at; at = at->next) {
+    auto* window = static_cast<GtkWidget*>(at->data);
+    if (GTK_IS_WINDOW(window) && gtk_window_get_window_type(GTK_WINDOW(window)) == GTK_WINDOW_POPUP)
+      gtk_widget_hide(window);
+  }
+  g_list_free(windows);
+  gdk_seat_ungrab(gdk_display_get_default_seat(gdk_display_get_default()));
 }
 
 Moment GtkDesktop::Now() {
@@ -127,19 +143,16 @@ std::string GtkDesktop::ShortDate(const Moment& moment) {
 
 std::unique_ptr<WindowHost> GtkDesktop::MakeHost(Window& window) {
   switch (window.WindowKind()) {
-    case Window::Kind::Main: {
-      auto host = std::make_unique<MainHost>(*this, window);
-      main_host = host.get();
-      return host;
-    }
+    case Window::Kind::Main:
+      return std::make_unique<MainHost>(Gate, popups_, entry_, window);
     case Window::Kind::Splash:
-      return std::make_unique<SplashHost>(*this, window);
+      return std::make_unique<SplashHost>(Gate, popups_, window);
     case Window::Kind::Popup:
-      return std::make_unique<PopupHost>(*this, window);
+      return std::make_unique<PopupHost>(Gate, popups_, entry_, window);
     case Window::Kind::Relay:
       break;
   }
-  return std::make_unique<RelayHost>(*this, window);
+  return std::make_unique<RelayHost>(entry_, window);
 }
 
 std::unique_ptr<Browser> GtkDesktop::MakeBrowser(Control& parent) {
@@ -173,28 +186,22 @@ std::unique_ptr<DialogHost> GtkDesktop::MakeDialog(Dialog& dialog) {
   return std::make_unique<DialogBinder>(dialog, Gate, [this] { return MainFrame(); });
 }
 
-GtkWindow* GtkDesktop::MainFrame() { return main_host ? main_host->Frame().gobj() : nullptr; }
+GtkWindow* GtkDesktop::MainFrame() { return entry_->frame ? GTK_WINDOW(entry_->frame) : nullptr; }
 
-ScreenRect GtkDesktop::WorkArea(const Window& window) {
-  GdkDisplay* display = gdk_display_get_default();
-  GdkMonitor* monitor = gdk_display_get_monitor_at_point(
-      display, static_cast<int>((window.Left + window.Width / 2) / TwipsPerPixel),
-      static_cast<int>((window.Top + window.Height / 2) / TwipsPerPixel));
-  GdkRectangle area{};
-  gdk_monitor_get_workarea(monitor, &area);
-  return {area.x * TwipsPerPixel, area.y * TwipsPerPixel, (area.x + area.width) * TwipsPerPixel,
-          (area.y + area.height) * TwipsPerPixel};
-}
+ScreenRect GtkDesktop::WorkArea(const Window& window) { return WorkAreaOf(window); }
 
 Answer GtkDesktop::MsgBox(const std::string& text, Buttons buttons, const std::string& title) {
+  popups_.EndAll();
   return Dialogs::MsgBox(MainFrame(), text, buttons, title);
 }
 
 std::string GtkDesktop::ShowOpen(const std::string& title, const std::string& filter) {
+  popups_.EndAll();
   return Dialogs::ShowOpen(MainFrame(), title, filter);
 }
 
 std::string GtkDesktop::ShowSave(const std::string& title, const std::string& filter) {
+  popups_.EndAll();
   return Dialogs::ShowSave(MainFrame(), title, filter);
 }
 
@@ -236,59 +243,15 @@ void GtkDesktop::Shell(const std::string& command) {
 }
 
 int GtkDesktop::Start(int milliseconds, std::function<void()> tick) {
-  struct Count {
-    Events& gate;
-    std::function<void()> tick;
-  };
-  const auto run = +[](gpointer data) -> gboolean {
-    const auto* count = static_cast<Count*>(data);
-    // The count may be stopped, and so gone, by its own tick.
-    const auto own_tick = count->tick;
-    count->gate.Run(own_tick);
-    return G_SOURCE_CONTINUE;
-  };
-  const auto drop = +[](gpointer data) { delete static_cast<Count*>(data); };
-  return static_cast<int>(g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(milliseconds), run,
-                                             new Count{Gate, std::move(tick)}, drop));
+  return static_cast<int>(callbacks_.Every(static_cast<unsigned>(milliseconds),
+                                           [this, tick = std::move(tick)] { Gate.Run(tick); }));
 }
 
-void GtkDesktop::Stop(int number) { g_source_remove(static_cast<guint>(number)); }
+void GtkDesktop::Stop(int number) { callbacks_.Cancel(static_cast<unsigned>(number)); }
 
-void GtkDesktop::EndPopups() {
-  // The end of one may be the end of others.
-  for (PopupHost* popup : std::vector(popups_))
-    if (std::find(popups_.begin(), popups_.end(), popup) != popups_.end()) popup->End();
-}
-
-void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) {
+void GtkDesktop::OnEvent(GdkEvent* event, gpointer self) noexcept {
   auto* desktop = static_cast<GtkDesktop*>(self);
-  if (!desktop->waiting_.Holds(event) && !desktop->TakenForPopup(event)) gtk_main_do_event(event);
-}
-
-// While a menu is up it grabs the mouse, so that it hears of everything. What happens outside it is handed
-// on: hovering and presses to the main window's own scene, where they slide along the menu bar; a press
-// anywhere ends the menu before it acts. Whether the event has been dealt with.
-bool GtkDesktop::TakenForPopup(GdkEvent* event) {
-  if (popups_.empty() || (event->type != GDK_BUTTON_PRESS && event->type != GDK_MOTION_NOTIFY)) return false;
-  double x = 0, y = 0;
-  gdk_event_get_root_coords(event, &x, &y);
-  GdkWindow* top = gdk_window_get_toplevel(event->any.window);
-  const auto contains = [x, y](PopupHost* popup) { return popup->Contains(x, y); };
-  const auto grabs = [top](PopupHost* popup) {
-    return gtk_widget_get_window(GTK_WIDGET(popup->Frame().gobj())) == top;
-  };
-  if (std::any_of(popups_.begin(), popups_.end(), contains)) return false;
-  const bool comes_to_menu = std::any_of(popups_.begin(), popups_.end(), grabs);
-  // Another program's window may lie over the main window.
-  GdkWindow* under = gdk_device_get_window_at_position(gdk_event_get_device(event), nullptr, nullptr);
-  GtkWindow* frame = MainFrame();
-  const bool on_main =
-      under && frame && gdk_window_get_toplevel(under) == gtk_widget_get_window(GTK_WIDGET(frame));
-  if (event->type == GDK_MOTION_NOTIFY) {
-    if (comes_to_menu && on_main) main_host->HoverFromMenu(x, y);
-    return comes_to_menu;
-  }
-  EndPopups();
-  if (comes_to_menu && on_main) main_host->PressFromMenu(static_cast<int>(event->button.button), x, y);
-  return comes_to_menu;
+  bool taken = false;
+  desktop->callbacks_.Run([&] { taken = desktop->waiting_.Holds(event) || desktop->popups_.Takes(event); });
+  if (!taken) gtk_main_do_event(event);
 }

@@ -3,11 +3,12 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "gtk/base/Callbacks.h"
 #include "gtk/engine/EngineCookies.h"
-#include "gtk/window/Hosts.h"
+#include "gtk/window/PopupGroup.h"
 #include "gtk/window/SessionEnd.h"
+#include "gtk/window/TaskBarEntry.h"
 #include "gtk/window/Waiting.h"
 #include "platform/Desktop.h"
 
@@ -45,26 +46,17 @@ class GtkDesktop : public Desktop {
   bool MoveToTrash(const std::string& path) override;
   Bookmarks ReadBookmarks(const std::string& path) override;
   std::string AddressInShortcut(const std::string& path) override;
+  bool EndPopups() override { return popups_.EndAll(); }
   void Shell(const std::string& command) override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
 
+ private:
+  static void OnEvent(GdkEvent* event, gpointer self) noexcept;
+  BrowserWorld& World();
   // The main window's frame, none before there is one.
   GtkWindow* MainFrame();
-  MainHost* main_host = nullptr;
-
-  void AddPopup(PopupHost& popup) { popups_.push_back(&popup); }
-  void RemovePopup(PopupHost& popup) { std::erase(popups_, &popup); }
-  // Another program became active.
-  void EndPopups();
-  void AddSplash(SplashHost& splash) { splash_ = &splash; }
-  void RemoveSplash() { splash_ = nullptr; }
-
- private:
-  BrowserWorld& World();
-  static void OnEvent(GdkEvent* event, gpointer self);
-  bool TakenForPopup(GdkEvent* event);
   [[noreturn]] void Die(const Failure& failure);
   // Takes off the screen what would lie over a message or keep the mouse from it.
   void ClearTheWay();
@@ -75,9 +67,10 @@ class GtkDesktop : public Desktop {
   std::unique_ptr<ProgramFiles> files_;
   std::unique_ptr<BrowserWorld> world_;
   std::unique_ptr<EngineCookies> cookies_;
-  std::vector<PopupHost*> popups_;
-  SplashHost* splash_ = nullptr;
+  PopupGroup popups_{Gate};
+  std::shared_ptr<TaskBarEntry> entry_ = std::make_shared<TaskBarEntry>();
   Waiting waiting_;
   bool session_ended_ = false;
   SessionEnd session_;
+  Callbacks callbacks_;
 };

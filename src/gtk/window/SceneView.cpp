@@ -1,28 +1,15 @@
 #include "gtk/window/SceneView.h"
 
-#include <gtkmm/tooltip.h>
-#include <gtkmm/window.h>
-
 #include <algorithm>
 
 #include "gtk/window/HasWidget.h"
-#include "platform/Desktop.h"
+#include "gtk/window/Input.h"
 #include "platform/Text.h"
 #include "platform/scene/Drawing.h"
 
 namespace {
 
-int MouseButton(guint button) { return button == 1 ? 1 : button == 3 ? 2 : 4; }
-
-int HeldButtons(guint state) {
-  return (state & GDK_BUTTON1_MASK ? 1 : 0) | (state & GDK_BUTTON3_MASK ? 2 : 0) |
-         (state & GDK_BUTTON2_MASK ? 4 : 0);
-}
-
-int ShiftKeys(guint state) {
-  return (state & GDK_SHIFT_MASK ? 1 : 0) | (state & GDK_CONTROL_MASK ? 2 : 0) |
-         (state & GDK_MOD1_MASK ? 4 : 0);
-}
+constexpr size_t LongestToolTip = 500;  // characters
 
 const char* PointerName(Pointer pointer) {
   switch (pointer) {
@@ -58,59 +45,119 @@ GtkWidget* WidgetOf(const DrawItem& item) {
   return owner ? owner->Widget() : nullptr;
 }
 
+// A class of its own for the toolkit, whose accessible object is ours.
+struct SceneLayout {
+  GtkLayout Base;
+};
+struct SceneLayoutClass {
+  GtkLayoutClass Base;
+};
+G_DEFINE_TYPE(SceneLayout, scene_layout, GTK_TYPE_LAYOUT)
+void scene_layout_class_init(SceneLayoutClass*) {}
+void scene_layout_init(SceneLayout*) {}
+
+GtkWidget* MakeLayout() {
+  return static_cast<GtkWidget*>(g_object_ref_sink(g_object_new(scene_layout_get_type(), nullptr)));
+}
+
 }  // namespace
 
 SceneView::SceneView(Events& gate, Window& scene)
-    : Glib::ObjectBase("MarlowickSceneView"),
-      accessible(GTK_WIDGET(gobj()), gate, scene),
-      gate_(gate),
-      scene_(scene) {
-  add_events(Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::POINTER_MOTION_MASK);
-  set_has_tooltip();
-  signal_query_tooltip().connect([this](int x, int y, bool, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
-    return ShowToolTip(x, y, tooltip);
+    : widget_(MakeLayout()), accessible(widget_.get(), gate, scene), gate_(gate), scene_(scene) {
+  gtk_widget_set_hexpand(Widget(), TRUE);
+  gtk_widget_set_vexpand(Widget(), TRUE);
+  WirePainting();
+  WireMouse();
+  WireDrops();
+}
+
+void SceneView::WirePainting() {
+  callbacks_.On<void(GtkWidget*)>(Widget(), "realize", [this](auto*) { OnRealize(); });
+  callbacks_.On<void(GtkWidget*)>(Widget(), "unrealize",
+                                  [this](auto*) { callbacks_.Off(gtk_widget_get_frame_clock(Widget())); });
+  callbacks_.On<gboolean(GtkWidget*, cairo_t*)>(Widget(), "draw", [this](auto*, cairo_t* cairo) {
+    Paint(cairo);
+    return FALSE;  // the widgets follow
   });
-  set_hexpand();
-  set_vexpand();
-  std::vector<Gtk::TargetEntry> none;
-  drag_dest_set(none, static_cast<Gtk::DestDefaults>(0), Gdk::ACTION_COPY | Gdk::ACTION_LINK);
-  drag_dest_add_text_targets();
 }
 
-SceneView::~SceneView() = default;
-
-void SceneView::on_realize() {
-  Gtk::Layout::on_realize();
-  GdkFrameClock* clock = gtk_widget_get_frame_clock(GTK_WIDGET(gobj()));
-  const auto update = +[](GdkFrameClock*, gpointer self) {
-    auto* view = static_cast<SceneView*>(self);
-    if (!view->dirty_) return;
-    if (view->BeforeFrame) view->BeforeFrame();
-    for (const PixelRect& rect : view->Compose())
-      view->queue_draw_area(rect.Left, rect.Top, rect.Width, rect.Height);
-  };
-  update_ = g_signal_connect(clock, "update", G_CALLBACK(update), this);
+void SceneView::WireMouse() {
+  using Handled = gboolean(GtkWidget*, GdkEvent*);
+  gtk_widget_add_events(Widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK);
+  callbacks_.On<Handled>(Widget(), "button-press-event", [this](auto*, GdkEvent* event) -> gboolean {
+    if (!IsOwn(event)) return FALSE;
+    OnPress(event->button);
+    return TRUE;
+  });
+  callbacks_.On<Handled>(Widget(), "button-release-event", [this](auto*, GdkEvent* event) -> gboolean {
+    if (!IsOwn(event)) return FALSE;
+    OnRelease(event->button);
+    return TRUE;
+  });
+  callbacks_.On<Handled>(Widget(), "motion-notify-event", [this](auto*, GdkEvent* event) -> gboolean {
+    if (!IsOwn(event)) return FALSE;
+    OnMove(event->motion);
+    return TRUE;
+  });
+  gtk_widget_set_has_tooltip(Widget(), TRUE);
+  callbacks_.On<gboolean(GtkWidget*, int, int, gboolean, GtkTooltip*)>(
+      Widget(), "query-tooltip",
+      [this](auto*, int x, int y, gboolean, GtkTooltip* tooltip) { return ShowToolTip(x, y, tooltip); });
 }
 
-void SceneView::on_unrealize() {
-  g_signal_handler_disconnect(gtk_widget_get_frame_clock(GTK_WIDGET(gobj())), update_);
-  Gtk::Layout::on_unrealize();
+void SceneView::WireDrops() {
+  gtk_drag_dest_set(Widget(), static_cast<GtkDestDefaults>(0), nullptr, 0,
+                    static_cast<GdkDragAction>(GDK_ACTION_COPY | GDK_ACTION_LINK));
+  gtk_drag_dest_add_text_targets(Widget());
+  using Moved = gboolean(GtkWidget*, GdkDragContext*, int, int, guint);
+  callbacks_.On<Moved>(
+      Widget(), "drag-motion", [this](auto*, GdkDragContext* context, int x, int y, guint time) {
+        const bool takes = TakesDrop(context, x, y);
+        const auto none = static_cast<GdkDragAction>(0);
+        gdk_drag_status(context, takes ? gdk_drag_context_get_suggested_action(context) : none, time);
+        return takes;
+      });
+  callbacks_.On<Moved>(Widget(), "drag-drop",
+                       [this](auto*, GdkDragContext* context, int, int, guint time) -> gboolean {
+                         GdkAtom target = gtk_drag_dest_find_target(Widget(), context, nullptr);
+                         if (target == GDK_NONE) return FALSE;
+                         gtk_drag_get_data(Widget(), context, target, time);
+                         return TRUE;
+                       });
+  callbacks_.On<void(GtkWidget*, GdkDragContext*, int, int, GtkSelectionData*, guint, guint)>(
+      Widget(), "drag-data-received",
+      [this](auto*, GdkDragContext* context, int x, int y, GtkSelectionData* data, guint, guint time) {
+        const std::string text = TakeText(reinterpret_cast<char*>(gtk_selection_data_get_text(data)));
+        if (!text.empty()) OnDrop(text, x, y);
+        gtk_drag_finish(context, !text.empty(), FALSE, time);
+      });
+}
+
+void SceneView::OnRealize() {
+  callbacks_.On<void(GdkFrameClock*)>(gtk_widget_get_frame_clock(Widget()), "update",
+                                      [this](auto*) { OnFrame(); });
+}
+
+void SceneView::OnFrame() {
+  if (!dirty_) return;
+  if (BeforeFrame) BeforeFrame();
+  for (const PixelRect& rect : Compose())
+    gtk_widget_queue_draw_area(Widget(), rect.Left, rect.Top, rect.Width, rect.Height);
 }
 
 void SceneView::Invalidate() {
   if (dirty_) return;
   dirty_ = true;
-  if (get_realized())
-    gdk_frame_clock_request_phase(gtk_widget_get_frame_clock(GTK_WIDGET(gobj())),
-                                  GDK_FRAME_CLOCK_PHASE_UPDATE);
+  if (gtk_widget_get_realized(Widget()))
+    gdk_frame_clock_request_phase(gtk_widget_get_frame_clock(Widget()), GDK_FRAME_CLOCK_PHASE_UPDATE);
 }
 
 void SceneView::Repaint() {
-  if (!get_mapped()) return;
+  if (!gtk_widget_get_mapped(Widget())) return;
   const auto damage = Compose();
   if (damage.empty()) return;
   // By way of the toplevel window, which is the one that reaches the screen; the view fills it.
-  GtkWidget* frame = gtk_widget_get_toplevel(GTK_WIDGET(gobj()));
+  GtkWidget* frame = gtk_widget_get_toplevel(Widget());
   GdkWindow* window = gtk_widget_get_window(frame);
   cairo_region_t* region = cairo_region_create();
   for (const PixelRect& rect : damage) {
@@ -131,7 +178,7 @@ std::vector<PixelRect> SceneView::Compose() {
   accessible.Update();
   DisplayList wanted = scene_.Describe();
   const PixelRect bounds = scene_.PixelBounds();
-  const int scale = get_scale_factor();
+  const int scale = gtk_widget_get_scale_factor(Widget());
   std::vector<PixelRect> damage;
   if (bounds.Width != width_ || bounds.Height != height_ || scale != scale_) {
     width_ = bounds.Width;
@@ -144,8 +191,7 @@ std::vector<PixelRect> SceneView::Compose() {
     damage = Damage(shown_, wanted);
   }
   if (damage.empty()) return damage;
-  scene_.OwnDesktop().Draws().Compose({pixels_.data(), width_ * scale_, height_ * scale_, scale_}, wanted,
-                                      damage);
+  scene_.Draws().Compose({pixels_.data(), width_ * scale_, height_ * scale_, scale_}, wanted, damage);
   PlaceWidgets(wanted);
   shown_ = std::move(wanted);
   return damage;
@@ -162,31 +208,29 @@ void SceneView::PlaceWidgets(const DisplayList& list) {
                                     [&item](const PixelRect& cover) { return cover.Contains(item->Clip); });
     if (!hidden) covers.push_back(item->Clip);
     if (!gtk_widget_get_parent(widget)) {
-      gtk_layout_put(gobj(), widget, item->Bounds.Left, item->Bounds.Top);
+      gtk_layout_put(Layout(), widget, item->Bounds.Left, item->Bounds.Top);
       gtk_widget_show(widget);
     }
     if (!hidden) {
-      gtk_layout_move(gobj(), widget, item->Bounds.Left, item->Bounds.Top);
+      gtk_layout_move(Layout(), widget, item->Bounds.Left, item->Bounds.Top);
       gtk_widget_set_size_request(widget, item->Bounds.Width, item->Bounds.Height);
     }
     gtk_widget_set_child_visible(widget, !hidden);
   }
 }
 
-bool SceneView::on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) {
-  if (!gtk_cairo_should_draw_window(cairo->cobj(), gtk_layout_get_bin_window(gobj())))
-    return Gtk::Layout::on_draw(cairo);
+void SceneView::Paint(cairo_t* cairo) {
+  if (!gtk_cairo_should_draw_window(cairo, Inner())) return;
   // What has changed since the last frame waits for the next one, where all of it is painted.
   if (pixels_.empty()) Compose();
   cairo_surface_t* surface = cairo_image_surface_create_for_data(
       reinterpret_cast<unsigned char*>(pixels_.data()), CAIRO_FORMAT_RGB24, width_ * scale_, height_ * scale_,
       width_ * scale_ * 4);
   cairo_surface_set_device_scale(surface, scale_, scale_);
-  cairo_set_source_surface(cairo->cobj(), surface, 0, 0);
-  cairo_pattern_set_filter(cairo_get_source(cairo->cobj()), CAIRO_FILTER_NEAREST);
-  cairo->paint();
+  cairo_set_source_surface(cairo, surface, 0, 0);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  cairo_paint(cairo);
   cairo_surface_destroy(surface);
-  return Gtk::Layout::on_draw(cairo);
 }
 
 SceneView::Point SceneView::At(double x, double y, double root_x, double root_y) const {
@@ -194,69 +238,58 @@ SceneView::Point SceneView::At(double x, double y, double root_x, double root_y)
   return {root_x * TwipsPerPixel - scene_.Left, root_y * TwipsPerPixel - scene_.Top};
 }
 
-bool SceneView::on_button_press_event(GdkEventButton* event) {
-  if (event->type == GDK_3BUTTON_PRESS || event->button > 3) return true;
-  const bool second = event->type == GDK_2BUTTON_PRESS;
+bool SceneView::IsOwn(const GdkEvent* event) const { return event->any.window == Inner(); }
+
+void SceneView::OnPress(const GdkEventButton& event) {
+  if (event.type == GDK_3BUTTON_PRESS || event.button > 3) return;
+  const bool second = event.type == GDK_2BUTTON_PRESS;
   gate_.Run([&] {
     // GDK tells the second press of a double click twice: as a press, and as a double click.
-    const Point at{event->x * TwipsPerPixel, event->y * TwipsPerPixel};
+    const Point at{event.x * TwipsPerPixel, event.y * TwipsPerPixel};
     if (second && !scene_.At(at.X, at.Y).DblClick) return;
-    scene_.MousePressed(MouseButton(event->button), ShiftKeys(event->state), at.X, at.Y, second);
+    scene_.MousePressed(Input::Button(event.button), Input::Shift(event.state), at.X, at.Y, second);
   });
-  return true;
 }
 
-bool SceneView::on_button_release_event(GdkEventButton* event) {
-  if (event->button > 3) return true;
+void SceneView::OnRelease(const GdkEventButton& event) {
+  if (event.button > 3) return;
   gate_.Run([&] {
-    const Point at = At(event->x, event->y, event->x_root, event->y_root);
-    scene_.MouseReleased(MouseButton(event->button), ShiftKeys(event->state), at.X, at.Y);
+    const Point at = At(event.x, event.y, event.x_root, event.y_root);
+    scene_.MouseReleased(Input::Button(event.button), Input::Shift(event.state), at.X, at.Y);
   });
-  return true;
 }
 
-bool SceneView::on_motion_notify_event(GdkEventMotion* event) {
+void SceneView::OnMove(const GdkEventMotion& event) {
   gate_.Run([&] {
-    const Point at = At(event->x, event->y, event->x_root, event->y_root);
+    const Point at = At(event.x, event.y, event.x_root, event.y_root);
     if (!scene_.Captures()) ShowPointer(scene_.At(at.X, at.Y));
-    scene_.MouseMoved(HeldButtons(event->state), ShiftKeys(event->state), at.X, at.Y);
+    scene_.MouseMoved(Input::Held(event.state), Input::Shift(event.state), at.X, at.Y);
   });
-  return true;
 }
 
 void SceneView::ShowPointer(const Control& control) {
   if (control.MousePointer == pointer_) return;
   pointer_ = control.MousePointer;
-  get_bin_window()->set_cursor(Gdk::Cursor::create(get_display(), PointerName(pointer_)));
+  const Owned<GdkCursor> cursor(
+      gdk_cursor_new_from_name(gtk_widget_get_display(Widget()), PointerName(pointer_)));
+  gdk_window_set_cursor(Inner(), cursor.get());
 }
 
-bool SceneView::ShowToolTip(int x, int y, const Glib::RefPtr<Gtk::Tooltip>& tooltip) {
+bool SceneView::ShowToolTip(int x, int y, GtkTooltip* tooltip) {
   const Control& control = scene_.At(x * TwipsPerPixel, y * TwipsPerPixel);
   if (control.ToolTipText->empty()) return false;
   const PixelRect bounds = control.PixelBounds();
-  tooltip->set_text(Text::Left(Text::Valid(control.ToolTipText()), 500));
-  tooltip->set_tip_area({bounds.Left, bounds.Top, bounds.Width, bounds.Height});
+  const GdkRectangle area{bounds.Left, bounds.Top, bounds.Width, bounds.Height};
+  gtk_tooltip_set_text(tooltip, Text::Left(Text::Valid(control.ToolTipText()), LongestToolTip).c_str());
+  gtk_tooltip_set_tip_area(tooltip, &area);
   return true;
 }
 
-bool SceneView::on_drag_motion(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y, guint time) {
-  const bool takes = static_cast<bool>(scene_.At(x * TwipsPerPixel, y * TwipsPerPixel).OLEDragDrop) &&
-                     drag_dest_find_target(context) != "NONE" && !drag_dest_find_target(context).empty();
-  context->drag_status(takes ? context->get_suggested_action() : static_cast<Gdk::DragAction>(0), time);
-  return takes;
+bool SceneView::TakesDrop(GdkDragContext* context, int x, int y) {
+  return scene_.At(x * TwipsPerPixel, y * TwipsPerPixel).OLEDragDrop &&
+         gtk_drag_dest_find_target(Widget(), context, nullptr) != GDK_NONE;
 }
 
-bool SceneView::on_drag_drop(const Glib::RefPtr<Gdk::DragContext>& context, int, int, guint time) {
-  const Glib::ustring target = drag_dest_find_target(context);
-  if (target.empty() || target == "NONE") return false;
-  drag_get_data(context, target, time);
-  return true;
-}
-
-void SceneView::on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
-                                      const Gtk::SelectionData& data, guint, guint time) {
-  const std::string text = data.get_text();
-  if (!text.empty())
-    gate_.Run([&] { scene_.Dropped(DroppedText(text), x * TwipsPerPixel, y * TwipsPerPixel); });
-  context->drag_finish(!text.empty(), false, time);
+void SceneView::OnDrop(const std::string& text, int x, int y) {
+  gate_.Run([&] { scene_.Dropped(DroppedText(text), x * TwipsPerPixel, y * TwipsPerPixel); });
 }

@@ -1,10 +1,14 @@
 #pragma once
 
-#include <gtkmm/layout.h>
+#include <gtk/gtk.h>
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
+#include "gtk/base/Callbacks.h"
+#include "gtk/base/GObjects.h"
 #include "gtk/window/Accessible.h"
 #include "platform/Events.h"
 #include "platform/scene/DisplayList.h"
@@ -12,10 +16,12 @@
 
 // Shows a window's scene: keeps its composed bitmap, paints anew what has changed once a frame, sets the real
 // widgets over their places, and feeds the mouse in.
-class SceneView : public Gtk::Layout {
+class SceneView {
  public:
   SceneView(Events& gate, Window& scene);
-  ~SceneView() override;
+  SceneView(const SceneView&) = delete;
+
+  GtkWidget* Widget() const { return widget_.get(); }
 
   // Something may look different: compares at the next frame.
   void Invalidate();
@@ -25,22 +31,28 @@ class SceneView : public Gtk::Layout {
   // Runs in a frame before anything is compared.
   std::function<void()> BeforeFrame;
 
+ private:
+  const Owned<GtkWidget> widget_;
+
+ public:
   // What screen readers know of the scene.
   Accessible accessible;
 
- protected:
-  bool on_draw(const Cairo::RefPtr<Cairo::Context>& cairo) override;
-  void on_realize() override;
-  void on_unrealize() override;
-  bool on_button_press_event(GdkEventButton* event) override;
-  bool on_button_release_event(GdkEventButton* event) override;
-  bool on_motion_notify_event(GdkEventMotion* event) override;
-  bool on_drag_motion(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y, guint time) override;
-  bool on_drag_drop(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y, guint time) override;
-  void on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
-                             const Gtk::SelectionData& data, guint info, guint time) override;
-
  private:
+  void WirePainting();
+  void WireMouse();
+  void WireDrops();
+  void OnRealize();
+  void OnFrame();
+  void Paint(cairo_t* cairo);
+  // The view's own: what its widgets leave of the events over them has another origin.
+  bool IsOwn(const GdkEvent* event) const;
+  void OnPress(const GdkEventButton& event);
+  void OnRelease(const GdkEventButton& event);
+  void OnMove(const GdkEventMotion& event);
+  bool TakesDrop(GdkDragContext* context, int x, int y);
+  void OnDrop(const std::string& text, int x, int y);
+
   // Where the mouse is on the scene, in twips. While the scene captures the mouse this goes by the window's
   // own position, which runs ahead of the one that the window system has carried out.
   struct Point {
@@ -51,7 +63,9 @@ class SceneView : public Gtk::Layout {
   std::vector<PixelRect> Compose();
   void PlaceWidgets(const DisplayList& list);
   void ShowPointer(const Control& control);
-  bool ShowToolTip(int x, int y, const Glib::RefPtr<Gtk::Tooltip>& tooltip);
+  bool ShowToolTip(int x, int y, GtkTooltip* tooltip);
+  GtkLayout* Layout() const { return GTK_LAYOUT(widget_.get()); }
+  GdkWindow* Inner() const { return gtk_layout_get_bin_window(Layout()); }
 
   Events& gate_;
   Window& scene_;
@@ -59,6 +73,6 @@ class SceneView : public Gtk::Layout {
   std::vector<uint32_t> pixels_;
   int width_ = 0, height_ = 0, scale_ = 0;  // of the bitmap: logical pixels, and device pixels to one of them
   bool dirty_ = true;
-  gulong update_ = 0;  // the frame clock's signal
   Pointer pointer_ = Pointer::Default;
+  Callbacks callbacks_;
 };

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Desktop.h"
 #include "platform/Failure.h"
 #include "platform/scene/Drawing.h"
-#include "platform/scene/Window.h"
 
 namespace {
 
@@ -56,7 +54,7 @@ void Control::ZOrder(int position) {
 void Control::Detach() {
   if (!parent_) return;
   Control::Changed(Aspect::Look);
-  if (Window* window = Root()) window->Forget(*this);
+  if (SceneRoot* root = Root()) root->Forget(*this);
   std::erase(parent_->children_, this);
   parent_ = nullptr;
 }
@@ -67,18 +65,19 @@ void Control::PressByName() {
 }
 
 void Control::ReleaseChildren() {
+  SceneRoot* root = Root();
   for (Control* child : children_) {
-    if (Window* window = Root()) window->Forget(*child);
+    if (root) root->Forget(*child);
     child->parent_ = nullptr;
   }
   children_.clear();
   Changed(Aspect::Look);
 }
 
-Window* Control::Root() {
+SceneRoot* Control::Root() {
   Control* top = this;
   while (top->parent_) top = top->parent_;
-  return top->AsWindow();
+  return top->AsRoot();
 }
 
 Twips Control::RootLeft() const { return parent_ ? parent_->RootLeft() + Left : 0; }
@@ -100,9 +99,9 @@ void Control::Changed(Aspect aspect) {
 void Control::Describe(DrawItem&) {}
 
 Drawing& Control::Draws() {
-  Window* window = Root();
-  if (!window) throw Failure("A control outside a window can't draw");
-  return window->OwnDesktop().Draws();
+  SceneRoot* root = Root();
+  if (!root) throw Failure("A control outside a window can't draw");
+  return root->Draws();
 }
 
 void Control::DescribeAll(DisplayList& list, Twips left, Twips top, const PixelRect& clip) {

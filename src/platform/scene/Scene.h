@@ -11,6 +11,7 @@
 #include "platform/scene/Bitmap.h"
 #include "platform/scene/Colour.h"
 #include "platform/scene/DisplayList.h"
+#include "platform/scene/Root.h"
 
 // The scene that the program's own chrome is made of: windows, surfaces, labels and stores in a tree.
 //
@@ -44,9 +45,6 @@ class DataObject {
   // Fails where the format isn't there.
   virtual std::string GetData(int format) const = 0;
 };
-
-class Drawing;
-class Window;
 
 enum class Aspect { Place, Size, Look, Text, State };
 
@@ -93,7 +91,7 @@ class Control {
 
   Control* Parent() const { return parent_; }
   const std::vector<Control*>& Children() const { return children_; }  // from back to front
-  Window* Root();
+  SceneRoot* Root();
 
   // On the window, in twips and in pixels.
   Twips RootLeft() const;
@@ -109,15 +107,14 @@ class Control {
   friend class Window;
   // False: the mouse finds what lies behind.
   virtual bool TakesMouse() const { return true; }
-  // A window is the root of its tree.
-  virtual Window* AsWindow() { return nullptr; }
+  // Itself, where it is the root of its tree.
+  virtual SceneRoot* AsRoot() { return nullptr; }
   // Fills in what this kind of control shows. `item` comes with the control's identity, bounds and clip.
   virtual void Describe(DrawItem& item);
   Drawing& Draws();
-
- private:
   void DescribeAll(DisplayList& list, Twips left, Twips top, const PixelRect& clip);
 
+ private:
   Control* parent_;
   std::vector<Control*> children_;
   std::shared_ptr<Control> alive_{this, [](Control*) {}};

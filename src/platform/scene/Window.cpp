@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/Desktop.h"
-
-Window::Window(Desktop& desktop, Kind kind, const Place& place, const std::string& caption)
+Window::Window(WindowSystem& system, Kind kind, const Place& place, const std::string& caption)
     : Surface(nullptr, place),
       Caption(this, Aspect::Text, caption),
       WindowState(this, Aspect::State, Normal),
-      desktop_(desktop),
+      system_(system),
       kind_(kind) {
   Visible = false;
-  host_ = desktop.MakeHost(*this);
+  host_ = system.MakeHost(*this);
 }
 
 Window::~Window() { host_.reset(); }

@@ -27,10 +27,18 @@ class WindowHost {
   virtual void Repaint() = 0;     // now
 };
 
-class Desktop;
+class Window;
+
+// What windows are made with.
+class WindowSystem {
+ public:
+  virtual ~WindowSystem() = default;
+  virtual Drawing& Draws() = 0;
+  virtual std::unique_ptr<WindowHost> MakeHost(Window& window) = 0;
+};
 
 // A top-level window: the root of a scene. Left and Top are on the screen, in twips.
-class Window : public Surface {
+class Window : public Surface, public SceneRoot {
  public:
   enum class Kind {
     Main,    // no system frame, one task bar entry
@@ -40,7 +48,7 @@ class Window : public Surface {
   };
   static constexpr int Normal = 0, Minimised = 1, Maximised = 2;
 
-  Window(Desktop& desktop, Kind kind, const Place& place, const std::string& caption);
+  Window(WindowSystem& system, Kind kind, const Place& place, const std::string& caption);
   ~Window() override;
 
   Property<std::string> Caption;
@@ -51,7 +59,8 @@ class Window : public Surface {
   std::function<void()> Activate, Deactivate, GotFocus, LostFocus;
   // The mouse's wheel over the window, by so many notches; down counts up.
   std::function<void(int notches)> MouseWheel;
-  // A key, before the window's widgets see it. True: it was used, and they don't get it.
+  // A key, before the window's widgets see it. True: it was used, and they don't get it. While popup windows
+  // are open they hear of it first, from the newest on, and then the main window; its widgets don't.
   std::function<bool(const KeyPress&)> KeyDown;
   // The user or the desktop wants the window closed.
   std::function<void()> QueryUnload;
@@ -64,7 +73,6 @@ class Window : public Surface {
   void Refresh();
 
   Kind WindowKind() const { return kind_; }
-  Desktop& OwnDesktop() { return desktop_; }
 
   // The window's picture at this moment.
   DisplayList Describe();
@@ -82,15 +90,15 @@ class Window : public Surface {
   void Sized(Twips width, Twips height);
 
   void Changed(Aspect aspect) override;
-  // A control leaves the tree.
-  void Forget(const Control& control);
+  void Forget(const Control& control) override;
+  Drawing& Draws() override { return system_.Draws(); }
 
  protected:
   using Surface::Describe;
-  Window* AsWindow() override { return this; }
+  SceneRoot* AsRoot() override { return this; }
 
  private:
-  Desktop& desktop_;
+  WindowSystem& system_;
   Kind kind_;
   std::unique_ptr<WindowHost> host_;
   Control* captured_ = nullptr;

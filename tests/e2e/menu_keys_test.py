@@ -1,0 +1,50 @@
+"""The keyboard while menus are open."""
+
+from harness import ProgramTest, main, wait_for
+
+FORM = """<title>Form</title><body style='margin:0;background:green'>
+<form action='/sent'><input name=q autofocus style='width:600px'><input type=submit></form>
+<script>addEventListener('keydown', event => { new Image().src = '/key?' + event.key })</script>"""
+
+
+class MenuKeys(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.page("/sent", "<title>Sent</title>")
+        self.program = self.start(self.page("/", FORM))
+        self.program.wait_title("Form")
+        self.program.click(350, 300)
+        self.program.click(100, 115)  # into the form's field
+        self.program.key("a")
+        wait_for(lambda: "/key?a" in self.server.requests, "a key on the page")
+
+    def gone(self, how):
+        wait_for(lambda: self.program.menu() is None, f"no menu after {how}", 5)
+
+    def keys(self):
+        return [path for path in self.server.requests if path.startswith("/key?")]
+
+    def test_no_key_gets_past_an_open_menu(self):
+        before = self.keys()
+        self.program.open_menu("File")
+        self.program.key("b", "Return", "Tab", "Down")
+        self.assertIsNotNone(self.program.menu())
+        self.program.key("Escape")
+        self.gone("Escape")
+        self.program.key("c")
+        wait_for(lambda: "/key?c" in self.server.requests, "the page's keyboard again")
+        self.assertEqual(self.keys(), [*before, "/key?c"])
+        self.assertEqual(self.program.title, "Form", "nothing was sent")
+        self.program.key("Return")
+        self.program.wait_title("Sent")
+
+    def test_a_shortcut_ends_the_menu_and_acts(self):
+        self.program.open_menu("Edit")
+        before = self.server.requests.count("/")
+        self.program.key("F5")
+        self.gone("a shortcut")
+        wait_for(lambda: self.server.requests.count("/") > before, "the page anew")
+
+
+if __name__ == "__main__":
+    main()
