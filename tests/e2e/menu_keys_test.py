@@ -1,6 +1,8 @@
-"""The keyboard while menus are open."""
+"""The keyboard while menus are open, with and without a window manager."""
 
-from harness import ProgramTest, main, wait_for
+import os
+
+from harness import LABELS, ProgramTest, main, run, wait_for
 
 FORM = """<title>Form</title><body style='margin:0;background:green'>
 <form action='/sent'><input name=q autofocus style='width:600px'><input type=submit></form>
@@ -44,6 +46,35 @@ class MenuKeys(ProgramTest):
         self.program.key("F5")
         self.gone("a shortcut")
         wait_for(lambda: self.server.requests.count("/") > before, "the page anew")
+
+    def test_a_fatal_message_of_a_row_lies_under_nothing_and_has_the_mouse(self):
+        with open(os.path.join(self.program.home, "launch.dat"), "w", newline="") as file:
+            file.write("Nothing there\r\n/no/such/program\r\n")
+        self.program.choose("Launch", 1, 1)
+        self.program.press("Information", "OK")
+        self.assertEqual(self.program.process.wait(15), 1)
+
+
+class NoWindowManager(ProgramTest):
+    def test_a_menu_stays_open_without_one(self):
+        program = self.start(self.page("/", FORM))
+        program.wait_title("Form")
+        manager = next(one for one in self.screen.processes if one.args == ["openbox"])
+        manager.terminate()
+        manager.wait(10)
+        left, top, _, height = program.open_menu("File")
+        for y in range(10, height, 10):
+            run("xdotool", "mousemove", str(left + 40), str(top + y))
+            self.assertIsNotNone(program.menu())
+        program.move(*LABELS["View"])
+        program.move(LABELS["View"][0] + 1, LABELS["View"][1])
+        wait_for(lambda: (program.menu() or (left,))[0] > left, "the neighbour's menu", 5)
+        program.key("a", "Escape")
+        wait_for(lambda: program.menu() is None, "no menu after Escape", 5)
+        self.assertNotIn("/key?a", self.server.requests)
+        program.open_menu("File")
+        program.click(350, 300)
+        wait_for(lambda: program.menu() is None, "no menu after a press elsewhere", 5)
 
 
 if __name__ == "__main__":

@@ -151,6 +151,9 @@ class FakeDesktop : public Desktop {
   long time_ = 0;
 };
 
+// The window that a control stands on.
+inline Window& WindowOf(Control& control) { return dynamic_cast<Window&>(*control.Root()); }
+
 // A folder that is gone with the test.
 class TemporaryFolder {
  public:

@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <type_traits>
@@ -95,3 +96,17 @@ class Callbacks {
   std::shared_ptr<State> state_;
   std::vector<std::unique_ptr<Connection>> connections_;
 };
+
+// The way in for the virtual functions of a class of ours, which have no owner to answer for them: one that
+// fails is logged and answers with nothing.
+template <class Function>
+auto Guarded(Function function) noexcept -> decltype(function()) {
+  try {
+    return function();
+  } catch (const std::exception& failure) {
+    g_critical("A failure that nobody took: %s", failure.what());
+  } catch (...) {
+    g_critical("A failure of an unknown kind that nobody took");
+  }
+  return decltype(function())();
+}

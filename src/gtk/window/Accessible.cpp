@@ -73,35 +73,41 @@ AtkObject* ControlParent(AtkObject* object) {
 }
 
 int ControlIndex(AtkObject* object) {
-  const Accessible* owner = AsControl(object)->Owner;
-  return owner ? owner->IndexOf(object) : -1;
+  return Guarded([&] {
+    const Accessible* owner = AsControl(object)->Owner;
+    return owner ? owner->IndexOf(object) : -1;
+  });
 }
 
 AtkStateSet* ControlStates(AtkObject* object) {
-  const auto& [base, owner, shown] = *AsControl(object);
-  AtkStateSet* states = atk_state_set_new();
-  const auto add = [states](AtkStateType state, bool holds) {
-    if (holds) atk_state_set_add_state(states, state);
-  };
-  add(ATK_STATE_DEFUNCT, !owner);
-  if (!owner) return states;
-  add(ATK_STATE_VISIBLE, true);
-  add(ATK_STATE_SHOWING, shown->InSight && owner->Mapped());
-  add(ATK_STATE_ENABLED, true);
-  add(ATK_STATE_SENSITIVE, true);
-  add(ATK_STATE_SELECTABLE, shown->Kind == Role::Tab);
-  add(ATK_STATE_SELECTED, shown->Kind == Role::Tab && shown->Selected);
-  return states;
+  return Guarded([&] {
+    const auto& [base, owner, shown] = *AsControl(object);
+    AtkStateSet* states = atk_state_set_new();
+    const auto add = [states](AtkStateType state, bool holds) {
+      if (holds) atk_state_set_add_state(states, state);
+    };
+    add(ATK_STATE_DEFUNCT, !owner);
+    if (!owner) return states;
+    add(ATK_STATE_VISIBLE, true);
+    add(ATK_STATE_SHOWING, shown->InSight && owner->Mapped());
+    add(ATK_STATE_ENABLED, true);
+    add(ATK_STATE_SENSITIVE, true);
+    add(ATK_STATE_SELECTABLE, shown->Kind == Role::Tab);
+    add(ATK_STATE_SELECTED, shown->Kind == Role::Tab && shown->Selected);
+    return states;
+  });
 }
 
 void ControlExtents(AtkComponent* object, int* x, int* y, int* width, int* height, AtkCoordType type) {
-  const auto& [base, owner, shown] = *AsControl(object);
-  int left = -1, top = -1;
-  const bool known = owner && owner->Origin(type, left, top);
-  *x = known ? left + shown->Bounds.Left : -1;
-  *y = known ? top + shown->Bounds.Top : -1;
-  *width = known ? shown->Bounds.Width : -1;
-  *height = known ? shown->Bounds.Height : -1;
+  return Guarded([&] {
+    const auto& [base, owner, shown] = *AsControl(object);
+    int left = -1, top = -1;
+    const bool known = owner && owner->Origin(type, left, top);
+    *x = known ? left + shown->Bounds.Left : -1;
+    *y = known ? top + shown->Bounds.Top : -1;
+    *width = known ? shown->Bounds.Width : -1;
+    *height = known ? shown->Bounds.Height : -1;
+  });
 }
 
 int ControlActions(AtkAction* object) {
@@ -112,15 +118,10 @@ const char* ControlActionName(AtkAction*, int index) { return index == 0 ? "pres
 
 gboolean ControlPress(AtkAction* object, int index) {
   if (index != 0 || !ControlActions(object)) return FALSE;
-  // Not within the call that asks for it: a press may open a dialog or end the program, and the caller waits.
-  const auto press = +[](gpointer pressed) -> gboolean {
-    // By copy: the press may end the owner.
-    const Accessible::Seen shown = *AsControl(pressed)->Shown;
-    if (Accessible* owner = AsControl(pressed)->Owner) owner->Press(shown);
-    return G_SOURCE_REMOVE;
-  };
-  g_idle_add_full(G_PRIORITY_DEFAULT, press, g_object_ref(object), g_object_unref);
-  return TRUE;
+  return Guarded([&] {
+    AsControl(object)->Owner->PressLater(*AsControl(object)->Shown);
+    return TRUE;
+  });
 }
 
 void InitComponent(AtkComponentIface* component) { component->get_extents = ControlExtents; }
@@ -193,32 +194,40 @@ G_DEFINE_TYPE(ViewObject, view_object, GTK_TYPE_CONTAINER_ACCESSIBLE)
 void view_object_init(ViewObject*) {}
 
 void ViewInitialize(AtkObject* object, gpointer widget) {
-  ATK_OBJECT_CLASS(view_object_parent_class)->initialize(object, widget);
-  auto* owner = static_cast<Accessible*>(g_object_get_data(G_OBJECT(widget), OwnerKey));
-  AsView(object)->Owner = owner;
-  if (owner) owner->Attach(object);
+  return Guarded([&] {
+    ATK_OBJECT_CLASS(view_object_parent_class)->initialize(object, widget);
+    auto* owner = static_cast<Accessible*>(g_object_get_data(G_OBJECT(widget), OwnerKey));
+    AsView(object)->Owner = owner;
+    if (owner) owner->Attach(object);
+  });
 }
 
 int ViewCount(AtkObject* object) {
-  return DrawnCount(object) + ATK_OBJECT_CLASS(view_object_parent_class)->get_n_children(object);
+  return Guarded([&] {
+    return DrawnCount(object) + ATK_OBJECT_CLASS(view_object_parent_class)->get_n_children(object);
+  });
 }
 
 AtkObject* ViewChild(AtkObject* object, int index) {
-  const int drawn = DrawnCount(object);
-  if (index >= 0 && index < drawn) return ATK_OBJECT(g_object_ref(AsView(object)->Owner->Child(index)));
-  AtkObject* child = ATK_OBJECT_CLASS(view_object_parent_class)->ref_child(object, index - drawn);
-  // A widget's object that has been told its parent asks that for its index, instead of counting widgets.
-  if (child && !atk_object_peek_parent(child)) atk_object_set_parent(child, object);
-  return child;
+  return Guarded([&] {
+    const int drawn = DrawnCount(object);
+    if (index >= 0 && index < drawn) return ATK_OBJECT(g_object_ref(AsView(object)->Owner->Child(index)));
+    AtkObject* child = ATK_OBJECT_CLASS(view_object_parent_class)->ref_child(object, index - drawn);
+    // A widget's object that has been told its parent asks that for its index, instead of counting widgets.
+    if (child && !atk_object_peek_parent(child)) atk_object_set_parent(child, object);
+    return child;
+  });
 }
 
 int TellWidget(GtkContainer* container, GtkWidget* widget, gpointer view, const char* signal) {
-  GList* widgets = gtk_container_get_children(container);
-  const int index = g_list_index(widgets, widget);
-  g_list_free(widgets);
-  if (index >= 0)
-    g_signal_emit_by_name(view, signal, DrawnCount(view) + index, gtk_widget_get_accessible(widget));
-  return 1;
+  return Guarded([&] {
+    GList* widgets = gtk_container_get_children(container);
+    const int index = g_list_index(widgets, widget);
+    g_list_free(widgets);
+    if (index >= 0)
+      g_signal_emit_by_name(view, signal, DrawnCount(view) + index, gtk_widget_get_accessible(widget));
+    return 1;
+  });
 }
 
 int ViewWidgetAdded(GtkContainer* container, GtkWidget* widget, gpointer view) {
@@ -328,6 +337,11 @@ bool Accessible::Origin(AtkCoordType type, int& left, int& top) const {
   left -= frame_left;
   top -= frame_top;
   return true;
+}
+
+// Not within the call that asks for it: a press may open a dialog or end the program, and the caller waits.
+void Accessible::PressLater(const Seen& seen) {
+  callbacks_.Later([this, seen] { Press(seen); });
 }
 
 void Accessible::Press(const Seen& seen) {

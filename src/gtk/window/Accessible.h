@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "gtk/base/Callbacks.h"
 #include "platform/Events.h"
 #include "platform/scene/Window.h"
 
@@ -46,9 +47,10 @@ class Accessible {
   // The view's left top corner, in pixels of the screen, of the window or of the view itself. False before
   // there is a window.
   bool Origin(AtkCoordType type, int& left, int& top) const;
-  void Press(const Seen& seen);
+  void PressLater(const Seen& seen);
 
  private:
+  void Press(const Seen& seen);
   std::vector<Seen> Look() const;
   void Replace(const std::vector<Seen>& wanted);
   void Insert(size_t index, AtkObject* child);
@@ -59,4 +61,5 @@ class Accessible {
   Window& scene_;
   AtkObject* object_ = nullptr;  // none before somebody asks for it
   std::vector<AtkObject*> drawn_;
+  Callbacks callbacks_;
 };

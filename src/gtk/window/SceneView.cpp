@@ -276,6 +276,9 @@ void SceneView::ShowPointer(const Control& control) {
 }
 
 bool SceneView::ShowToolTip(int x, int y, GtkTooltip* tooltip) {
+  // A modal dialog keeps the mouse off the window, but not its tips.
+  GtkWidget* modal = gtk_grab_get_current();
+  if (modal && modal != Widget() && !gtk_widget_is_ancestor(Widget(), modal)) return false;
   const Control& control = scene_.At(x * TwipsPerPixel, y * TwipsPerPixel);
   if (control.ToolTipText->empty()) return false;
   const PixelRect bounds = control.PixelBounds();
