@@ -112,7 +112,7 @@ void MainHost::AdoptPlace() {
   int left = 0, top = 0, width = 0, height = 0;
   gtk_window_get_position(FrameWindow(), &left, &top);
   gtk_window_get_size(FrameWindow(), &width, &height);
-  if (left != Pixels(scene_.Left) || top != Pixels(scene_.Top)) {
+  if (left != ToPixels(scene_.Left) || top != ToPixels(scene_.Top)) {
     // Some window managers keep a window on the screen when it is moved and sized at once, but not when it is
     // moved alone.
     if (ask_again_) {
@@ -124,7 +124,7 @@ void MainHost::AdoptPlace() {
     }
     scene_.Placed(left * TwipsPerPixel, top * TwipsPerPixel);
   }
-  if (width == Pixels(scene_.Width) && height == Pixels(scene_.Height)) return;
+  if (width == ToPixels(scene_.Width) && height == ToPixels(scene_.Height)) return;
   gate_.Run([&] { scene_.Sized(width * TwipsPerPixel, height * TwipsPerPixel); });
 }
 

@@ -1,9 +1,6 @@
 #include "gtk/window/SceneHost.h"
 
 #include <algorithm>
-#include <cmath>
-
-int Pixels(Twips twips) { return static_cast<int>(std::floor(twips / TwipsPerPixel + 0.5)); }
 
 SceneHost::SceneHost(Events& gate, PopupGroup& popups, Window& scene, GtkWindowType type)
     : gate_(gate), popups_(popups), scene_(scene), frame_(gtk_window_new(type)), view_(gate, scene) {
@@ -36,12 +33,12 @@ void SceneHost::Resize() {
 }
 
 void SceneHost::ApplyPlace() {
-  const int width = std::max(1, Pixels(scene_.Width)), height = std::max(1, Pixels(scene_.Height));
+  const int width = std::max(1, ToPixels(scene_.Width)), height = std::max(1, ToPixels(scene_.Height));
   if (sized_) {
     // An unmapped window takes its first size from the default, later ones from a resize.
     gtk_window_set_default_size(FrameWindow(), width, height);
     gtk_window_resize(FrameWindow(), width, height);
   }
-  if (moved_) gtk_window_move(FrameWindow(), Pixels(scene_.Left), Pixels(scene_.Top));
+  if (moved_) gtk_window_move(FrameWindow(), ToPixels(scene_.Left), ToPixels(scene_.Top));
   moved_ = sized_ = false;
 }

@@ -8,9 +8,6 @@
 #include "gtk/window/SceneView.h"
 #include "platform/scene/Window.h"
 
-// The nearest whole pixel.
-int Pixels(Twips twips);
-
 // A window of the program's on the screen.
 class SceneHost : public WindowHost {
  public:
