@@ -10,7 +10,11 @@
 #include "dialogs/AddFavorite.h"
 #include "dialogs/ChooseFolder.h"
 #include "dialogs/OrganizeFav.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmOptions.h"
+#include "menus/frmAddLaunch.h"
 #include "menus/frmFavMenu.h"
+#include "menus/frmLaunch.h"
 #include "menus/frmMenu.h"
 #include "tabs/frmPopup.h"
 
@@ -32,7 +36,11 @@ Program::Program(Desktop& desktop)
       fav_menu(desktop.Gate, Maker<frmFavMenu>(*this)),
       fav_cascade(desktop.Gate, Maker<frmFavMenu>(*this)),
       add_favorite(desktop.Gate, Maker<AddFavorite>(*this)),
-      organize_fav(desktop.Gate, Maker<OrganizeFav>(*this)) {
+      organize_fav(desktop.Gate, Maker<OrganizeFav>(*this)),
+      launch(desktop.Gate, Maker<frmLaunch>(*this)),
+      add_launch(desktop.Gate, Maker<frmAddLaunch>(*this)),
+      options(desktop.Gate, Maker<frmOptions>(*this)),
+      about(desktop.Gate, Maker<frmAbout>(*this)) {
   desktop.SessionEnding = [this] { EndSession(); };
 }
 
@@ -61,4 +69,8 @@ void Program::JoinDialogs() {
   frmNewcookies(*this).Join();
   frmFilter(*this).Join();
   frmCleanup(*this).Join();
+  frmLaunch(*this).Join();
+  frmAddLaunch(*this).Join();
+  frmOptions(*this).Join();
+  frmAbout(*this).Join();
 }

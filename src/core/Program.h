@@ -19,6 +19,10 @@ class frmMenu;
 class frmFavMenu;
 class AddFavorite;
 class OrganizeFav;
+class frmLaunch;
+class frmAddLaunch;
+class frmOptions;
+class frmAbout;
 
 // The skin's colours as variables, with the values that the built-in skin has.
 struct Colours {
@@ -65,6 +69,10 @@ class Program {
   Instances<frmFavMenu> fav_cascade;  // those that opened from it
   Slot<AddFavorite> add_favorite;
   Slot<OrganizeFav> organize_fav;
+  Slot<frmLaunch> launch;
+  Slot<frmAddLaunch> add_launch;
+  Slot<frmOptions> options;
+  Slot<frmAbout> about;
 
  private:
   // Closes the program as the user does, without a question.

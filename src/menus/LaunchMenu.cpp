@@ -3,21 +3,29 @@
 #include "core/Program.h"
 #include "core/frmMain.h"
 
-std::string LaunchMenu::FillMenu() {
-  FileSlot& slot = main_.program.slot;
-  lstLaunchNames.clear();
-  lstLaunchRun.clear();
-  slot.Open(main_.program.AppPath + "\\launch.dat", FileSlot::Mode::Input);
+void ReadLaunchData(Program& program,
+                    const std::function<void(const std::string& name, const std::string& command)>& take) {
+  FileSlot& slot = program.slot;
+  slot.Open(program.AppPath + "\\launch.dat", FileSlot::Mode::Input);
   try {
     while (!slot.EndOfFile()) {
-      lstLaunchNames.push_back(slot.LineInput());
-      lstLaunchRun.push_back(slot.LineInput());
+      const std::string name = slot.LineInput();
+      take(name, slot.LineInput());
     }
   } catch (const Failure&) {
     slot.Abandon();
     throw;
   }
   slot.Close();
+}
+
+std::string LaunchMenu::FillMenu() {
+  lstLaunchNames.clear();
+  lstLaunchRun.clear();
+  ReadLaunchData(main_.program, [this](const std::string& name, const std::string& command) {
+    lstLaunchNames.push_back(name);
+    lstLaunchRun.push_back(command);
+  });
   std::string items = "Customise,-";
   for (const std::string& name : lstLaunchNames) items += "," + name;
   return items;

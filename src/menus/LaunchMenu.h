@@ -1,9 +1,16 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
+class Program;
 class frmMain;
+
+// Gives the entries of `launch.dat`, a pair of lines each, in the file's order. Fails for a missing file, and
+// for an odd number of lines once it has given the whole pairs.
+void ReadLaunchData(Program& program,
+                    const std::function<void(const std::string& name, const std::string& command)>& take);
 
 // The user's own programs, from `launch.dat`: two lines for each entry, its description and its command.
 class LaunchMenu {

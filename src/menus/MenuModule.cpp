@@ -8,6 +8,9 @@
 #include "core/Program.h"
 #include "core/frmDummy.h"
 #include "core/frmMain.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmOptions.h"
+#include "menus/frmLaunch.h"
 #include "menus/frmMenu.h"
 
 namespace {
@@ -50,6 +53,14 @@ void AskFocusedPage(frmMain& main, Action&& action) {
     B.SetFocus();
     action(B);
   });
+}
+
+// A dialog that isn't modal; one that stands already comes to the front.
+template <class Form>
+void Present(Slot<Form>& slot) {
+  Form& form = slot();
+  form.Show();
+  form.SetFocus();
 }
 
 struct Command {
@@ -165,7 +176,7 @@ void MenuModule::Launch(const std::string& Command) {
   if (line < 0 || line >= static_cast<int>(lstLaunchRun.size())) {
     Notice(main_, "The entry \"" + Command +
                       "\" has no command of its own. A comma in a description makes two " +
-                      "rows of it: take it out of " + OwnFile(main_, "launch.dat") + ".");
+                      "rows of it: remove it under \"Customise\", and add it without the comma.");
     return;
   }
   const std::string& run = lstLaunchRun[static_cast<size_t>(line)];
@@ -177,19 +188,14 @@ void MenuModule::Launch(const std::string& Command) {
   }
 }
 
-void MenuModule::ShowLaunchDialog() {
-  Notice(main_, "The window that edits the Launch menu isn't there yet. Until then edit the file " +
-                    OwnFile(main_, "launch.dat") +
-                    " by hand: two lines for each entry, first its description, then its command.");
-}
+void MenuModule::ShowLaunchDialog() { Present(main_.program.launch); }
 
 void MenuModule::ShowOptions() {
   main_.address.SaveComplete();
-  Notice(main_, "The options window isn't there yet. Until then edit the file " +
-                    OwnFile(main_, "browser.ini") + " by hand and start the program again.");
+  Present(main_.program.options);
 }
 
-void MenuModule::ShowAbout() { Notice(main_, "Marlowick\nVer 0.6a"); }
+void MenuModule::ShowAbout() { Present(main_.program.about); }
 
 void MenuModule::ShowCookies() {
   Skipping([this] { main_.cookies.manager().Show(); });

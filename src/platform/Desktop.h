@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Events.h"
+#include "platform/Registry.h"
 #include "platform/Timer.h"
 #include "platform/dialog/Dialog.h"
 #include "platform/favourites/Bookmarks.h"
@@ -23,6 +24,11 @@ struct Moment {
 
 struct ScreenRect {
   Twips Left = 0, Top = 0, Right = 0, Bottom = 0;
+};
+
+struct InstalledApplication {
+  std::string Name;
+  std::string Command;  // one that Shell can start as it stands
 };
 
 enum class Buttons { Ok, YesNo };
@@ -83,8 +89,17 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   virtual Bookmarks ReadBookmarks(const std::string& path) = 0;
   virtual std::string AddressInShortcut(const std::string& path) = 0;
 
-  // Starts a program with its arguments, as they stand, and doesn't wait. Fails where it can't be started.
+  // The desktop's list of installed applications; a cancel fails.
+  virtual InstalledApplication ChooseApplication(const std::string& title) = 0;
+
+  // Starts a program and doesn't wait: the one whose path the line is as it stands, or else a command with
+  // arguments. Fails where it can't be started.
   virtual void Shell(const std::string& command) = 0;
+
+  // What is known about the machine.
+  virtual const Registry& SystemRegistry() = 0;
+  // The program, the engine and the toolkit with their versions, on one line.
+  virtual std::string Versions() = 0;
 
   // The browser element's own settings, in a dialog that isn't modal.
   virtual void ShowInternetOptions() = 0;

@@ -130,6 +130,10 @@ void MakeFolder(const std::string& path) {
   if (::mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) Fail("Can't create the folder", folder, errno);
 }
 
+void RemoveFile(const std::string& host_path) {
+  if (::unlink(host_path.c_str()) != 0 && errno != ENOENT) Fail("Can't delete the file", host_path, errno);
+}
+
 std::string ReadWholeFile(const std::string& path) {
   const std::string host = HostPath(path);
   const int file = OpenForReading(host);

@@ -19,6 +19,9 @@ std::vector<std::string> FileNames(const std::string& path);
 // Creates one folder. Fails where that can't be done; a folder that exists is no failure.
 void MakeFolder(const std::string& path);
 
+// Removes a file, by the host's path as it is spelt. Fails where it is still there afterwards.
+void RemoveFile(const std::string& host_path);
+
 // The whole content of a file. Fails where it can't be read.
 std::string ReadWholeFile(const std::string& path);
 

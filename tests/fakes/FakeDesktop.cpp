@@ -227,6 +227,14 @@ Bookmarks FakeDesktop::ReadBookmarks(const std::string& path) { return ::ReadBoo
 
 std::string FakeDesktop::AddressInShortcut(const std::string& path) { return ::AddressInShortcut(path); }
 
+InstalledApplication FakeDesktop::ChooseApplication(const std::string& title) {
+  log.push_back("ChooseApplication " + title);
+  if (applications.empty()) throw Failure("Cancelled");
+  const InstalledApplication application = applications.front();
+  applications.pop_front();
+  return application;
+}
+
 void FakeDesktop::Shell(const std::string& command) {
   log.push_back("Shell " + command);
   if (!command.empty() && command == no_program)

@@ -119,7 +119,10 @@ class FakeDesktop : public Desktop {
   bool MoveToTrash(const std::string& path) override;
   Bookmarks ReadBookmarks(const std::string& path) override;
   std::string AddressInShortcut(const std::string& path) override;
+  InstalledApplication ChooseApplication(const std::string& title) override;
   void Shell(const std::string& command) override;
+  const Registry& SystemRegistry() override { return registry; }
+  std::string Versions() override { return "Marlowick 0.6a, an engine and a toolkit"; }
   void ShowInternetOptions() override { log.push_back("ShowInternetOptions"); }
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
@@ -129,6 +132,8 @@ class FakeDesktop : public Desktop {
   ScreenRect work_area = {0, 0, 15360, 11520};    // 1024 x 768 pixels
   std::deque<Answer> answers;                     // of message boxes
   std::deque<std::string> files;                  // of file dialogs; empty text or none: cancel
+  std::deque<InstalledApplication> applications;  // that the user chooses; none: cancel
+  Registry registry;
   std::string no_program;                         // the command that Shell can't start
   std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
   bool trash = true;                              // whether there is one

@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include "fakes/Rig.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -167,7 +169,7 @@ TEST(Skinart, EverySkinHasEveryBitmapInItsSize) {
       {25, 35, {"tableft", "tabright", "tablefthi", "tabrighthi"}},
       {150, 21, {"tabnotselected", "tabselected"}},
       {49, 24, {"1", "2", "3", "4", "5", "6", "7", "8", "9"}},
-      {240, 160, {"preview"}},
+      {320, 213, {"preview"}},
   };
   ASSERT_GE(folderSkins().size(), 3u);
   for (const fs::path& skin : allSkins()) {
@@ -310,6 +312,62 @@ TEST(Skinart, TextStandsOutFromTheArtBehindIt) {
     EXPECT_GE(contrast(lit, Black), least) << skin << ": the favourites' highlight";
     EXPECT_EQ(Bitmap(skin / "arrowHi.bmp").at(0, 0), Black) << skin;
     expectLegible(skin / "statusbar.bmp", 0, 2, 500, 13, colour(ini["progressbar"]), 3);
+  }
+}
+
+void Add(Pixel& sum, Pixel pixel) {
+  sum.red += pixel.red;
+  sum.green += pixel.green;
+  sum.blue += pixel.blue;
+}
+
+// The program's own window at the preview's size, against the preview. Type may differ by a hair; pages
+// aren't part of a skin.
+TEST(Skinart, ThePreviewIsTheProgramsWindowAtHalfItsSize) {
+  for (const fs::path& skin : allSkins()) {
+    const Bitmap preview(skin / "preview.bmp");
+    Rig rig;
+    if (skin != MARLOWICK_ART_DIR) rig.skin().LoadSkin(skin.string());
+    rig.OpenTabs(2);
+    const char* titles[] = {"Harbour", "Tide tables", "Lights"};
+    for (int i = 0; i < 3; ++i) rig.Page(i).title = titles[i];
+    rig.ShowTab(1);
+    rig.Do([&] { rig.main().Sized(2 * preview.width * TwipsPerPixel, 2 * preview.height * TwipsPerPixel); });
+    rig.desktop.Advance(2000);
+    rig.frame().labCaption.Caption = skin == MARLOWICK_ART_DIR ? "Default" : skin.filename().string();
+    rig.frame().StatusBar1.Caption = "Status: Done";
+    rig.frame().picProgress.Visible = true;
+    rig.frame().picProgress.Width = 60 * TwipsPerPixel;
+    rig.frame().picProgress.BackColor = rig.program.colours.ProgressBarColour;  // else from the next start on
+    rig.Over(rig.main().toolbar.picButton(4));
+    const std::vector<uint32_t> pixels = rig.Pixels();
+    const auto real = [&](int x, int y) {
+      Pixel sum;
+      for (const auto& [dx, dy] : {std::pair{0, 0}, {1, 0}, {0, 1}, {1, 1}}) {
+        const uint32_t pixel = pixels[static_cast<size_t>((2 * y + dy) * 2 * preview.width + 2 * x + dx)];
+        Add(sum, {static_cast<int>(pixel >> 16 & 0xff), static_cast<int>(pixel >> 8 & 0xff),
+                  static_cast<int>(pixel & 0xff)});
+      }
+      return Pixel{sum.red / 4, sum.green / 4, sum.blue / 4};
+    };
+    // Means of small squares: a piece that is moved or another one shows, and how letters are smoothed
+    // doesn't.
+    constexpr int Side = 6;
+    for (int top = 0; top + Side <= preview.height; top += Side) {
+      for (int left = 0; left + Side <= preview.width; left += Side) {
+        const bool page = top + Side > 50 && top < preview.height - 10;
+        const bool address = top + Side > 23 && top < 37 && left + Side > 140 && left < preview.width - 31;
+        if (page || address) continue;
+        Pixel drawn, wanted;
+        for (int y = top; y < top + Side; ++y) {
+          for (int x = left; x < left + Side; ++x) {
+            Add(drawn, preview.at(x, y));
+            Add(wanted, real(x, y));
+          }
+        }
+        EXPECT_LT(distance(drawn, wanted), 36 * Side * Side) << skin << " at " << left << ", " << top;
+      }
+    }
   }
 }
 

@@ -100,6 +100,25 @@ Canvas Canvas::Part(int x, int y, int width, int height) const {
   return result;
 }
 
+Canvas Canvas::Halved() const {
+  Canvas result(Width() / 2, Height() / 2);
+  for (int y = 0; y < result.Height(); ++y) {
+    for (int x = 0; x < result.Width(); ++x) {
+      int red = 2, green = 2, blue = 2;  // halves are rounded up
+      for (const Colour colour :
+           {At(2 * x, 2 * y), At(2 * x + 1, 2 * y), At(2 * x, 2 * y + 1), At(2 * x + 1, 2 * y + 1)}) {
+        red += colour.red;
+        green += colour.green;
+        blue += colour.blue;
+      }
+      result.Put(
+          x, y,
+          {static_cast<uint8_t>(red / 4), static_cast<uint8_t>(green / 4), static_cast<uint8_t>(blue / 4)});
+    }
+  }
+  return result;
+}
+
 void Canvas::WritePng(const std::filesystem::path& file) const {
   cairo_status_t status = cairo_surface_write_to_png(surface_.get(), file.c_str());
   if (status == CAIRO_STATUS_SUCCESS) return;

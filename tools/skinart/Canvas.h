@@ -40,6 +40,9 @@ class Canvas {
   // Copies `source` with each of its pixels a square of `factor` pixels.
   void Enlarge(const Canvas& source, int x, int y, int factor);
 
+  // This picture at half its size: each pixel is the mean of four.
+  Canvas Halved() const;
+
   // A part of this picture as a picture of its own.
   Canvas Part(int x, int y, int width, int height) const;
 

@@ -201,13 +201,14 @@ Canvas ComposeFavourites(const Theme& theme, const Art& art) {
 
 Canvas Preview(const Theme& theme, const Art& art) {
   return ComposeWindow(theme, art,
-                       {.width = 240,
-                        .height = 160,
+                       {.width = 640,
+                        .height = 426,
                         .title = theme.name,
-                        .tabs = {"Harbour", ""},
-                        .selected = 0,
-                        .hovered = 1,
-                        .status = "Status: Done"});
+                        .tabs = {"Harbour", "Tide tables", "Lights"},
+                        .selected = 1,
+                        .hovered = 4,
+                        .status = "Status: Done"})
+      .Halved();
 }
 
 }  // namespace skinart

@@ -25,7 +25,7 @@ Canvas ComposeMenu(const Theme& theme, const Art& art, const std::vector<std::st
 // A folder's menu of favourites, with icons.
 Canvas ComposeFavourites(const Theme& theme, const Art& art);
 
-// preview.bmp: a window in miniature, 240 x 160.
+// preview.bmp: a window of 640 x 426 at half its size.
 Canvas Preview(const Theme& theme, const Art& art);
 
 }  // namespace skinart

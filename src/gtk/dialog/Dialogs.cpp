@@ -46,6 +46,19 @@ std::string WithoutCase(const std::string& pattern) {
   return either;
 }
 
+// Programs are told by what they may do here, and not by their names.
+gboolean CanBeExecuted(const GtkFileFilterInfo* info, gpointer) {
+  return info->filename && g_file_test(info->filename, G_FILE_TEST_IS_REGULAR) &&
+         g_file_test(info->filename, G_FILE_TEST_IS_EXECUTABLE);
+}
+
+void Admit(GtkFileFilter* filter, const std::string& pattern) {
+  if (pattern == "*.exe")
+    gtk_file_filter_add_custom(filter, GTK_FILE_FILTER_FILENAME, CanBeExecuted, nullptr, nullptr);
+  else
+    gtk_file_filter_add_pattern(filter, WithoutCase(pattern).c_str());
+}
+
 // ".tab" for the pattern "*.tab"; empty for one that names no extension.
 std::string Extension(const Filter& filter) {
   const std::string& pattern = filter.patterns.front();
@@ -70,8 +83,7 @@ std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::str
   for (const Filter& filter : filters) {
     made.push_back(gtk_file_filter_new());
     gtk_file_filter_set_name(made.back(), filter.name.c_str());
-    for (const std::string& pattern : filter.patterns)
-      gtk_file_filter_add_pattern(made.back(), WithoutCase(pattern).c_str());
+    for (const std::string& pattern : filter.patterns) Admit(made.back(), pattern);
     gtk_file_chooser_add_filter(chooser, made.back());
   }
   if (!made.empty()) gtk_file_chooser_set_filter(chooser, made.front());

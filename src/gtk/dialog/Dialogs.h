@@ -14,7 +14,7 @@ namespace Dialogs {
 Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const std::string& title);
 
 // `filter`: pairs of a name and patterns, all parted by "|", patterns by ";". Case doesn't matter in
-// patterns, and "*.*" is any name. The result is the chosen path; a cancel fails.
+// patterns, "*.*" is any name, and "*.exe" any program. The result is the chosen path; a cancel fails.
 std::string ShowOpen(GtkWindow* owner, const std::string& title, const std::string& filter);
 std::string ShowFolder(GtkWindow* owner, const std::string& title);
 // A name without an extension gets the one of the filter that is chosen. Doesn't ask about a file that

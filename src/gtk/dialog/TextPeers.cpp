@@ -1,10 +1,53 @@
 #include "gtk/dialog/TextPeers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <memory>
 
 #include "platform/Text.h"
 #include "platform/scene/Colour.h"
+
+namespace {
+
+struct FreeSurface {
+  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+};
+using OwnedSurface = std::unique_ptr<cairo_surface_t, FreeSurface>;
+
+// The bitmap may go before the widget does, so its pixels are copied.
+OwnedSurface SurfaceOf(const Bitmap& bitmap) {
+  OwnedSurface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, bitmap.Width, bitmap.Height));
+  const auto stride = static_cast<size_t>(cairo_image_surface_get_stride(surface.get()));
+  unsigned char* data = cairo_image_surface_get_data(surface.get());
+  const auto width = static_cast<size_t>(bitmap.Width);
+  for (size_t row = 0; data && row < static_cast<size_t>(bitmap.Height); ++row)
+    std::memcpy(data + row * stride, &bitmap.Pixels[row * width], width * sizeof(uint32_t));
+  cairo_surface_mark_dirty(surface.get());
+  return surface;
+}
+
+// The picture, made smaller where the look gives its widget less room.
+OwnedSurface Fitting(GtkWidget* widget, OwnedSurface picture) {
+  int width = 0, height = 0;
+  gtk_widget_get_size_request(widget, &width, &height);
+  const double own_width = cairo_image_surface_get_width(picture.get());
+  const double own_height = cairo_image_surface_get_height(picture.get());
+  if (width <= 0 || height <= 0 || (own_width <= width && own_height <= height)) return picture;
+  const double scale = std::min(width / own_width, height / own_height);
+  const auto pixels = [scale](double length) {
+    return std::max(1, static_cast<int>(std::lround(length * scale)));
+  };
+  OwnedSurface fitting(cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels(own_width), pixels(own_height)));
+  cairo_t* context = cairo_create(fitting.get());
+  cairo_scale(context, pixels(own_width) / own_width, pixels(own_height) / own_height);
+  cairo_set_source_surface(context, picture.get(), 0, 0);
+  cairo_paint(context);
+  cairo_destroy(context);
+  return fitting;
+}
+
+}  // namespace
 
 void LabelPeer::JoinOwn() {
   if (!label_.Caption->empty()) Changed(Controls::Aspect::Caption);
@@ -129,14 +172,5 @@ void ImagePeer::Changed(Controls::Aspect aspect) {
   auto* image = GTK_IMAGE(Widget());
   const Picture& picture = image_.Picture();
   if (!picture) return gtk_image_clear(image);
-  // The bitmap may go before the widget does, so its pixels are copied.
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, picture->Width, picture->Height);
-  const auto stride = static_cast<size_t>(cairo_image_surface_get_stride(surface));
-  unsigned char* data = cairo_image_surface_get_data(surface);
-  const auto width = static_cast<size_t>(picture->Width);
-  for (size_t row = 0; data && row < static_cast<size_t>(picture->Height); ++row)
-    std::memcpy(data + row * stride, &picture->Pixels[row * width], width * sizeof(uint32_t));
-  cairo_surface_mark_dirty(surface);
-  gtk_image_set_from_surface(image, surface);
-  cairo_surface_destroy(surface);
+  gtk_image_set_from_surface(image, Fitting(Widget(), SurfaceOf(*picture)).get());
 }

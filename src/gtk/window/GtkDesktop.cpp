@@ -1,6 +1,7 @@
 #include "gtk/window/GtkDesktop.h"
 
 #include <gtk/gtk.h>
+#include <webkit2/webkit2.h>
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
@@ -12,8 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "gtk/base/Applications.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/base/ProgramLine.h"
+#include "gtk/dialog/ApplicationChooser.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "gtk/dialog/Dialogs.h"
 #include "gtk/favourites/BookmarkReader.h"
@@ -192,17 +195,17 @@ ScreenRect GtkDesktop::WorkArea(const Window& window) { return WorkAreaOf(window
 
 Answer GtkDesktop::MsgBox(const std::string& text, Buttons buttons, const std::string& title) {
   popups_.EndAll();
-  return Dialogs::MsgBox(MainFrame(), text, buttons, title);
+  return Dialogs::MsgBox(OwnerFor(true, MainFrame()), text, buttons, title);
 }
 
 std::string GtkDesktop::ShowOpen(const std::string& title, const std::string& filter) {
   popups_.EndAll();
-  return Dialogs::ShowOpen(MainFrame(), title, filter);
+  return Dialogs::ShowOpen(OwnerFor(true, MainFrame()), title, filter);
 }
 
 std::string GtkDesktop::ShowSave(const std::string& title, const std::string& filter) {
   popups_.EndAll();
-  return Dialogs::ShowSave(MainFrame(), title, filter);
+  return Dialogs::ShowSave(OwnerFor(true, MainFrame()), title, filter);
 }
 
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
@@ -240,6 +243,30 @@ void GtkDesktop::Shell(const std::string& command) {
   } catch (const Failure& failure) {
     throw Failure("The program \"" + command + "\" can't be started: " + failure.what());
   }
+}
+
+InstalledApplication GtkDesktop::ChooseApplication(const std::string& title) {
+  popups_.EndAll();
+  return ApplicationChooser::Choose(OwnerFor(true, MainFrame()), title, Gate);
+}
+
+// Looked up anew each time: programs come and go.
+const Registry& GtkDesktop::SystemRegistry() {
+  const std::string tool = Applications::SystemInformation();
+  registry_ = Registry();
+  if (!tool.empty())
+    registry_ =
+        Registry({{.Key = R"(SOFTWARE\Microsoft\Shared Tools\MSINFO)", .Name = "PATH", .Data = tool}});
+  return registry_;
+}
+
+std::string GtkDesktop::Versions() {
+  const auto version = [](unsigned major, unsigned minor, unsigned micro) {
+    return std::to_string(major) + "." + std::to_string(minor) + "." + std::to_string(micro);
+  };
+  return "Marlowick " MARLOWICK_VERSION ", WebKitGTK " +
+         version(webkit_get_major_version(), webkit_get_minor_version(), webkit_get_micro_version()) +
+         ", GTK " + version(gtk_get_major_version(), gtk_get_minor_version(), gtk_get_micro_version());
 }
 
 int GtkDesktop::Start(int milliseconds, std::function<void()> tick) {

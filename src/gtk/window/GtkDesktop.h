@@ -47,7 +47,10 @@ class GtkDesktop : public Desktop {
   Bookmarks ReadBookmarks(const std::string& path) override;
   std::string AddressInShortcut(const std::string& path) override;
   bool EndPopups() override { return popups_.EndAll(); }
+  InstalledApplication ChooseApplication(const std::string& title) override;
   void Shell(const std::string& command) override;
+  const Registry& SystemRegistry() override;
+  std::string Versions() override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
@@ -63,6 +66,7 @@ class GtkDesktop : public Desktop {
   void EndSession();
 
   std::string command_line_;
+  Registry registry_;
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<ProgramFiles> files_;
   std::unique_ptr<BrowserWorld> world_;
