@@ -41,7 +41,22 @@ constexpr unsigned Pause = 1000;
 
 std::string OwnNumber() { return ".new-" + std::to_string(::getpid()); }
 
-// Copies what a start reads, all files but the skins, into a folder beside it and renames that, so that a
+// Copies what is delivered, all but the skins, where it isn't there or has nothing in it.
+void InstallMissing(const files::path& folder) {
+  const files::path delivered = DeliveredFolder();
+  files::recursive_directory_iterator entry(delivered), end;
+  for (; entry != end; ++entry) {
+    const files::path target = folder / entry->path().lexically_relative(delivered);
+    if (entry->path() == delivered / Skins)
+      entry.disable_recursion_pending();
+    else if (entry->is_directory())
+      files::create_directories(target);
+    else if (!files::exists(target) || files::is_empty(target))
+      files::copy_file(entry->path(), target, files::copy_options::overwrite_existing);
+  }
+}
+
+// Copies all but the skins into a folder beside it and renames that, so that a
 // start that is broken off leaves no half folder.
 void Install(const files::path& folder) {
   const files::path delivered = DeliveredFolder();
@@ -51,27 +66,18 @@ void Install(const files::path& folder) {
   files::path fresh = folder;
   fresh += OwnNumber();
   std::error_code error, ignored;
-  files::create_directories(fresh, error);
-  if (!error) files::copy(delivered, fresh, error);
-  if (!error && !std::ofstream(fresh / Mark)) error = std::make_error_code(std::errc::io_error);
-  if (!error) files::rename(fresh, folder, error);
+  try {
+    files::create_directories(fresh);
+    InstallMissing(fresh);
+    if (!std::ofstream(fresh / Mark)) error = std::make_error_code(std::errc::io_error);
+    if (!error) files::rename(fresh, folder, error);
+  } catch (const files::filesystem_error& failure) {
+    error = failure.code();
+  }
   if (!error) return;
   files::remove_all(fresh, ignored);
   // Another start may have been quicker.
   if (!files::exists(folder / "browser.ini")) CantBeMade(folder, error);
-}
-
-// Files that a power cut left without what was in them.
-std::error_code InstallAnew(const files::path& folder) {
-  std::error_code error;
-  for (const files::directory_entry& entry : files::directory_iterator(DeliveredFolder(), error)) {
-    const files::path file = folder / entry.path().filename();
-    if (!entry.is_regular_file(error) || (files::exists(file, error) && !files::is_empty(file, error)))
-      continue;
-    files::copy_file(entry.path(), file, files::copy_options::overwrite_existing, error);
-    if (error) return error;
-  }
-  return error;
 }
 
 std::error_code InstallSkins(const files::path& folder) {
@@ -97,7 +103,8 @@ void RemoveLeftovers(const files::path& folder) {
 std::error_code InstallRest(const files::path& folder) try {
   std::error_code error, ignored;
   if (!files::exists(folder / Mark, error)) return error;
-  if ((error = InstallAnew(folder)) || (error = InstallSkins(folder))) return error;
+  InstallMissing(folder);  // a power cut may have taken what was in a file
+  if ((error = InstallSkins(folder))) return error;
   RemoveLeftovers(folder);
   const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor >= 0) {

@@ -10,7 +10,7 @@
 // there, else $XDG_DATA_HOME/marlowick. Where it isn't there yet, or is empty, it is installed from the
 // delivered files; a folder with anything in it is taken as it is.
 //
-// A first start installs only what it reads itself, and the skins, hundreds of files, once its page is on
+// A first start installs the skins, hundreds of files, only once its page is on
 // show. Until all is there and on the disk, the folder holds a mark, by which the next start finishes what
 // this one didn't.
 class ProgramFiles {
