@@ -105,6 +105,6 @@ class frmFavMenu : public Window {
   void ShowTop();
 
   Program& program_;
-  Colour FavTextColour, FavHiTextColour, FavHiBackColour;  // as they were when the window was loaded
+  Colour FavTextColour = 0, FavHiTextColour = 0, FavHiBackColour = 0;  // as they were when the window was loaded
   SharedValue<std::string>::Watch path_watch_;
 };

@@ -135,7 +135,7 @@ void WriteSplash(const std::filesystem::path& folder) {
   cairo_restore(cr);
 
   struct Swell {
-    double level, length, height, phase;
+    double level = 0, length = 0, height = 0, phase = 0;
     Colour colour;
   };
   static constexpr Swell Swells[] = {{112, 74, 3, 0.4, {0x2c, 0x5a, 0x9c}},
@@ -224,7 +224,7 @@ void WriteBrand(const std::filesystem::path& folder) {
 
 void WriteIcons(const std::filesystem::path& folder, const std::string& name) {
   const auto place = [&folder](const std::string& size) {
-    const std::filesystem::path apps = folder / size / "apps";
+    std::filesystem::path apps = folder / size / "apps";
     std::filesystem::create_directories(apps);
     return apps;
   };

@@ -208,7 +208,7 @@ bool IsHollow(IconPart part) {
 // Chooses the colours of one icon in one state.
 struct Inks {
   const IconStyle& style;
-  State state;
+  State state = {};
   Colour behind;
 
   Colour Plain() const {

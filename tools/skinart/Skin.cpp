@@ -56,11 +56,11 @@ std::string SkinIni(const Theme& theme) {
 
 std::vector<std::string> FaintText(const Theme& theme, const Art& art) {
   struct Place {
-    const char* what;
-    const char* file;
-    int x, y, width, height;  // where the text goes on the bitmap
+    const char* what = nullptr;
+    const char* file = nullptr;
+    int x = 0, y = 0, width = 0, height = 0;  // where the text goes on the bitmap
     Colour colour;
-    double least;
+    double least = 0;
   };
   const TextColours& text = theme.text;
   const Place places[] = {

@@ -63,7 +63,7 @@ class Callbacks {
   };
   struct Source;
   struct Connection {
-    GWeakRef object;
+    GWeakRef object{};
     gulong handler;
     Connection(GObject* object, gulong handler) : handler(handler) { g_weak_ref_init(&this->object, object); }
     ~Connection() { g_weak_ref_clear(&object); }

@@ -29,7 +29,7 @@ inline std::string TextOf(const char* text) { return text ? text : ""; }
 
 // A text that the library gives away.
 inline std::string TakeText(char* text) {
-  const std::string result = TextOf(text);
+  std::string result = TextOf(text);
   g_free(text);
   return result;
 }

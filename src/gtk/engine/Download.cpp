@@ -17,7 +17,7 @@ constexpr guint64 StepBytes = 64 * 1024;
 
 std::string DownloadFolder() {
   const std::string named = TextOf(g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD));
-  const std::string folder = named.empty() ? std::string(g_get_home_dir()) + "/Downloads" : named;
+  std::string folder = named.empty() ? std::string(g_get_home_dir()) + "/Downloads" : named;
   if (g_mkdir_with_parents(folder.c_str(), 0755) == 0) return folder;
   return g_get_home_dir();
 }

@@ -37,7 +37,7 @@ void CancelDialog() {
 // The job lives in its handlers, until they are taken off.
 std::shared_ptr<Job> Begin(Page& page) {
   WebKitWebView* view = page.View();
-  const auto job =
+  auto job =
       std::make_shared<Job>(Job{Share(view), Owned<WebKitPrintOperation>(webkit_print_operation_new(view)),
                                 page.Title(), page.weak_from_this(), std::string()});
   Callbacks& calls = page.World().Lasting();
@@ -45,7 +45,7 @@ std::shared_ptr<Job> Begin(Page& page) {
       job->operation.get(), "failed", [job](auto*, GError* error) { job->failure = error->message; });
   calls.On<void(WebKitPrintOperation*)>(job->operation.get(), "finished",
                                         [job, &calls](WebKitPrintOperation* operation) {
-                                          const auto ending = job;
+                                          const auto ending = job;  // NOLINT: keeps it
                                           calls.Off(operation);
                                           End(*ending);
                                         });

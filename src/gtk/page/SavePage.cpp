@@ -146,7 +146,7 @@ void Ask(Page& page) {
   calls.On<void(GtkNativeDialog*, int)>(
       dialog, "response",
       [weak = page.weak_from_this(), html, held, &calls](GtkNativeDialog* answered, int response) {
-        const auto keep = held;
+        const auto keep = held;  // NOLINT: the dialog, until the end of this call
         const auto still_there = weak.lock();
         const GtkFileFilter* filter = html;
         calls.Off(answered);

@@ -75,7 +75,7 @@ std::string SentEncoding(WebKitURIResponse* response) {
   if (!headers) return {};
   GHashTable* parameters = nullptr;
   if (!soup_message_headers_get_content_type(headers, &parameters) || !parameters) return {};
-  const std::string encoding = TextOf(static_cast<const char*>(g_hash_table_lookup(parameters, "charset")));
+  std::string encoding = TextOf(static_cast<const char*>(g_hash_table_lookup(parameters, "charset")));
   g_hash_table_unref(parameters);
   return encoding;
 }

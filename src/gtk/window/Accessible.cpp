@@ -18,7 +18,6 @@ AtkRole RoleOf(Role role) {
     case Role::Tab:
       return ATK_ROLE_PAGE_TAB;
     case Role::MenuLabel:
-      return ATK_ROLE_MENU;
     case Role::SubMenu:
       return ATK_ROLE_MENU;
     case Role::MenuItem:

@@ -138,7 +138,7 @@ Moment GtkDesktop::Now() {
 std::string GtkDesktop::ShortDate(const Moment& moment) {
   GDateTime* date = g_date_time_new_local(moment.Year, moment.Month, moment.Day, 0, 0, 0);
   char* text = g_date_time_format(date, "%x");
-  const std::string result = text ? text : "";
+  std::string result = text ? text : "";
   g_free(text);
   g_date_time_unref(date);
   return result;
