@@ -10,6 +10,14 @@ namespace {
 // nowhere.
 constexpr const char* Nowhere = "socks5://127.0.0.1:1";
 
+// Sharing buffers with a graphics processor that isn't there loads a software one, which costs time and
+// memory at each start. The library looks at this once, when the first context is made.
+bool FindGraphicsProcessor() {
+  const bool found = HasGraphicsProcessor();
+  if (!found) g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+  return found;
+}
+
 Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string& cookies) {
   const Owned<WebKitWebsiteDataManager> data(
       webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
@@ -67,12 +75,10 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
 Engine::Engine(std::string folder, const Callbacks::Runner& runner)
     : folder_(std::move(folder)),
       settings_(ElementSettings::Load(folder_ + "/engine.ini")),
+      graphics_processor_(FindGraphicsProcessor()),
       context_(MakeContext(folder_, CookieStore())),
       downloads_(context_.get(), runner) {
-  const bool graphics_processor = HasGraphicsProcessor();
-  // Sharing buffers with a graphics processor that isn't there costs time at each start.
-  if (!graphics_processor) g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
-  view_settings_ = MakeViewSettings(graphics_processor);
+  view_settings_ = MakeViewSettings(graphics_processor_);
   settings_.Apply(view_settings_.get());
   ApplyProxy();
   // A message, to which nobody listens, starts the page's process: it comes up while the program does.

@@ -43,6 +43,7 @@ class Engine {
 
   std::string folder_;
   ElementSettings settings_;
+  const bool graphics_processor_;  // to be known before the context is made
   Owned<WebKitWebContext> context_;
   Owned<WebKitSettings> view_settings_;
   Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
