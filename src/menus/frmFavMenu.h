@@ -105,6 +105,7 @@ class frmFavMenu : public Window {
   void ShowTop();
 
   Program& program_;
-  Colour FavTextColour = 0, FavHiTextColour = 0, FavHiBackColour = 0;  // as they were when the window was loaded
+  Colour FavTextColour = 0, FavHiTextColour = 0,
+         FavHiBackColour = 0;  // as they were when the window was loaded
   SharedValue<std::string>::Watch path_watch_;
 };

@@ -43,8 +43,7 @@ std::string Unused(const std::string& folder, const std::string& name) {
   // The two extensions of a packed archive stay together.
   if (point > 4 && name.compare(point - 4, 4, ".tar") == 0) point -= 4;
   for (int number = 1;; ++number) {
-    std::string tried =
-        name.substr(0, point) + " (" + std::to_string(number) + ")" + name.substr(point);
+    std::string tried = name.substr(0, point) + " (" + std::to_string(number) + ")" + name.substr(point);
     if (!Taken(folder + "/" + tried)) return tried;
   }
 }
