@@ -5,9 +5,13 @@
 ChooseFolder::ChooseFolder(Program& program)
     : Dialog(program.desktop, "ChooseFolder"), folders_(program.desktop, treFolders) {
   cmdNewFolder.Click = [this] { folders_.NewFolder(); };
-  cmdMove.Click = [this] {
-    chosen_ = folders_.Chosen();
-    Visible = false;
+  cmdMove.Click = [this, &program] {
+    try {
+      chosen_ = folders_.Chosen();
+      Visible = false;
+    } catch (const Failure& failure) {
+      program.desktop.MsgBox(failure.what(), Buttons::Ok, "Organise Favourites");
+    }
   };
   treFolders.DblClick = [this](Controls::Tree::RowId) { cmdMove.Click(); };
   cmdCancel.Click = [this] { Visible = false; };

@@ -79,6 +79,7 @@ void OrganizeFav::ContinueImport() {
   const std::string folder = import_->Folder();
   const size_t links = import_->Links();
   EndImport();
+  ChangeAddress();
   Reload({folder});
   Say("Imported " + std::to_string(links) + (links == 1 ? " link" : " links") + " into \"" +
       folder.substr(folder.rfind('/') + 1) + "\"." + TellLeftOut(bookmarks_));
@@ -102,6 +103,7 @@ void OrganizeFav::Export() {
       program_.desktop.MsgBox("There is a file \"" + Text::Valid(path) + "\" already. Replace it?",
                               Buttons::YesNo, "Export Favourites") != Answer::Yes)
     return;
+  ChangeAddress();
   Bookmarks bookmarks = ReadFavourites(root_, [this](const std::string& link) { return Read(link).Address; });
   const bool written = Telling([&] {
     FileSlot file;

@@ -38,7 +38,8 @@ OrganizeFav::OrganizeFav(Program& program)
   txtFilter.Change = [this] { treFavourites.Filter = txtFilter.Text; };
   treFavourites.Click = [this] { UpdateButtons(); };
   treFavourites.DblClick = [this](RowId row) {
-    if (!items_.at(row).IsFolder) Open(false);
+    const auto found = items_.find(row);
+    if (found != items_.end() && !found->second.IsFolder) Open(false);
   };
   treFavourites.DeleteKey = [this] { Delete(); };
   treFavourites.Rename = [this](RowId row, const std::string& name) { Rename(row, name); };
@@ -210,6 +211,7 @@ std::string OrganizeFav::CountFaulty() const {
 }
 
 void OrganizeFav::NewFolder() {
+  ChangeAddress();
   std::string path;
   const bool made = Telling([&] {
     if (!Favourites::Stands(root_)) Favourites::MakeFolder(root_);
@@ -224,6 +226,7 @@ void OrganizeFav::NewFolder() {
 
 void OrganizeFav::Rename(RowId row, const std::string& name) {
   if (!items_.contains(row)) return;
+  ChangeAddress();
   const Item item = items_.at(row);
   const std::string extension(item.IsFolder ? "" : Favourites::Extension);
   const std::string legal = FileName::Legal(name, "", extension.size());
@@ -250,6 +253,7 @@ void OrganizeFav::ChangeAddress() {
 }
 
 void OrganizeFav::MoveTo(const std::string& folder, const std::vector<Item>& items) {
+  ChangeAddress();
   std::vector<std::string> moved;
   for (const Item& item : items) {
     const std::string path = folder + "/" + NameOf(item.Path);
@@ -280,6 +284,7 @@ void OrganizeFav::Move() {
 }
 
 void OrganizeFav::Delete() {
+  ChangeAddress();
   const std::vector<Item> items = Selected();
   size_t deleted = 0;
   bool asked = false;
@@ -304,6 +309,7 @@ void OrganizeFav::Delete() {
 }
 
 void OrganizeFav::Open(bool in_new_tab) {
+  ChangeAddress();
   const Item* current = Current();
   if (!current || current->IsFolder) return;
   if (current->Faulty) return Say("This link has no address yet: type one below, or put it right.");
@@ -319,6 +325,7 @@ void OrganizeFav::Open(bool in_new_tab) {
 
 // Writes links in our own form that other programs wrote in theirs.
 void OrganizeFav::Repair() {
+  ChangeAddress();
   size_t repaired = 0;
   std::string left;
   for (const auto& [row, item] : items_) {

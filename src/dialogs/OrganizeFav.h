@@ -74,6 +74,7 @@ class OrganizeFav : public Dialog {
 
   void NewFolder();
   void Rename(RowId row, const std::string& name);
+  // Writes what was typed as the address of the row on show: before everything that reads the disk anew.
   void ChangeAddress();
   void MoveTo(const std::string& folder, const std::vector<Item>& items);
   void Drop(const std::vector<RowId>& rows, RowId below);

@@ -133,6 +133,12 @@ TEST(OrganizeFav, ArrangesWhatIsOnTheDisk) {
   rig.Choose({"A/_.-uno"});
   EXPECT_EQ(rig.folder.Read("favourites/A/two.url"), Favourites::ShortcutText("https://zwei.test/"));
   EXPECT_EQ(dialog.txtAddress.Text(), "https://one.test/");
+  // So is it where the next thing done is another one, and at its own place.
+  dialog.txtAddress.Text = "https://uno.test/";
+  rig.Do([&] { dialog.treFavourites.Rename(rig.Row("A/_.-uno"), "eins"); });
+  EXPECT_EQ(rig.folder.Read("favourites/A/eins.url"), Favourites::ShortcutText("https://uno.test/"));
+  EXPECT_FALSE(rig.Stands("A/_.-uno.url"));
+  rig.Do([&] { dialog.treFavourites.Rename(rig.Row("A/eins"), "../uno"); });
   // Drag and drop, onto a folder and beside a link.
   rig.Do([&] { dialog.treFavourites.Drop({rig.Row("A/two")}, rig.Row("B")); });
   EXPECT_TRUE(rig.Stands("B/two.url"));

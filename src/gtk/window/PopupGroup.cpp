@@ -102,6 +102,8 @@ bool PopupGroup::Takes(GdkEvent* event) {
     case GDK_BUTTON_PRESS:
     case GDK_BUTTON_RELEASE:
       return AnyOpen() && TakesPress(event);
+    case GDK_SCROLL:
+      return AnyOpen() && TakesWheel(event->scroll);
     default:
       return false;
   }
@@ -148,6 +150,21 @@ bool PopupGroup::TakesPress(GdkEvent* event) {
   EndAll();
   if (on_main && main_scene_) Tell(*main_scene_, event);
   return comes_to_group;
+}
+
+// To the popup under the mouse, whatever was reported it; nothing behind the popups is scrolled.
+bool PopupGroup::TakesWheel(const GdkEventScroll& event) {
+  // A wheel that turns smoothly tells of parts of a notch.
+  if (event.direction == GDK_SCROLL_UP || event.direction == GDK_SCROLL_DOWN)
+    turned_ = event.direction == GDK_SCROLL_DOWN ? 1 : -1;
+  else if (event.direction == GDK_SCROLL_SMOOTH)
+    turned_ += event.delta_y;
+  const int notches = static_cast<int>(turned_);
+  turned_ -= notches;
+  const Popup* popup = At(reinterpret_cast<const GdkEvent*>(&event));
+  if (notches == 0 || !popup || !popup->scene->MouseWheel) return true;
+  gate_.Run([scene = popup->scene, notches] { scene->MouseWheel(notches); });
+  return true;
 }
 
 bool PopupGroup::ComesToGroup(const GdkEvent* event) const {

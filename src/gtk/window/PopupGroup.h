@@ -46,6 +46,7 @@ class PopupGroup {
   bool TakesKey(const GdkEventKey& event);
   bool TakesMove(GdkEvent* event);
   bool TakesPress(GdkEvent* event);
+  bool TakesWheel(const GdkEventScroll& event);
   // Whether an event was reported to the grab's window or to a popup; which popup lies at its place.
   bool ComesToGroup(const GdkEvent* event) const;
   const Popup* At(const GdkEvent* event) const;
@@ -65,6 +66,7 @@ class PopupGroup {
   bool grabbed_ = false;
   int tries_ = 0;
   unsigned retry_ = 0;
+  double turned_ = 0;        // of the wheel's next notch
   std::set<guint16> taken_;  // keys whose press was taken: their release is nobody else's either
   Callbacks callbacks_;
 };
