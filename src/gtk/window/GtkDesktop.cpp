@@ -211,6 +211,7 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 std::string GtkDesktop::ShowFolder(const std::string& title) {
+  popups_.EndAll();
   return Dialogs::ShowFolder(MainFrame(), title);
 }
 
