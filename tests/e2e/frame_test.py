@@ -122,8 +122,8 @@ class Frame(ProgramTest):
 
     def test_a_text_dropped_on_a_tab_behind_loads_there(self):
         self.program.click(162, 61)
-        time.sleep(1)
         self.program.click(230, 93)
+        self.program.wait_title("Welcome to Marlowick")
         dropped = self.page("/dropped", "<title>Dropped</title><body style='background:blue'>")
         title = self.program.title
         self.drop("text", dropped, 75, 93)

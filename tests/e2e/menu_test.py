@@ -30,15 +30,7 @@ class Menus(ProgramTest):
             self.program.move(x + 1, y)
             time.sleep(0.2)
             places.add(wait_for(self.program.menu, f"the menu {label}")[0])
-<<<<<<< HEAD
         self.assertEqual(len(places), 7)
-=======
-        self.assertEqual(len(places), 6)
-        x, y = LABELS["Favourites"]
-        self.program.move(x, y)
-        self.program.move(x + 1, y)
-        wait_for(lambda: [place[0] > left + 100 for place in self.program.popups()] == [True], "the favourites alone")
->>>>>>> d82441f (Install the favourites with a first start, and end popups before a folder is asked for)
 
     def test_a_press_anywhere_else_ends_it(self):
         left, top, _, _ = self.program.rect
