@@ -328,7 +328,8 @@ void OrganizeFav::Repair() {
   ChangeAddress();
   size_t repaired = 0;
   std::string left;
-  for (const auto& [row, item] : items_) {
+  for (const auto& row : items_) {
+    const Item& item = row.second;
     if (!item.Faulty) continue;
     const std::string address = program_.desktop.AddressInShortcut(item.Path);
     if (address.empty()) {
