@@ -38,6 +38,16 @@ bool StandsOver(GtkWindow* window, const GtkWindow* main) {
   return false;
 }
 
+// Screen readers know a field by the text of its label.
+void NameByLabel(GtkWidget* widget) {
+  AtkObject* accessible = gtk_widget_get_accessible(widget);
+  GList* labels = gtk_widget_list_mnemonic_labels(widget);
+  const char* name = atk_object_get_name(accessible);
+  if (labels && (!name || !*name) && GTK_IS_LABEL(labels->data))
+    atk_object_set_name(accessible, gtk_label_get_text(GTK_LABEL(labels->data)));
+  g_list_free(labels);
+}
+
 }  // namespace
 
 GtkWindow* OwnerFor(bool modal, GtkWindow* main) {
@@ -62,7 +72,10 @@ DialogBinder::DialogBinder(Dialog& dialog, Events& gate, Owner owner)
       window_(GTK_WINDOW(look_.Find(dialog.Name, GTK_TYPE_WINDOW))),
       callbacks_([&gate](const std::function<void()>& handler) { gate.Run(handler); }) {
   AddRules();
-  for (Controls::Control* part : dialog.Parts()) peers_[part] = MakePeer(*part, look_, callbacks_);
+  for (Controls::Control* part : dialog.Parts()) {
+    peers_[part] = MakePeer(*part, look_, callbacks_);
+    NameByLabel(GTK_WIDGET(look_.Find(part->Name, GTK_TYPE_WIDGET)));
+  }
   if (!dialog.Caption->empty()) Caption();
   if (dialog.Width != Controls::AsInLook && dialog.Height != Controls::AsInLook)
     gtk_window_set_default_size(window_.get(), Pixels(dialog.Width) - FrameWidth,

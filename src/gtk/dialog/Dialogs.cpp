@@ -1,12 +1,13 @@
 #include "gtk/dialog/Dialogs.h"
 
-#include <gtkmm.h>
+#include <gtk/gtk.h>
 
-#include <memory>
+#include <string>
 #include <vector>
 
+#include "gtk/base/GObjects.h"
+#include "gtk/dialog/DialogBinder.h"
 #include "platform/Failure.h"
-#include "platform/Text.h"
 
 namespace {
 
@@ -71,10 +72,10 @@ bool HasExtension(const std::string& path) {
   return dot != path.npos && (slash == path.npos || dot > slash);
 }
 
-std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::string& title,
+std::string Choose(GtkWindow* main, GtkFileChooserAction action, const std::string& title,
                    const std::string& filter_text) {
-  const std::unique_ptr<GtkFileChooserNative, void (*)(gpointer)> dialog(
-      gtk_file_chooser_native_new(title.c_str(), owner, action, nullptr, nullptr), g_object_unref);
+  const Owned<GtkFileChooserNative> dialog(
+      gtk_file_chooser_native_new(title.c_str(), OwnerFor(true, main), action, nullptr, nullptr));
   gtk_native_dialog_set_modal(GTK_NATIVE_DIALOG(dialog.get()), TRUE);
   GtkFileChooser* chooser = GTK_FILE_CHOOSER(dialog.get());
   gtk_file_chooser_set_do_overwrite_confirmation(chooser, FALSE);
@@ -90,9 +91,9 @@ std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::str
 
   const int response = gtk_native_dialog_run(GTK_NATIVE_DIALOG(dialog.get()));
   if (response != GTK_RESPONSE_ACCEPT) throw Failure("\"" + title + "\" was cancelled");
-  const std::unique_ptr<char, void (*)(gpointer)> name(gtk_file_chooser_get_filename(chooser), g_free);
-  if (!name) throw Failure("\"" + title + "\": the chosen file isn't on this machine. Choose a local one");
-  std::string path = name.get();
+  std::string path = TakeText(gtk_file_chooser_get_filename(chooser));
+  if (path.empty())
+    throw Failure("\"" + title + "\": the chosen file isn't on this machine. Choose a local one");
   if (action != GTK_FILE_CHOOSER_ACTION_SAVE || HasExtension(path)) return path;
   for (size_t i = 0; i < made.size(); ++i)
     if (made[i] == gtk_file_chooser_get_filter(chooser)) path += Extension(filters[i]);
@@ -103,40 +104,16 @@ std::string Choose(GtkWindow* owner, GtkFileChooserAction action, const std::str
 
 namespace Dialogs {
 
-Answer MsgBox(GtkWindow* owner, const std::string& text, Buttons buttons, const std::string& title) {
-  if (owner && !gtk_widget_get_visible(GTK_WIDGET(owner))) owner = nullptr;
-  const bool question = buttons == Buttons::YesNo;
-  Gtk::MessageDialog box(Text::Valid(text), false, question ? Gtk::MESSAGE_QUESTION : Gtk::MESSAGE_INFO,
-                         question ? Gtk::BUTTONS_YES_NO : Gtk::BUTTONS_OK, true);
-  // The toolkit's boxes show no picture of their own.
-  Gtk::Image picture;
-  picture.set_from_icon_name(question ? "dialog-question" : "dialog-information", Gtk::ICON_SIZE_DIALOG);
-  picture.set_valign(Gtk::ALIGN_START);
-  picture.show();
-  if (auto* row = dynamic_cast<Gtk::Box*>(box.get_message_area()->get_parent())) {
-    row->pack_start(picture, Gtk::PACK_SHRINK);
-    row->reorder_child(picture, 0);
-  }
-  box.set_title(Text::Valid(title));
-  box.set_skip_taskbar_hint(true);
-  gtk_window_set_transient_for(GTK_WINDOW(box.gobj()), owner);
-  box.set_position(owner ? Gtk::WIN_POS_CENTER_ON_PARENT : Gtk::WIN_POS_CENTER);
-  if (question) box.set_default_response(Gtk::RESPONSE_NO);
-  const int response = box.run();
-  if (!question) return Answer::Ok;
-  return response == Gtk::RESPONSE_YES ? Answer::Yes : Answer::No;
+std::string ShowOpen(GtkWindow* main, const std::string& title, const std::string& filter) {
+  return Choose(main, GTK_FILE_CHOOSER_ACTION_OPEN, title, filter);
 }
 
-std::string ShowOpen(GtkWindow* owner, const std::string& title, const std::string& filter) {
-  return Choose(owner, GTK_FILE_CHOOSER_ACTION_OPEN, title, filter);
+std::string ShowFolder(GtkWindow* main, const std::string& title) {
+  return Choose(main, GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER, title, "");
 }
 
-std::string ShowFolder(GtkWindow* owner, const std::string& title) {
-  return Choose(owner, GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER, title, "");
-}
-
-std::string ShowSave(GtkWindow* owner, const std::string& title, const std::string& filter) {
-  return Choose(owner, GTK_FILE_CHOOSER_ACTION_SAVE, title, filter);
+std::string ShowSave(GtkWindow* main, const std::string& title, const std::string& filter) {
+  return Choose(main, GTK_FILE_CHOOSER_ACTION_SAVE, title, filter);
 }
 
 }  // namespace Dialogs

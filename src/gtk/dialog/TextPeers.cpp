@@ -1,6 +1,7 @@
 #include "gtk/dialog/TextPeers.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -123,6 +124,14 @@ NumberPeer::NumberPeer(Controls::NumberBox& box, GtkWidget* widget, Callbacks& c
   if (step == 0) gtk_spin_button_set_increments(spin, 1, 10);
   callbacks.On<void(GtkSpinButton*)>(widget, "value-changed", [this](GtkSpinButton* spin) {
     if (!setting_) box_.Value = std::clamp(gtk_spin_button_get_value_as_int(spin), box_.Least, box_.Most);
+  });
+  // What is typed counts as it is typed: a button that is pressed by its letter doesn't end the typing.
+  callbacks.On<void(GtkEditable*)>(widget, "changed", [this](GtkEditable* entry) {
+    int typed = 0;
+    const std::string text = gtk_entry_get_text(GTK_ENTRY(entry));
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), typed).ptr;
+    const bool whole = end == text.data() + text.size() && !text.empty();
+    if (!setting_ && whole && typed >= box_.Least && typed <= box_.Most) box_.Value = typed;
   });
 }
 

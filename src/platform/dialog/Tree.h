@@ -20,7 +20,7 @@ class Tree : public Control {
 
   struct Row {
     RowId Parent = Root;
-    std::string Name, Detail;
+    std::string Name{}, Detail{};
     Icon Picture = Icon::None;
     bool Expanded = false;
     bool CanRename = false;  // the user may type another name in place
