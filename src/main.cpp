@@ -1,4 +1,4 @@
-#include <gtkmm/main.h>
+#include <gtk/gtk.h>
 
 #include <cstdio>
 #include <string>
@@ -22,7 +22,6 @@ int main(int argc, char** argv) {
                  display ? ('"' + std::string(display) + '"').c_str() : "not set");
     return 1;
   }
-  Gtk::Main::init_gtkmm_internals();
   GtkDesktop desktop(line.address);
   Program program(desktop);
   return desktop.Run([&program] {
