@@ -45,14 +45,16 @@ void Import(const TemporaryFolder& favourites, const Bookmarks& bookmarks) {
 TEST(BookmarkReader, TakesWhatBrowsersWrite) {
   const std::string samples = std::string(MARLOWICK_SAMPLES_DIR) + "/";
   Bookmarks firefox = ReadBookmarks(samples + "firefox.html");
-  EXPECT_EQ(Told(firefox.Top),
-            "Guide & Tour=https://docs.bank.test/guide?a=1&copy=2&b=%22x%22 "
-            "Reading{Caf' d\xC3\xA9j\xC3\xA0 vu \xE2\x80\x94 "
-            "\xE6\x97\xA5\xE6\x9C\xAC=https://news.bank.test/ Empty{}} "
-            "Bookmarks Toolbar{Shop=https://shop.bank.test/ shop=https://shop.bank.test/2 "
-            "=https://unnamed.bank.test/path}");
+  EXPECT_EQ(
+      Told(firefox.Top),
+      "Guide & Tour=https://docs.bank.test/guide?a=1&copy=2&b=%22x%22 "
+      "Reading{Caf' d\xC3\xA9j\xC3\xA0 vu \xE2\x80\x94 \xE6\x97\xA5\xE6\x9C\xAC=https://news.bank.test/ "
+      "Empty{}} "
+      "Bookmarks Toolbar{Shop=https://shop.bank.test/ shop=https://shop.bank.test/2 "
+      "=https://unnamed.bank.test/path} Other Bookmarks{Named <b> \"x\" & y{It's \xE6\x97\xA5\xE6\x9C\xAC "
+      "<&>=https://odd.bank.test/?a=%3Cb%3E&amp=1&copy=2#%C3%A9}}");
   EXPECT_EQ(firefox.Count(LeftOut::Place), 1u);
-  EXPECT_EQ(firefox.Count(LeftOut::Script), 1u);
+  EXPECT_EQ(firefox.Count(LeftOut::Script), 2u);
   EXPECT_EQ(Told(ReadBookmarks(samples + "chromium.html").Top),
             "Bookmarks bar{A <tag>=https://a.bank.test/?q=x&y=z Inner{Local=file:///home/me/a%20b.html}} "
             "Settings=chrome://settings/");
@@ -75,6 +77,10 @@ TEST(BookmarkReader, TakesAnyEncodingAndLooseTags) {
                         "<DT><A HREF=3>three</A></DL></DL></DL><DL><A HREF=4>four</A></DL>")
                      .Top),
             "a{one=1 two=2} b{} three=3 four=4");
+  // Browsers of former days left the ampersands as they were.
+  EXPECT_EQ(
+      Told(Parsed("<DL><DT><A HREF=\"x?a=1&copy=2&b\" ICON=\"data:x\" TAGS=\"a,b\">n</A><DD>d</DL>").Top),
+      "n=x?a=1&copy=2&b");
   EXPECT_THROW(Parsed("<html><p>A page</p></html>"), Failure);
   EXPECT_THROW(Parsed(""), Failure);
   EXPECT_THROW(ReadBookmarks("/nowhere/b.html"), Failure);
