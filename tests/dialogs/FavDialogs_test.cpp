@@ -139,9 +139,11 @@ TEST(OrganizeFav, ArrangesWhatIsOnTheDisk) {
   EXPECT_EQ(rig.folder.Read("favourites/A/eins.url"), Favourites::ShortcutText("https://uno.test/"));
   EXPECT_FALSE(rig.Stands("A/_.-uno.url"));
   rig.Do([&] { dialog.treFavourites.Rename(rig.Row("A/eins"), "../uno"); });
-  // Drag and drop, onto a folder and beside a link.
+  // Drag and drop, onto a folder and beside a link, with an address that was only typed.
+  rig.Choose({"A/two"});
+  dialog.txtAddress.Text = "https://deux.test/";
   rig.Do([&] { dialog.treFavourites.Drop({rig.Row("A/two")}, rig.Row("B")); });
-  EXPECT_TRUE(rig.Stands("B/two.url"));
+  EXPECT_EQ(rig.folder.Read("favourites/B/two.url"), Favourites::ShortcutText("https://deux.test/"));
   rig.Do([&] { dialog.treFavourites.Drop({rig.Row("A/_.-uno")}, rig.Row("B/two")); });
   EXPECT_TRUE(rig.Stands("B/_.-uno.url"));
   rig.Do([&] { dialog.treFavourites.Drop({rig.Row("B")}, 0); });
@@ -169,7 +171,7 @@ TEST(OrganizeFav, ArrangesWhatIsOnTheDisk) {
   rig.Choose({"A/B/two"});
   rig.Asked();
   rig.Press(dialog.cmdOpen);
-  EXPECT_EQ(rig.Asked().front(), "Navigate https://zwei.test/");
+  EXPECT_EQ(rig.Asked().front(), "Navigate https://deux.test/");
   rig.Press(dialog.cmdOpenTab);
   EXPECT_EQ(rig.main().tabs.WebBrowser1.UBound(), 1);
 }

@@ -152,6 +152,7 @@ TEST(BookmarkReader, ReadsItsOwnExportWithoutLoss) {
   std::filesystem::create_directories(first.path + "/in/Empty/Inner");
   ASSERT_EQ(::symlink((first.path + "/in").c_str(), (first.path + "/in/ring").c_str()), 0);
   const Bookmarks exported = ReadFavourites(first.path + "/in", OwnAddress);
+  EXPECT_TRUE(Told(exported.Top).ends_with("ring{}"));
   const Bookmarks again = Parsed(BookmarkHtml(exported.Top));
   EXPECT_EQ(Told(again.Top), Told(exported.Top));
   std::filesystem::remove(first.path + "/in/ring");
