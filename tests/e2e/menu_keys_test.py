@@ -2,7 +2,7 @@
 
 import os
 
-from harness import LABELS, ProgramTest, main, run, wait_for
+from harness import LABELS, ProgramTest, click_at, main, move_to, run, wait_for
 
 FORM = """<title>Form</title><body style='margin:0;background:green'>
 <form action='/sent'><input name=q autofocus style='width:600px'><input type=submit></form>
@@ -53,6 +53,31 @@ class MenuKeys(ProgramTest):
         self.program.choose("Launch", 1, 1)
         self.program.press("Information", "OK")
         self.assertEqual(self.program.process.wait(15), 1)
+
+
+class Cascade(ProgramTest):
+    def test_the_end_of_the_second_of_two_leaves_the_first_and_the_mouse(self):
+        program = self.start(self.page("/", FORM))
+        program.wait_title("Form")
+        wait_for(lambda: os.path.isdir(os.path.join(program.home, "favourites")), "the delivered favourites")
+        x, y = LABELS["Favourites"]
+        program.click(x, y)
+        program.move(x + 2, y + 1)
+        left, top, _, _ = wait_for(program.menu, "the favourites")
+        for y in (55, 57):  # the first folder
+            move_to(left + 40, top + y)
+        wait_for(lambda: len(program.popups()) == 2, "the first folder's window")
+        for y in (20, 18):  # a row that is no folder
+            move_to(left + 40, top + y)
+        wait_for(lambda: len(program.popups()) == 1, "the top window alone")
+        program.key("a")
+        self.assertEqual(program.menu()[:2], (left, top))
+        click_at(5, 895)  # outside the program, which only the holder of the mouse hears of
+        wait_for(lambda: program.menu() is None, "no menu after a press elsewhere", 5)
+        program.click(350, 300)
+        program.key("b")
+        wait_for(lambda: "/key?b" in self.server.requests, "the page's mouse and keyboard again", 5)
+        self.assertNotIn("/key?a", self.server.requests)
 
 
 class NoWindowManager(ProgramTest):

@@ -43,7 +43,8 @@ void PopupGroup::StandOver(GtkWidget* frame, Window* scene) {
 }
 
 void PopupGroup::Add(GtkWidget* frame, Window& scene) {
-  Remove(scene);
+  // The grab stays while the one that there is moves to the front.
+  std::erase_if(popups_, [&scene](const Popup& popup) { return popup.scene == &scene; });
   popups_.push_back({frame, &scene});
   Grab();
 }
