@@ -79,6 +79,11 @@ class AddressField(ProgramTest):
         wait_for(program.menu, "the list")
         click_at(left + 50, top + 9)
         program.wait_title("First")
+        # A double click is the field's alone.
+        place = program.rect
+        run("xdotool", "mousemove", str(place[0] + 400), str(place[1] + 57), "click", "--repeat", "2", "--delay", "50", "1")
+        program.key("End")
+        self.assertEqual(program.rect, place)
         # Escape closes it and leaves the address; so does a press elsewhere, which does nothing else.
         program.click(400, 57)
         for end in (lambda: program.key("Escape"), lambda: program.click(400, 300)):

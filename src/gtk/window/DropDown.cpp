@@ -85,8 +85,17 @@ void DropDown::Listen() {
   using Activated = void(GtkTreeView*, GtkTreePath*, GtkTreeViewColumn*);
   callbacks_.On<Activated>(list_, "row-activated",
                            [this](auto*, GtkTreePath* path, auto*) { Choose(IndexOf(path)); });
-  callbacks_.On<gboolean(GtkWidget*, GdkEventButton*)>(
-      popup_.get(), "button-press-event", [this](auto*, GdkEventButton* event) { return Press(*event); });
+  using Button = gboolean(GtkWidget*, GdkEventButton*);
+  callbacks_.On<Button>(popup_.get(), "button-press-event", [this](auto*, GdkEventButton* event) {
+    if (Outside(*event)) leaving_ = true;
+    return leaving_;
+  });
+  // Not before the release, which would act on what lies there: a page takes the keyboard at it.
+  callbacks_.On<Button>(popup_.get(), "button-release-event", [this](auto*, auto*) {
+    if (!leaving_) return false;
+    Close();
+    return true;
+  });
   for (const char* signal : {"key-press-event", "key-release-event"})
     callbacks_.On<gboolean(GtkWidget*, GdkEventKey*)>(popup_.get(), signal,
                                                       [this](auto*, GdkEventKey* event) {
@@ -110,6 +119,7 @@ void DropDown::Open(GtkWidget* field, const std::string& text) {
     gtk_tree_view_scroll_to_cell(list_, PathOf(nearest_).get(), nullptr, TRUE, 0, 0);
     if (Text::SameWithoutCase(combo_.List(nearest_), text)) Highlight(nearest_);
   }
+  leaving_ = false;
   gtk_widget_show(popup_.get());
   Grab();
 }
@@ -184,15 +194,12 @@ void DropDown::Grab() {
                            nullptr, nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
 }
 
-bool DropDown::Press(const GdkEventButton& event) {
+bool DropDown::Outside(const GdkEventButton& event) const {
   int left = 0, top = 0;
   gdk_window_get_origin(gtk_widget_get_window(popup_.get()), &left, &top);
   const double x = event.x_root - left, y = event.y_root - top;
-  if (x >= 0 && y >= 0 && x < gtk_widget_get_allocated_width(popup_.get()) &&
-      y < gtk_widget_get_allocated_height(popup_.get()))
-    return false;
-  Close();
-  return true;
+  return x < 0 || y < 0 || x >= gtk_widget_get_allocated_width(popup_.get()) ||
+         y >= gtk_widget_get_allocated_height(popup_.get());
 }
 
 bool DropDown::TakeKey(const GdkEventKey& event) {

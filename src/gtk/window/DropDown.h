@@ -42,7 +42,7 @@ class DropDown {
   void Place();
   int RowHeight() const;
   void Grab();
-  bool Press(const GdkEventButton& event);
+  bool Outside(const GdkEventButton& event) const;
   void MoveBy(long rows);
   std::optional<size_t> Highlighted() const;
   void Highlight(size_t index);
@@ -57,5 +57,6 @@ class DropDown {
   GtkTreeView* list_ = nullptr;
   size_t nearest_ = 0;  // where the keys start while nothing is highlighted
   bool grabbed_ = false;
+  bool leaving_ = false;  // a button of the mouse is down outside
   Callbacks callbacks_;
 };

@@ -249,6 +249,9 @@ void GtkComboField::ListenToMouse() {
     first_click_.reset();
     return FALSE;
   });
+  // What the entry leaves, such as the second press of a double click, is nobody's below it.
+  for (const char* signal : {"button-press-event", "button-release-event"})
+    callbacks_.On<Button>(pair_.get(), signal, [](auto*, auto*) { return TRUE; });
   callbacks_.On<void(GtkButton*)>(button_, "clicked", [this](auto*) { ToggleList(); });
 }
 
