@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "core/Conversions.h"
 #include "core/Program.h"
@@ -12,10 +13,13 @@
 
 namespace {
 
-constexpr int16_t Enter = 13, Backspace = 8, Shift = 16, Clear = 12, Delete = 46;
+constexpr int16_t Enter = 13, Backspace = 8, Shift = 16, Clear = 12, Escape = 27, Delete = 46;
 
 // Keys that end no typing: deleting never completes again.
 constexpr std::array Excluded = {Enter, Backspace, Shift, Clear, Delete};
+
+// Keys that move and select in what is there: End, Home, Left and Right.
+constexpr std::array Caret = {int16_t{35}, int16_t{36}, int16_t{37}, int16_t{39}};
 
 // Schemes that nobody types, in upper case.
 constexpr std::string_view Http = "HTTP://", File = "FILE:///";
@@ -40,6 +44,11 @@ AddressBar::AddressBar(frmMain& main)
   Combo1->KeyPress = [this](int key_ascii) { Combo1_KeyPress(ToInt16(key_ascii)); };
   Combo1->KeyUp = [this](int key_code) { Combo1_KeyUp(ToInt16(key_code)); };
   Combo1->Click = [this] { Combo1_Click(); };
+  Combo1->Change = [this] {
+    if (!typing_) typing_tab_ = main_.tabs.CurrentTab;
+    typing_ = true;
+  };
+  Combo1->LostFocus = [this] { EndTyping(); };
   Combo1->ListCount = [this] { return list_.Size(); };
   Combo1->List = [this](size_t index) -> const std::string& { return list_[index]; };
   Combo1->ListIndex = [this](const std::string& text) { return list_.IndexOf(text); };
@@ -56,6 +65,11 @@ void AddressBar::AddItem(const std::string& item) {
 }
 
 void AddressBar::Combo1_KeyPress(int16_t KeyAscii) {
+  if (KeyAscii == Escape) {
+    typing_ = false;
+    Skipping([this] { SetAddressText(); });
+    Combo1->Select(0, static_cast<long>(Text::Length(Combo1->Text())));
+  }
   if (KeyAscii != Enter) return;
   const std::string address = Combo1->Text();
   // What is kept is read by others: a password isn't.
@@ -76,6 +90,7 @@ void AddressBar::Combo1_KeyUp(int16_t KeyCode) {
   const std::string Typed = Combo1->Text();
   const size_t N = Text::Length(Typed);
   if (std::find(Excluded.begin(), Excluded.end(), KeyCode) != Excluded.end()) return;
+  if (N > 0 && std::find(Caret.begin(), Caret.end(), KeyCode) != Caret.end()) return;
   const std::string key = Text::UpperCase(Typed);
   for (const auto& [Item, Key] : list_) {
     const size_t P = PrefixLength(Key);
@@ -90,6 +105,8 @@ void AddressBar::CompleteWith(const std::string& Item, size_t P, size_t N) {
 }
 
 void AddressBar::Combo1_Click() {
+  typing_ = false;
+  aside_.reset();
   main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
   TabSet& tabs = main_.tabs;
   // A page that closed itself has taken its timer along, and its element may be gone too.
@@ -110,8 +127,26 @@ void AddressBar::SetAddressText() {
     const std::string Failed = U.substr(U.find('#') + 1);
     if (Text::LowerCase(Text::Left(U, 3)) == "res" && !WebAddress::IsOfSite(Failed)) U = Failed;
   }
-  Combo1->SetText(U);
+  if (typing_ && typing_tab_ == tabs.CurrentTab) {
+    aside_ = U;
+  } else {
+    typing_ = false;
+    Show(U);
+  }
   tabs.picTab(tabs.CurrentTab).ToolTipText = shown.LocationName() + " (" + U + ")";
+}
+
+void AddressBar::Show(const std::string& text) {
+  aside_.reset();
+  const long length = static_cast<long>(Text::Length(Combo1->Text()));
+  const bool whole = length > 0 && Combo1->SelLength() == length;
+  Combo1->SetText(text);
+  if (whole) Combo1->Select(0, static_cast<long>(Text::Length(Combo1->Text())));
+}
+
+void AddressBar::EndTyping() {
+  typing_ = false;
+  if (const std::optional<std::string> kept = std::exchange(aside_, std::nullopt)) Show(*kept);
 }
 
 void AddressBar::SaveComplete() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "address/SortedList.h"
@@ -16,6 +17,10 @@ class AddressBar {
   explicit AddressBar(frmMain& main);
 
   std::unique_ptr<ComboBox> Combo1;
+
+  // True from the first change that the user makes to the field until it is confirmed, given up or left: the
+  // field is the typist's meanwhile.
+  bool Typing() const { return typing_; }
 
   void ClearList();
   // At its sorted place, as it stands.
@@ -35,7 +40,14 @@ class AddressBar {
   // Shows an item with what stands behind its prefix and the typed characters selected.
   void CompleteWith(const std::string& Item, size_t P, size_t N);
   bool Lists(const std::string& address) const;
+  // Sets the text; what was selected whole stays so.
+  void Show(const std::string& text);
+  // The user gives the field back: it shows what was kept aside.
+  void EndTyping();
 
   frmMain& main_;
   SortedList list_;
+  bool typing_ = false;
+  int16_t typing_tab_ = 0;            // the tab on show when the typing began
+  std::optional<std::string> aside_;  // what was to be shown meanwhile
 };

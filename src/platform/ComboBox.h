@@ -36,6 +36,8 @@ class ComboBox : public Control {
   // letters and digits are their capital ASCII codes, any other key is some other number.
   std::function<void(int key_ascii)> KeyPress;
   std::function<void(int key_code)> KeyUp;
+  // The user has changed the text, by whatever means; the keyboard has left the field.
+  std::function<void()> Change, LostFocus;
   std::function<void()> Click;  // an item of the drop-down was chosen; Text is that item
 
  protected:

@@ -32,6 +32,7 @@ class AddressBarTest : public testing::Test {
   void Type(const std::string& text) {
     Combo1().SetText(text);
     Combo1().Select(static_cast<long>(text.size()), 0);
+    Combo1().Change();
     Combo1().KeyUp('A');
   }
 
@@ -124,6 +125,44 @@ TEST_F(AddressBarTest, EnterAddsWhatIsNewAndGoesThere) {
   EXPECT_EQ(Listed(), (std::vector<std::string>{"  a.test", "a.test", "b.test", "Étage.test"}));
   for (const int key : {65, 9, 27}) Combo1().KeyPress(key);
   EXPECT_EQ(desktop.log.size(), 10U);
+}
+
+TEST_F(AddressBarTest, TheFieldBelongsToTheTypist) {
+  StartWith("");
+  AddressBar& address = program.main().address;
+  Page().url = "http://first.test/";
+  address.SetAddressText();
+  Combo1().Select(0, 99);
+  Page().url = "http://second.test/";
+  address.SetAddressText();
+  EXPECT_EQ(Shown(), "[http://second.test/]") << "a selection of the whole stays one";
+  Type("new");
+  Page().url = "http://third.test/";
+  address.SetAddressText();
+  EXPECT_EQ(Shown(), "new[]");
+  Combo1().Type("er", 'R');
+  EXPECT_EQ(Shown(), "newer[]");
+  Combo1().LostFocus();
+  EXPECT_EQ(Combo1().text, "http://third.test/");
+  Type("given up");
+  Combo1().KeyPress(27);
+  EXPECT_EQ(Shown(), "[http://third.test/]");
+  Type("left for another tab");
+  program.main().tabs.AddTab("about:blank");
+  EXPECT_NE(Combo1().text, "left for another tab");
+  EXPECT_FALSE(address.Typing());
+}
+
+TEST_F(AddressBarTest, CaretKeysMoveAndDontComplete) {
+  StartWith("http://example.test\r\n");
+  for (const int key : {35, 36, 37, 39}) {
+    Combo1().SetText("exa");
+    Combo1().KeyUp(key);
+    EXPECT_EQ(Combo1().text, "exa") << key;
+    Combo1().SetText("");
+    Combo1().KeyUp(key);
+    EXPECT_EQ(Combo1().text, "http://example.test") << key;
+  }
 }
 
 TEST_F(AddressBarTest, KeepsNoPassword) {

@@ -114,6 +114,7 @@ void FakeComboBox::Type(const std::string& key, int key_code) {
   text = head + key + Text::Behind(text, static_cast<size_t>(start + length));
   start += static_cast<long>(Text::Length(key));
   length = 0;
+  if (Change) Change();
   if (KeyUp) KeyUp(key_code);
 }
 

@@ -80,7 +80,9 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   ListenToKeys();
   ListenToMouse();
   callbacks_.On<void(GtkEntry*)>(entry_, "changed", [this](auto*) {
-    if (!setting_) text_ = gtk_entry_get_text(entry_);
+    if (setting_) return;
+    text_ = gtk_entry_get_text(entry_);
+    if (Change) Change();
   });
   callbacks_.On<void(GtkWidget*)>(entry_, "unmap", [this](auto*) { list_.Close(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
@@ -146,6 +148,8 @@ void GtkComboField::ListenToKeys() {
     // Where these keys come up is nothing to the field any more.
     down_.clear();
     list_.Close();
+    // A window of the program's own may take the keyboard for a moment, as the list does.
+    if (LostFocus && gtk_window_is_active(GTK_WINDOW(gtk_widget_get_toplevel(pair_.get())))) LostFocus();
     return FALSE;
   });
 }
