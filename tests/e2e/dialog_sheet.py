@@ -1,12 +1,17 @@
-"""Writes a contact sheet of the dialogs: FILE, then variants of the desktop (none: all), a line for each."""
+"""Writes a contact sheet of the dialogs: FILE, then variants of the desktop (none: all)."""
 
+import os
+import re
+import subprocess
 import sys
 import time
 
+from gi.repository import GLib
 from PIL import Image, ImageDraw
 
 import harness
 from harness import Marlowick, Screen, run, wait_for
+from inputs import key
 
 # The environment of the program, and the screen.
 VARIANTS = {
@@ -18,7 +23,8 @@ VARIANTS = {
     "1024 by 600": ({}, (1024, 600)),
 }
 OPTION_PAGES = ("Tab Options", "Defaults", "Misc", "Skins", "Clear", "Cookies")
-GAP, HEADING = 12, 24
+WIDTH, GAP, HEADING = 1800, 12, 24
+GROUND, INK = (58, 62, 68), (225, 228, 232)
 
 
 class Sheet:
@@ -42,8 +48,13 @@ class Sheet:
     def press(self, name):
         """By its name and not by its place, which each variant has elsewhere."""
         def pressed():
-            for node in reversed(self.all(name)):
-                if node.getRole() == self.pyatspi.ROLE_PAGE_TAB:
+            try:
+                found = self.all(name)
+            except GLib.Error:  # what has gone meanwhile
+                return False
+            pages = [node for node in found if node.getRole() == self.pyatspi.ROLE_PAGE_TAB]
+            for node in pages or reversed(found):
+                if node in pages:
                     return node.parent.querySelection().selectChild(node.getIndexInParent())
                 if "Action" in node.get_interfaces() and node.queryAction().nActions:
                     return node.queryAction().doAction(0)
@@ -53,10 +64,11 @@ class Sheet:
 
     def shoot(self, title, name=None):
         window = self.program.wait_window(title)
+        self.program.wait_active(window)
         time.sleep(0.7)  # for the last of the toolkit's animations
-        text = run("xdotool", "getwindowgeometry", "--shell", window)
-        values = dict(line.split("=") for line in text.splitlines())
-        left, top, width, height = (int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        text = run("xwininfo", "-id", window)
+        left, top, width, height = (int(re.search(what + r":\s+(-?\d+)", text)[1]) for what in (
+            "Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
         picture = self.screen.shot()
         if left < 0 or top < 0 or left + width > picture.width or top + height > picture.height:
             print(f"{name or title}: {width} x {height} doesn't fit the screen")
@@ -70,19 +82,23 @@ class Sheet:
         self.press("Launch")
         self.press("Customise")
         self.shoot("Customise Launch Menu")
-        self.press("Add")
+        # A modal dialog that a screen reader opens keeps it waiting; the keyboard's doesn't.
+        key("alt+a")
         self.shoot("Browse for file...")
-        self.press("Installed Applications...")
+        key("alt+i")
         self.shoot("Add to launch menu")
-        self.press("Cancel")
-        self.press("Cancel")
-        self.press("Close")
+        key("Escape")
+        self.shoot("Browse for file...", "again")
+        key("Escape")
+        self.shoot("Customise Launch Menu", "again")
+        key("alt+c")
+        self.pictures = [(name, picture) for name, picture in self.pictures if name != "again"]
         self.press("View")
         self.press("Browser Options...")
         for page in OPTION_PAGES:
             self.press(page)
             if page == "Skins":
-                run("xdotool", "key", "Tab", "Down", "Down")
+                key("Tab", "Down", "Down")
             self.shoot("Marlowick Options", page)
         return self.pictures
 
@@ -91,28 +107,50 @@ class Sheet:
         self.screen.close()
 
 
-def line_of(variant):
+def pictures_of(variant):
     sheet = Sheet(variant)
     try:
-        pictures = sheet.take()
+        return [(f"{variant}: {name}", picture) for name, picture in sheet.take()]
     finally:
         sheet.close()
-    width = sum(picture.width + GAP for _, picture in pictures)
-    line = Image.new("RGB", (width, HEADING + max(picture.height for _, picture in pictures) + GAP), (58, 62, 68))
-    draw, x = ImageDraw.Draw(line), 0
+
+
+def laid_out(pictures):
+    """The pictures in lines, each below its name."""
+    width = max(WIDTH, *(picture.width for _, picture in pictures))
+    places, x, y, height = [], 0, 0, 0
     for name, picture in pictures:
-        draw.text((x + 4, 6), f"{variant}: {name}", (225, 228, 232))
-        line.paste(picture, (x, HEADING))
-        x += picture.width + GAP
-    return line
+        if x + picture.width > width:
+            x, y, height = 0, y + height + HEADING + GAP, 0
+        places.append((x, y))
+        x, height = x + picture.width + GAP, max(height, picture.height)
+    sheet = Image.new("RGB", (width, y + height + HEADING), GROUND)
+    draw = ImageDraw.Draw(sheet)
+    for (x, y), (name, picture) in zip(places, pictures):
+        draw.text((x + 4, y + 6), name, INK)
+        sheet.paste(picture, (x, y + HEADING))
+    return sheet
+
+
+def stacked(sheets):
+    whole = Image.new("RGB", (max(sheet.width for sheet in sheets), sum(sheet.height + GAP for sheet in sheets)), GROUND)
+    y = 0
+    for sheet in sheets:
+        whole.paste(sheet, (0, y))
+        y += sheet.height + GAP
+    return whole
 
 
 path, *variants = sys.argv[1:]
-lines = [line_of(variant) for variant in variants or VARIANTS]
-whole = Image.new("RGB", (max(line.width for line in lines), sum(line.height for line in lines)), (58, 62, 68))
-y = 0
-for line in lines:
-    whole.paste(line, (0, y))
-    y += line.height
-whole.quantize(256).save(path, optimize=True)
+if len(variants) == 1:
+    sheet = laid_out(pictures_of(variants[0]))
+else:
+    # Each in a process of its own: the accessibility library knows one bus for good.
+    parts = [f"{path}.{number}.png" for number, _ in enumerate(variants or VARIANTS)]
+    for part, variant in zip(parts, variants or VARIANTS):
+        subprocess.run([sys.executable, __file__, part, variant], check=True)
+    sheet = stacked([Image.open(part).convert("RGB") for part in parts])
+    for part in parts:
+        os.remove(part)
+sheet.quantize(256).save(path, optimize=True)
 print("Wrote", path)

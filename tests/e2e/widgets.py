@@ -1,21 +1,26 @@
 """The parts of a dialog, found as screen readers find them, and used by mouse and keyboard as people use them."""
 
+from gi.repository import GLib
+
 from harness import wait_for
 from inputs import click_at, key, type_text
 
 
 class Widgets:
-    def __init__(self, program, title):
+    def __init__(self, program, title, message=False):
+        """`message`: a message box, which the toolkit calls by its kind."""
         import pyatspi  # connects to the session bus, which has to be there
 
         self.pyatspi, self.program, self.title = pyatspi, program, title
+        self.message = message
         program.wait_window(title)
 
     def tops(self):
         for application in self.pyatspi.Registry.getDesktop(0):
             if application is not None and application.get_process_id() == self.program.process.pid:
                 application.clear_cache()
-                return [top for top in application if top is not None and top.name == self.title]
+                return [top for top in application if top is not None and
+                        (top.getRole() == self.pyatspi.ROLE_ALERT if self.message else top.name == self.title)]
         return []
 
     def all(self, name):
@@ -27,7 +32,10 @@ class Widgets:
                 if child is not None:
                     yield from walk(child)
 
-        return [found for top in self.tops() for found in walk(top) if found.getRole() != self.pyatspi.ROLE_FRAME]
+        try:
+            return [found for top in self.tops() for found in walk(top) if found.getRole() != self.pyatspi.ROLE_FRAME]
+        except GLib.Error:  # what has gone meanwhile
+            return []
 
     def one(self, name):
         return wait_for(lambda: self.all(name), f'"{name}" in "{self.title}"')[-1]
@@ -54,14 +62,20 @@ class Widgets:
             click_at(*self.place(name))
 
     def fill(self, name, text):
-        """Types over what stands in a field."""
-        self.click(name)
+        """Types over what stands in the field with this label."""
+        box = self.field(name).queryComponent().getExtents(self.pyatspi.DESKTOP_COORDS)
+        click_at(box.x + box.width // 2, box.y + box.height // 2)
         key("ctrl+a")
         type_text(text)
         wait_for(lambda: self.text(name) == text, f'"{text}" in "{name}"')
 
+    def field(self, name):
+        """The one that a label belongs to."""
+        return next(relation.getTarget(0) for relation in self.one(name).getRelationSet()
+                    if relation.getRelationType() == self.pyatspi.RELATION_LABEL_FOR)
+
     def text(self, name):
-        content = self.one(name).queryText()
+        content = self.field(name).queryText()
         return content.getText(0, content.characterCount)
 
     def wait_end(self):
