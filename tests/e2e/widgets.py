@@ -71,7 +71,10 @@ class Widgets:
 
     def field(self, name):
         """The one that a label belongs to."""
-        return next(relation.getTarget(0) for relation in self.one(name).getRelationSet()
+        found = self.one(name)
+        if found.getRole() in (self.pyatspi.ROLE_TEXT, self.pyatspi.ROLE_PASSWORD_TEXT):
+            return found
+        return next(relation.getTarget(0) for relation in found.getRelationSet()
                     if relation.getRelationType() == self.pyatspi.RELATION_LABEL_FOR)
 
     def text(self, name):
