@@ -322,20 +322,45 @@ class Marlowick:
     def answer_open(self, title, path):
         """Chooses a file in the dialog with this title that opens one."""
         self.wait_active(self.wait_window(title))
-        type_text(path[0])
-        time.sleep(1)  # the first letter makes a field, which loses the next ones
-        self.key("ctrl+a")
-        type_text(path, 25)
-        time.sleep(0.3)
-        self.key("Return")
+        self.key("ctrl+l")  # makes a field
+        self.type_path(title, path)
 
     def answer_save(self, title, path):
         """Names a file in the dialog with this title that saves one."""
         self.wait_active(self.wait_window(title))
-        self.key("ctrl+a")
-        type_text(path)
-        time.sleep(0.3)
+        self.type_path(title, path)
+
+    def type_path(self, title, path):
+        """Into the field of a file dialog, and Enter; a busy dialog may lose the first letters, so it's looked at."""
+        for _ in range(3):
+            self.key("ctrl+a")
+            type_text(path, 25)
+            with contextlib.suppress(AssertionError):
+                wait_for(lambda: path in self.field_texts(title), "the path", 5)
+                break
+        else:
+            raise AssertionError(f'"{title}" has {self.field_texts(title)} instead of {path}')
         self.key("Return")
+
+    def field_texts(self, window):
+        """What stands in the fields of the window with this title."""
+        import pyatspi
+        from gi.repository import GLib
+
+        def below(node):
+            if node.getRole() in (pyatspi.ROLE_TEXT, pyatspi.ROLE_ENTRY):
+                yield node.queryText().getText(0, -1)
+            elif node.getRole() != pyatspi.ROLE_TABLE:  # the files
+                for child in node:
+                    if child is not None:
+                        yield from below(child)
+
+        with contextlib.suppress(GLib.Error, NotImplementedError):
+            for application in pyatspi.Registry.getDesktop(0):
+                if application is not None and application.get_process_id() == self.process.pid:
+                    application.clear_cache()
+                    return [text for top in application if top and top.name == window for text in below(top)]
+        return []
 
     def menu(self):
         """Left, top, width, height of the open menu; None while there is none."""
