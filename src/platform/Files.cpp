@@ -165,14 +165,14 @@ void FileSlot::OpenExactly(const std::string& host_path, Mode mode) {
   if (mode == Mode::Input) {
     file_ = OpenForReading(path_);
   } else if (mode == Mode::Append) {
-    file_ = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    file_ = ::open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600);
   } else {
     struct stat status {};
     const bool replaces = ::stat(path_.c_str(), &status) == 0;
     if (replaces && S_ISDIR(status.st_mode)) Fail("Can't write the file", path_, EISDIR);
     if (replaces && ::access(path_.c_str(), W_OK) != 0) Fail("Can't write the file", path_, errno);
     temporary_ = path_ + ".new-" + std::to_string(::getpid());
-    file_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    file_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     if (file_ >= 0 && replaces && ::fchmod(file_, status.st_mode & 0777) != 0) { /* keeps the usual mode */
     }
   }

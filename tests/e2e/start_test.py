@@ -77,6 +77,13 @@ class Start(ProgramTest):
             wait_for(lambda: self.files_below(home) == delivered, "all that is delivered, and nothing else")
             self.assertEqual(program.close(), 0)
 
+            mode = lambda name: os.stat(os.path.join(home, name)).st_mode & 0o777
+            self.assertEqual([mode(name) for name in ("", "engine", "browser.ini")], [0o700, 0o700, 0o600])
+            self.assertEqual({mode(os.path.join("history", name)) for name in os.listdir(os.path.join(home, "history"))},
+                             {0o600})
+
+            # A folder of an earlier version is put right.
+            os.chmod(home, 0o755)
             # As after a power cut: the mark is still there, skins are half copied, a file has lost what was in it.
             shutil.rmtree(os.path.join(home, "skins"))
             os.makedirs(os.path.join(home, "skins.new-1", "Steel"))
@@ -87,6 +94,7 @@ class Start(ProgramTest):
             program = self.start(page, home=home)
             program.wait_title("Green page")
             self.assertEqual([name for name in self.files_below(home) if name != "autocomplete.dat"], delivered)
+            self.assertEqual(mode(""), 0o700)
             self.assertGreater(os.path.getsize(os.path.join(home, "history.dat")), 0)
             with open(os.path.join(home, "launch.dat")) as file:
                 self.assertEqual(file.read(), "mine", "the user's own")

@@ -21,8 +21,25 @@ files::path ExecutableFolder() {
   return self.parent_path();
 }
 
-// What is delivered lies beside the executable.
-files::path DeliveredFolder() { return ExecutableFolder() / "data"; }
+// What is delivered lies beside the executable, or, where the program was installed, where such things go.
+files::path DeliveredFolder() {
+  const files::path beside = ExecutableFolder() / "data";
+  return files::exists(beside) ? beside : ExecutableFolder().parent_path() / "share" / "marlowick";
+}
+
+// What users do here is nobody else's business, whatever the session's mask says.
+void KeepPrivate(const files::path& folder) {
+  using enum files::perms;
+  std::error_code ignored;
+  files::permissions(folder, owner_all, ignored);
+  files::create_directory(folder / "engine", ignored);
+  files::permissions(folder / "engine", owner_all, ignored);
+}
+
+void CopyFile(const files::path& from, const files::path& to) {
+  files::copy_file(from, to, files::copy_options::overwrite_existing);
+  files::permissions(to, files::perms::owner_read | files::perms::owner_write);
+}
 
 files::path ChosenFolder() {
   const char* home = g_getenv("MARLOWICK_HOME");
@@ -52,7 +69,7 @@ void InstallMissing(const files::path& folder) {
     else if (entry->is_directory())
       files::create_directories(target);
     else if (!files::exists(target) || files::is_empty(target))
-      files::copy_file(entry->path(), target, files::copy_options::overwrite_existing);
+      CopyFile(entry->path(), target);
   }
 }
 
@@ -132,6 +149,8 @@ files::path FindFolder() {
   if (::access(folder.c_str(), W_OK | X_OK) != 0)
     throw Failure("The program's folder \"" + folder.string() +
                   "\" can't be written: " + std::strerror(errno));
+  // A folder that the program is carried about in is its owner's to share.
+  if (folder != ExecutableFolder()) KeepPrivate(folder);
   return folder;
 }
 
