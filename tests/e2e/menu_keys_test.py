@@ -52,7 +52,7 @@ class MenuKeys(ProgramTest):
         with open(os.path.join(self.program.home, "launch.dat"), "w", newline="") as file:
             file.write("Nothing there\r\n/no/such/program\r\n")
         self.program.choose("Launch", 1, 1)
-        self.program.press("Information", "OK")
+        self.program.press("Marlowick", "OK")
         self.assertEqual(self.program.process.wait(15), 1)
 
 

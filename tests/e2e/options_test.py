@@ -71,6 +71,7 @@ class Options(ProgramTest):
         key("Tab", "ctrl+a")
         type_text(found)
         options.click("Misc", "a new tab", "Use fast screen refresh when resizing", "Skins", "Steel")
+        wait_for(lambda: len(options.all("Steel")) > 1, "the skin's name")
         self.assertEqual(self.edge(), before, "nothing is applied yet")
         options.click("Clear", "Do not use auto complete", "Cookies")
         self.assertFalse(options.enabled("Edit Filters"))
@@ -135,7 +136,10 @@ class Options(ProgramTest):
         seen = [self.edge()]
         for skin in ("Midnight", "Paper", "Steel"):
             options = self.open()
-            options.click("Skins", skin, "Ok")
+            options.click("Skins", skin)
+            # In the list, and as the name of the one on show.
+            wait_for(lambda: len(options.all(skin)) > 1, "the skin's name")
+            options.click("Ok")
             options.wait_end()
             wait_for(lambda: self.edge() not in seen, "the skin " + skin)
             seen.append(self.edge())

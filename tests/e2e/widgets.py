@@ -53,9 +53,16 @@ class Widgets:
         return self.has(name, self.pyatspi.STATE_SENSITIVE)
 
     def place(self, name):
-        """The middle, on the screen."""
-        box = self.one(name).queryComponent().getExtents(self.pyatspi.DESKTOP_COORDS)
-        return box.x + box.width // 2, box.y + box.height // 2
+        """The middle, on the screen, once it stays: a page that has just been chosen is still laid out."""
+        places = []
+
+        def stays():
+            box = self.one(name).queryComponent().getExtents(self.pyatspi.DESKTOP_COORDS)
+            places.append((box.x + box.width // 2, box.y + box.height // 2))
+            return len(places) > 3 and len(set(places[-4:])) == 1
+
+        wait_for(stays, f'the place of "{name}"')
+        return places[-1]
 
     def click(self, *names):
         for name in names:
