@@ -97,7 +97,7 @@ TEST(BookmarkReader, KeepsHostileFilesInsideTheFolder) {
   html += std::string(
       "<DT><A HREF='https://nul.test/'>a\0b\x01"
       "c</A>",
-      44);
+      41);
   for (int i = 0; i < 2000; ++i) html += "<DT><H3>deep</H3><DL><p>";
   html += "<DT><A HREF='https://deep.test/'>deep</A>";
   Bookmarks bookmarks = Parsed(html);
