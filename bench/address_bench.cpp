@@ -62,7 +62,7 @@ void MeasureCompletion(Report& report, const Case& row) {
   const auto times = Medians(Rounds, {[&] { matches += PlainMatches(plain, row.Typed); },
                                       [&] {
                                         bar.Combo1().text = row.Typed;
-                                        bar.Combo1().KeyUp(LetterKey, 0);
+                                        bar.Combo1().KeyUp(LetterKey);
                                       }});
   if (bar.Combo1().text != row.Last || matches > Rounds + 1) std::abort();
   const std::string name = std::string("completion, ") + row.Name;
@@ -82,7 +82,7 @@ void MeasureAddition(Report& report) {
   size_t next = 0;
   const auto times = Medians(Rounds, {[&] {
                                         bar.Combo1().text = "nothing of the kind";
-                                        bar.Combo1().KeyUp(LetterKey, 0);
+                                        bar.Combo1().KeyUp(LetterKey);
                                       },
                                       [&] {
                                         for (int i = 0; i < Additions; ++i) bar.Room().AddItem(more[next++]);
