@@ -27,6 +27,7 @@ sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
 from harness import Marlowick, Screen, Server, children_of, run, wait_for  # noqa: E402
 
 SKIN_BENCH = os.path.join(ROOT, "build", "bench", "skin_bench")
+PROGRAM = os.path.join(ROOT, "build", "marlowick")
 BARE = os.path.join(ROOT, "build", "bench", "bare_window")
 ENGINE_COOKIES = os.path.join(ROOT, "build", "bench", "engine_cookies")
 RUNS = int(os.environ.get("RUNS", "10"))
@@ -98,16 +99,21 @@ def one_start(pixels, command, environment):
     return took, used
 
 
-def start(screen):
-    pixels = Pixels()
+@contextlib.contextmanager
+def green_page():
+    """A folder on the disk, and a page in it that the starts are timed to."""
     with tempfile.TemporaryDirectory(prefix="marlowick-", dir=os.path.dirname(BARE)) as folder:
         page = os.path.join(folder, "green.html")
         with open(page, "w") as file:
             file.write("<title>Green</title><body style='background:#008000'>")
-        program = os.path.join(ROOT, "build", "marlowick")
+        yield folder, page
 
+
+def start(screen):
+    pixels = Pixels()
+    with green_page() as (folder, page):
         def ours(home):
-            return one_start(pixels, [program, "file://" + page], {"MARLOWICK_HOME": os.path.join(folder, home)})
+            return one_start(pixels, [PROGRAM, "file://" + page], {"MARLOWICK_HOME": os.path.join(folder, home)})
 
         runs = []
         for turn in range(RUNS + 1):
@@ -139,14 +145,9 @@ def fill(folder, count):
 
 def cookies(screen):
     pixels = Pixels()
-    with tempfile.TemporaryDirectory(prefix="marlowick-", dir=os.path.dirname(BARE)) as folder:
-        page = os.path.join(folder, "green.html")
-        with open(page, "w") as file:
-            file.write("<title>Green</title><body style='background:#008000'>")
-        program = os.path.join(ROOT, "build", "marlowick")
-
+    with green_page() as (folder, page):
         def ours(home):
-            return one_start(pixels, [program, "file://" + page], {"MARLOWICK_HOME": home})[0]
+            return one_start(pixels, [PROGRAM, "file://" + page], {"MARLOWICK_HOME": home})[0]
 
         def bare(data):
             return one_start(pixels, [BARE, "file://" + page, data], {})[0]

@@ -29,11 +29,10 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string
       WEBKIT_WEB_CONTEXT(g_object_new(WEBKIT_TYPE_WEB_CONTEXT, "website-data-manager", data.get(),
                                       "process-swap-on-cross-site-navigation-enabled", TRUE, nullptr)));
   WebKitSecurityManager* security = webkit_web_context_get_security_manager(context.get());
-  const std::string own = "marlowick";
-  webkit_security_manager_register_uri_scheme_as_local(security, own.c_str());
-  webkit_security_manager_register_uri_scheme_as_secure(security, own.c_str());
-  webkit_security_manager_register_uri_scheme_as_display_isolated(security, own.c_str());
-  webkit_security_manager_register_uri_scheme_as_no_access(security, own.c_str());
+  webkit_security_manager_register_uri_scheme_as_local(security, Engine::OwnScheme);
+  webkit_security_manager_register_uri_scheme_as_secure(security, Engine::OwnScheme);
+  webkit_security_manager_register_uri_scheme_as_display_isolated(security, Engine::OwnScheme);
+  webkit_security_manager_register_uri_scheme_as_no_access(security, Engine::OwnScheme);
   webkit_web_context_set_sandbox_enabled(context.get(), TRUE);
   webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context.get()),
                                                cookies.c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);

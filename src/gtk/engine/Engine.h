@@ -13,7 +13,9 @@
 // settings, the proxy, whether the program works offline, and the downloads. Knows no page.
 class Engine {
  public:
-  // The origin of the element's own pages: no web page shares it, is let into it, or may lead to it.
+  // The scheme and the origin of the element's own pages: no web page shares it, is let into it, or may lead
+  // to it.
+  static constexpr const char* OwnScheme = "marlowick";
   static constexpr const char* OwnOrigin = "marlowick:own";
 
   // `folder` is that of the engine's own data. Its callbacks go through `runner`.

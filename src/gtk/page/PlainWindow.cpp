@@ -4,6 +4,7 @@
 
 #include "gtk/page/BrowserWorld.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -51,8 +52,10 @@ GtkWidget* PlainWindow::AddButton(const char* icon, const char* name,
   gtk_widget_set_tooltip_text(button, name);
   atk_object_set_name(gtk_widget_get_accessible(button), name);
   gtk_box_pack_start(GTK_BOX(bar_), button, FALSE, FALSE, 0);
-  callbacks_.On<void(GtkWidget*)>(button, "clicked",
-                                  [this, pressed = std::move(pressed)](auto*) { pressed(page_->View()); });
+  callbacks_.On<void(GtkWidget*)>(button, "clicked", [this, pressed = std::move(pressed)](auto*) {
+    page_->Command();
+    pressed(page_->View());
+  });
   return button;
 }
 
@@ -77,7 +80,8 @@ void PlainWindow::Update() {
   WebKitWebView* view = page_->View();
   const std::string title = Text::ForTitleBar(page_->Title());
   gtk_window_set_title(GTK_WINDOW(window_), title.empty() ? "New window" : title.c_str());
-  if (!gtk_widget_has_focus(address_)) gtk_entry_set_text(GTK_ENTRY(address_), page_->Address().c_str());
+  if (!gtk_widget_has_focus(address_))
+    gtk_entry_set_text(GTK_ENTRY(address_), WebAddress::WithoutUser(page_->Address()).c_str());
   gtk_widget_set_sensitive(back_, webkit_web_view_can_go_back(view));
   gtk_widget_set_sensitive(forward_, webkit_web_view_can_go_forward(view));
 }
