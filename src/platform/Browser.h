@@ -58,8 +58,8 @@ class Browser : public Control {
   std::function<void(long progress, long maximum)> ProgressChange;  // 0 hides; -1 of 0 at the end of a load
   std::function<void(const std::string& text)> StatusTextChange;
   // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with
-  // neither the element opens a plain window of its own.
-  std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
+  // neither the element opens a plain window of its own. `asker` names the site that wants it.
+  std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
 
  protected:
   void Describe(DrawItem& item) override { item.Foreign = true; }

@@ -78,6 +78,7 @@ ElementSettings ElementSettings::Load(const std::string& path) {
   ReadText(file.get(), "proxy address", settings.proxy_address);
   if (::Proxy::FromTyped(settings.proxy_address).empty()) settings.proxy_address.clear();
   ReadChoice(file.get(), "scripts", settings.scripts);
+  ReadChoice(file.get(), "tracking prevention", settings.tracking_prevention);
   ReadNumber(file.get(), "minimum font size", LeastFontSize, MostFontSize, settings.minimum_font_size);
   ReadNumber(file.get(), "zoom", LeastZoom, MostZoom, settings.zoom);
   return settings;
@@ -89,6 +90,7 @@ void ElementSettings::Save(const std::string& path) const {
   g_key_file_set_string(file.get(), Group, "proxy", ProxyNames[static_cast<size_t>(proxy)]);
   g_key_file_set_string(file.get(), Group, "proxy address", proxy_address.c_str());
   g_key_file_set_boolean(file.get(), Group, "scripts", scripts);
+  g_key_file_set_boolean(file.get(), Group, "tracking prevention", tracking_prevention);
   g_key_file_set_integer(file.get(), Group, "minimum font size", minimum_font_size);
   g_key_file_set_integer(file.get(), Group, "zoom", zoom);
   GError* error = nullptr;
@@ -100,6 +102,10 @@ void ElementSettings::Save(const std::string& path) const {
 void ElementSettings::Apply(WebKitSettings* settings) const {
   webkit_settings_set_enable_javascript(settings, scripts);
   webkit_settings_set_minimum_font_size(settings, static_cast<guint32>(minimum_font_size));
+}
+
+void ElementSettings::ApplyTo(WebKitWebsiteDataManager* manager) const {
+  webkit_website_data_manager_set_itp_enabled(manager, tracking_prevention);
 }
 
 void ElementSettings::ApplyProxy(WebKitWebsiteDataManager* manager) const {

@@ -14,7 +14,8 @@ struct ElementSettings {
   Proxy proxy = Proxy::System;
   std::string proxy_address;  // "host:port" or a full address; used by hand only
   bool scripts = true;
-  int minimum_font_size = 0;  // 0: none
+  bool tracking_prevention = true;  // sites that follow the user from one site to another are hampered
+  int minimum_font_size = 0;        // 0: none
   int zoom = 100;
 
   // A file that is missing leaves everything as delivered, a wrong value only itself.
@@ -24,5 +25,6 @@ struct ElementSettings {
 
   // To what all pages share. The zoom is each page's own.
   void Apply(WebKitSettings* settings) const;
+  void ApplyTo(WebKitWebsiteDataManager* manager) const;
   void ApplyProxy(WebKitWebsiteDataManager* manager) const;
 };

@@ -22,7 +22,6 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string
   const Owned<WebKitWebsiteDataManager> data(
       webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
                                       "base-cache-directory", (engine + "/cache").c_str(), nullptr));
-  webkit_website_data_manager_set_itp_enabled(data.get(), TRUE);
   // A page of another site gets a process of its own, so that what one site's process knows stays that
   // site's.
   Owned<WebKitWebContext> context(
@@ -78,12 +77,23 @@ Engine::Engine(std::string folder, const Callbacks::Runner& runner)
       context_(MakeContext(folder_, CookieStore())),
       downloads_(context_.get(), runner) {
   view_settings_ = MakeViewSettings(graphics_processor_);
-  settings_.Apply(view_settings_.get());
-  ApplyProxy();
+  ApplySettings();
   // A message, to which nobody listens, starts the page's process: it comes up while the program does.
   first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
   webkit_web_view_send_message_to_page(WEBKIT_WEB_VIEW(first_view_.get()),
                                        webkit_user_message_new("start", nullptr), nullptr, nullptr, nullptr);
+}
+
+void Engine::ApplySettings() {
+  settings_.Apply(view_settings_.get());
+  settings_.ApplyTo(webkit_web_context_get_website_data_manager(context_.get()));
+  ApplyProxy();
+}
+
+GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
+  const Owned<WebKitWebsitePolicies> policies(MakePolicies());
+  return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
+                                 view_settings_.get(), "website-policies", policies.get(), nullptr));
 }
 
 GtkWidget* Engine::NewView() {
@@ -101,8 +111,7 @@ GtkWidget* Engine::MakeView() {
 
 void Engine::Change(const ElementSettings& settings) {
   settings_ = settings;
-  settings_.Apply(view_settings_.get());
-  ApplyProxy();
+  ApplySettings();
   settings_.Save(folder_ + "/engine.ini");
 }
 

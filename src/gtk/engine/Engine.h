@@ -23,7 +23,6 @@ class Engine {
   Engine(const Engine&) = delete;
 
   WebKitWebContext* Context() { return context_.get(); }
-  WebKitSettings* ViewSettings() { return view_settings_.get(); }
   const std::string& Folder() const { return folder_; }
   // The file that keeps the cookies.
   std::string CookieStore() const { return folder_ + "/cookies.sqlite"; }
@@ -31,6 +30,8 @@ class Engine {
 
   // A view without an opener, floating. The first one was made ahead, with its process.
   GtkWidget* MakeView();
+  // A view for a window that the page in `opener` has asked for, floating.
+  GtkWidget* MakeRelatedView(WebKitWebView* opener);
 
   const ElementSettings& Settings() const { return settings_; }
   // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.
@@ -41,6 +42,7 @@ class Engine {
 
  private:
   GtkWidget* NewView();
+  void ApplySettings();
   void ApplyProxy();
 
   std::string folder_;

@@ -140,6 +140,6 @@ void GtkBrowser::CloseWanted() {
   Raise(OnQuit);
 }
 
-void GtkBrowser::WindowWanted(Page*& taker, bool& cancel) {
-  if (NewWindow2) world_.AskProgram(NewWindow2, taker, cancel);
+void GtkBrowser::WindowWanted(const std::string& asker, Page*& taker, bool& cancel) {
+  if (NewWindow2) world_.AskProgram(NewWindow2, asker, taker, cancel);
 }

@@ -42,7 +42,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void LoadEnded() override;
   void ProcessDied() override;
   void CloseWanted() override;
-  void WindowWanted(Page*& taker, bool& cancel) override;
+  void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
   bool HearsScripts() const override { return true; }
   void ReadyToShow() override {}
   const Browser* Element() const override { return this; }

@@ -128,7 +128,9 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   const bool shown =
       webkit_response_policy_decision_is_mime_type_supported(decision) && !IsAttachment(response);
   const unsigned status = webkit_uri_response_get_status_code(response);
-  if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return false;
+  const bool main = webkit_response_policy_decision_is_main_frame_main_resource(decision);
+  page.DocumentAnswered(TextOf(webkit_uri_response_get_uri(response)), main);
+  if (!main) return false;
   if (IsEmptyError(response)) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     page.Load().ShowErrorInstead(
@@ -160,9 +162,8 @@ void Attach(Page& page, WebKitWebView* view) {
         return Decide(page, decision, type);
       });
   page.Calls().On<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
-      view, "permission-request", [&page](WebKitWebView* asker, WebKitPermissionRequest* request) {
-        return PermissionBar::Ask(page, TextOf(webkit_web_view_get_uri(asker)), request);
-      });
+      view, "permission-request",
+      [&page](auto*, WebKitPermissionRequest* request) { return PermissionBar::Ask(page, request); });
 }
 
 }  // namespace PagePolicy

@@ -95,8 +95,8 @@ void PlainWindow::End() {
   callbacks_.Later([this] { world_.Forget(*this); });
 }
 
-void PlainWindow::WindowWanted(Page*& taker, bool& cancel) {
-  world_.AskProgram(world_.PlainWindowPolicy(), taker, cancel);
+void PlainWindow::WindowWanted(const std::string& asker, Page*& taker, bool& cancel) {
+  world_.AskProgram(world_.PlainWindowPolicy(), asker, taker, cancel);
 }
 
 void PlainWindow::GoToTyped() {

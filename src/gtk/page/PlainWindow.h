@@ -28,7 +28,7 @@ class PlainWindow : private PageOwner {
   void LoadEnded() override { Update(); }
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
-  void WindowWanted(Page*& taker, bool& cancel) override;
+  void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
   bool HearsScripts() const override { return false; }
   void ReadyToShow() override;
 

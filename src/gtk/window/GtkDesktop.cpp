@@ -78,8 +78,8 @@ std::string GtkDesktop::ProgramFolder() {
 }
 
 BrowserWorld& GtkDesktop::World() {
-  const auto policy = [this](Browser*& taker, bool& cancel) {
-    if (NewWindow2) NewWindow2(taker, cancel);
+  const auto policy = [this](const std::string& asker, Browser*& taker, bool& cancel) {
+    if (NewWindow2) NewWindow2(asker, taker, cancel);
   };
   if (!world_)
     world_ = std::make_unique<BrowserWorld>(
