@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <string>
+#include <utility>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
@@ -17,6 +18,10 @@ class Engine {
   // to it.
   static constexpr const char* OwnScheme = "marlowick";
   static constexpr const char* OwnOrigin = "marlowick:own";
+
+  // What the engine is told by way of the environment where there is no graphics processor.
+  static constexpr std::pair<const char*, const char*> NoGraphicsProcessor[] = {
+      {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"}, {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"}};
 
   // `folder` is that of the engine's own data. Its callbacks go through `runner`.
   Engine(std::string folder, const Callbacks::Runner& runner);

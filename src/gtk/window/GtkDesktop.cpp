@@ -230,7 +230,9 @@ std::string GtkDesktop::AddressInShortcut(const std::string& path) { return ::Ad
 
 void GtkDesktop::Shell(const std::string& command) {
   // What is set for our own engine is nobody else's business.
-  char** environment = g_environ_unsetenv(g_get_environ(), "WEBKIT_DISABLE_DMABUF_RENDERER");
+  char** environment = g_get_environ();
+  for (const auto& [name, value] : Engine::NoGraphicsProcessor)
+    environment = g_environ_unsetenv(environment, name);
   const std::unique_ptr<char*, decltype(&g_strfreev)> owner(environment, &g_strfreev);
   try {
     std::vector<std::string> words = TakeApart(command);

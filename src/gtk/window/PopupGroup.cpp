@@ -26,7 +26,15 @@ bool Contains(GtkWidget* frame, double x, double y) {
 
 }  // namespace
 
-PopupGroup::PopupGroup(Events& gate) : gate_(gate), holder_(gtk_invisible_new()) {
+PopupGroup::PopupGroup(Events& gate) : gate_(gate) {}
+
+PopupGroup::~PopupGroup() { LetGo(); }
+
+// Made with the first popup: the first widget of a program loads the desktop's theme, and a start has better
+// things to do.
+void PopupGroup::MakeHolder() {
+  if (holder_) return;
+  holder_.reset(gtk_invisible_new());
   gtk_widget_show(holder_.get());
   callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(holder_.get(), "grab-broken-event", [this](auto*, auto*) {
     grabbed_ = false;
@@ -34,8 +42,6 @@ PopupGroup::PopupGroup(Events& gate) : gate_(gate), holder_(gtk_invisible_new())
     return TRUE;
   });
 }
-
-PopupGroup::~PopupGroup() { LetGo(); }
 
 void PopupGroup::StandOver(GtkWidget* frame, Window* scene) {
   main_frame_ = frame;
@@ -75,6 +81,7 @@ void PopupGroup::Clear() {
 void PopupGroup::Grab() {
   retry_ = 0;
   if (grabbed_ || popups_.empty()) return;
+  MakeHolder();
   GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(holder_.get()));
   grabbed_ = gdk_seat_grab(seat, gtk_widget_get_window(holder_.get()), GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE,
                            nullptr, nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
@@ -170,7 +177,7 @@ bool PopupGroup::TakesWheel(const GdkEventScroll& event) {
 
 bool PopupGroup::ComesToGroup(const GdkEvent* event) const {
   GdkWindow* top = TopOf(event);
-  return top && (top == gtk_widget_get_window(holder_.get()) ||
+  return top && ((holder_ && top == gtk_widget_get_window(holder_.get())) ||
                  std::any_of(popups_.begin(), popups_.end(), [top](const Popup& popup) {
                    return gtk_widget_get_window(popup.frame) == top;
                  }));

@@ -54,6 +54,7 @@ class PopupGroup {
   bool Lists(const Window* scene) const;
   void Tell(Window& scene, const GdkEvent* event);
 
+  void MakeHolder();
   void Grab();
   void LetGo();
 
