@@ -2,6 +2,7 @@
 
 #include <webkit2/webkit2.h>
 
+#include <optional>
 #include <string>
 
 // The browser element's own settings: what every page of the program goes by.
@@ -26,5 +27,10 @@ struct ElementSettings {
   // To what all pages share. The zoom is each page's own.
   void Apply(WebKitSettings* settings) const;
   void ApplyTo(WebKitWebsiteDataManager* manager) const;
+  // A proxy by hand that is none lets nothing through.
   void ApplyProxy(WebKitWebsiteDataManager* manager) const;
+  // Nothing comes through from now on.
+  static void LeadNowhere(WebKitWebsiteDataManager* manager);
+  // The proxy named by hand, where it is none.
+  std::optional<std::string> BadProxy() const;
 };

@@ -3,12 +3,9 @@
 #include <utility>
 
 #include "gtk/engine/GraphicsProbe.h"
+#include "gtk/engine/store/PromisedHttps.h"
 
 namespace {
-
-// A port of this machine that belongs to the system and where nothing listens: what is sent there goes
-// nowhere.
-constexpr const char* Nowhere = "socks5://127.0.0.1:1";
 
 // Looking for a graphics processor that isn't there loads one made of software, which costs the start a tenth
 // of its time, and memory. So the library is told that no buffers are shared and which device isn't there.
@@ -116,6 +113,15 @@ void Engine::Change(const ElementSettings& settings) {
   settings_.Save(folder_ + "/engine.ini");
 }
 
+void Engine::Trust(GTlsCertificate* certificate, const std::string& host) {
+  webkit_web_context_allow_tls_certificate_for_host(context_.get(), certificate, host.c_str());
+  trusted_.insert(host);
+}
+
+bool Engine::PromisedHttps(const std::string& host) const {
+  return ::PromisedHttps(folder_ + "/cache/hsts-storage.sqlite", host);
+}
+
 void Engine::SetOffline(bool offline) {
   if (offline == offline_) return;
   offline_ = offline;
@@ -125,8 +131,5 @@ void Engine::SetOffline(bool offline) {
 // Every request of every page goes by the proxy; offline, that one leads nowhere.
 void Engine::ApplyProxy() {
   WebKitWebsiteDataManager* data = webkit_web_context_get_website_data_manager(context_.get());
-  if (!offline_) return settings_.ApplyProxy(data);
-  WebKitNetworkProxySettings* nowhere = webkit_network_proxy_settings_new(Nowhere, nullptr);
-  webkit_website_data_manager_set_network_proxy_settings(data, WEBKIT_NETWORK_PROXY_MODE_CUSTOM, nowhere);
-  webkit_network_proxy_settings_free(nowhere);
+  offline_ ? ElementSettings::LeadNowhere(data) : settings_.ApplyProxy(data);
 }

@@ -2,6 +2,7 @@
 
 #include <webkit2/webkit2.h>
 
+#include <set>
 #include <string>
 #include <utility>
 
@@ -42,6 +43,12 @@ class Engine {
   // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.
   void Change(const ElementSettings& settings);
 
+  // Takes a certificate for its host's own, for this session.
+  void Trust(GTlsCertificate* certificate, const std::string& host);
+  bool Trusts(const std::string& host) const { return trusted_.contains(host); }
+  // The host has promised to be there by https: only.
+  bool PromisedHttps(const std::string& host) const;
+
   bool Offline() const { return offline_; }
   void SetOffline(bool offline);
 
@@ -57,5 +64,6 @@ class Engine {
   Owned<WebKitSettings> view_settings_;
   Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
   Downloads downloads_;
+  std::set<std::string> trusted_;  // hosts
   bool offline_ = false;
 };

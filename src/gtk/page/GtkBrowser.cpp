@@ -54,9 +54,13 @@ void GtkBrowser::Refresh() {
   page_->Load().Again();
 }
 
+Failure GtkBrowser::Died() const {
+  return Failure("The process of the page \"" + WebAddress::WithoutUser(page_->Address()) + "\" has died");
+}
+
 void GtkBrowser::FailIfDead() const {
   if (page_->Closed()) throw Failure("The page is closed");
-  if (dead_) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
+  if (dead_) throw Died();
 }
 
 bool GtkBrowser::Busy() const {
@@ -64,7 +68,7 @@ bool GtkBrowser::Busy() const {
   const bool busy = !page_->Closed() && page_->Load().Busy();
   if (dead || !busy) watched_ = false;
   dead_ = false;
-  if (dead) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
+  if (dead) throw Died();
   if (page_->Closed()) throw Failure("The page is closed");
   return busy;
 }

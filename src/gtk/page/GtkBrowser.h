@@ -6,6 +6,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/window/HasWidget.h"
 #include "platform/Browser.h"
+#include "platform/Failure.h"
 
 // The browser element of the program: a page that fills the place of a control.
 class GtkBrowser : public Browser, public HasWidget, private PageOwner {
@@ -49,6 +50,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
 
   // Fails while the end of the page's process hasn't been told.
   void FailIfDead() const;
+  Failure Died() const;
   template <class... Values>
   void Raise(const std::function<void(Values...)>& event, Values... values);
 

@@ -10,6 +10,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Proxy.h"
 #include "platform/Failure.h"
+#include "platform/WebAddress.h"
 #include "platform/dialog/Controls.h"
 
 namespace {
@@ -156,7 +157,8 @@ void OptionsDialog::Cleared(GObject* manager, GAsyncResult* result) {
 // The page on show is the one whose view is mapped.
 std::string OptionsDialog::PageOnShow() const {
   for (Page* page : world_.Pages())
-    if (page->Element() && gtk_widget_get_mapped(page->Widget())) return page->Address();
+    if (page->Element() && gtk_widget_get_mapped(page->Widget()))
+      return WebAddress::WithoutUser(page->Address());
   return home.Text;
 }
 

@@ -283,6 +283,8 @@ std::string Page::DocumentAddress() const {
 std::string Page::EngineTitle() const { return view_ ? TextOf(webkit_web_view_get_title(view_)) : ""; }
 bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view_); }
 bool Page::WorksOffline() const { return world_.Base().Offline(); }
+std::optional<std::string> Page::BadProxy() const { return world_.Settings().BadProxy(); }
+bool Page::PromisedHttps(const std::string& host) const { return world_.Base().PromisedHttps(host); }
 
 void Page::LoadAddress(const std::string& uri) { webkit_web_view_load_uri(View(), uri.c_str()); }
 
@@ -303,8 +305,10 @@ void Page::Reload() { webkit_web_view_reload(View()); }
 void Page::StopLoading() { webkit_web_view_stop_loading(View()); }
 
 void Page::Trust(GTlsCertificate* certificate, const std::string& host) {
-  webkit_web_context_allow_tls_certificate_for_host(world_.Base().Context(), certificate, host.c_str());
+  world_.Base().Trust(certificate, host);
 }
+
+bool Page::Trusts(const std::string& host) const { return world_.Base().Trusts(host); }
 
 std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
                                        std::function<void(const std::string&)> done,

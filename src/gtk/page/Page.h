@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "gtk/base/Callbacks.h"
@@ -121,12 +122,15 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   std::string EngineTitle() const override;
   bool EngineLoads() const override;
   bool WorksOffline() const override;
+  std::optional<std::string> BadProxy() const override;
+  bool PromisedHttps(const std::string& host) const override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
   bool Isolate() override;
   void Reload() override;
   void StopLoading() override;
   void Trust(GTlsCertificate* certificate, const std::string& host) override;
+  bool Trusts(const std::string& host) const override;
   std::shared_ptr<void> ReadSource(const std::string& uri, bool shown,
                                    std::function<void(const std::string&)> done,
                                    std::function<void(const ErrorPage&)> failed) override;

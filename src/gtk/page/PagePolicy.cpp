@@ -117,10 +117,12 @@ bool IsAttachment(WebKitURIResponse* response) {
   return g_ascii_strcasecmp(TakeText(disposition).c_str(), "attachment") == 0;
 }
 
-bool IsEmptyError(WebKitURIResponse* response) {
+bool IsEmptyError(WebKitURIResponse* response, bool shown) {
   SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
   const char* length = headers ? soup_message_headers_get_one(headers, "Content-Length") : nullptr;
-  return webkit_uri_response_get_status_code(response) >= 400 && TextOf(length) == "0";
+  if (webkit_uri_response_get_status_code(response) < 400) return false;
+  // A proxy that can't reach the site says so without a page.
+  return !shown || TextOf(length) == "0";
 }
 
 bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
@@ -131,7 +133,7 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   const bool main = webkit_response_policy_decision_is_main_frame_main_resource(decision);
   page.DocumentAnswered(TextOf(webkit_uri_response_get_uri(response)), main);
   if (!main) return false;
-  if (IsEmptyError(response)) {
+  if (IsEmptyError(response, shown)) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     page.Load().ShowErrorInstead(
         LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
