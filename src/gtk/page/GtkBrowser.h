@@ -22,6 +22,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void GoForward() override;
   void Stop() override;
   void Refresh() override;
+  void RefreshPastCache() override;
   bool Busy() const override;
   std::string LocationName() const override;
   std::string LocationURL() const override;
@@ -31,8 +32,12 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void SetFocus() override;
   void OpenWindow() override;
   void ShowFind() override;
+  void FindAgain(bool forward) override;
   void ShowPrint() override;
   void ShowProperties() override;
+  void ShowInspector() override;
+  void SwitchCaret() override;
+  bool CloseTopBar() override { return page_->CloseTopBar(); }
   void Zoom(int step) override;
 
  private:

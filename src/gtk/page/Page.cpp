@@ -268,6 +268,21 @@ void Page::DocumentAnswered(const std::string& uri, bool main) {
   main ? sites_.MainAnswered() : sites_.FrameAnswered(SiteOf(uri));
 }
 
+bool Page::CloseTopBar() {
+  if (find_ && find_->Shown()) {
+    find_->Hide();
+    return true;
+  }
+  if (dialogs_.Refuse()) return true;
+  GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
+  GList* newest = g_list_last(bars);
+  GtkWidget* bar = newest ? static_cast<GtkWidget*>(newest->data) : nullptr;
+  g_list_free(bars);
+  if (!bar) return false;
+  if (GTK_IS_INFO_BAR(bar)) gtk_info_bar_response(GTK_INFO_BAR(bar), GTK_RESPONSE_CLOSE);
+  return true;
+}
+
 GtkWindow* Page::Window() {
   GtkWidget* top = gtk_widget_get_toplevel(box_.get());
   return GTK_IS_WINDOW(top) ? GTK_WINDOW(top) : world_.MainWindow();

@@ -93,6 +93,12 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // A document of the page's comes from a server: its own, or one of its frames'.
   void DocumentAnswered(const std::string& uri, bool main);
 
+  // Closes what stands over the page: the find bar, else the newest of the others, for which that is a no.
+  // False: there is none.
+  bool CloseTopBar();
+  // In the status line, until there is something newer.
+  void Say(const std::string& text) { LoadStatusChanged(text); }
+
   // The window that dialogs about this page belong to; may be none.
   GtkWindow* Window();
 

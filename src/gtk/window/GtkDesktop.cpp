@@ -87,8 +87,11 @@ BrowserWorld& GtkDesktop::World() {
   return *world_;
 }
 
+// What is typed meanwhile belongs to what comes up.
 void GtkDesktop::DoEvents() {
-  for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
+  waiting_.During([] {
+    for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
+  });
 }
 
 void GtkDesktop::End(int status) {

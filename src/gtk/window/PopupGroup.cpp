@@ -108,6 +108,8 @@ bool PopupGroup::Takes(GdkEvent* event) {
     case GDK_MOTION_NOTIFY:
       return AnyOpen() && TakesMove(event);
     case GDK_BUTTON_PRESS:
+      if (TakesSideButton(event->button)) return true;
+      [[fallthrough]];
     case GDK_BUTTON_RELEASE:
       return AnyOpen() && TakesPress(event);
     case GDK_SCROLL:
@@ -128,6 +130,15 @@ bool PopupGroup::TakesKey(const GdkEventKey& event) {
   if (main_scene_ && Input::TellKey(gate_, *main_scene_, event)) return true;
   if (event.keyval == GDK_KEY_Escape) EndAll();
   return true;
+}
+
+// The buttons at a mouse's side are keys, wherever in the main window or over its popups.
+bool PopupGroup::TakesSideButton(const GdkEventButton& event) {
+  if (!main_scene_ || (event.button != Input::BackButton && event.button != Input::ForwardButton))
+    return false;
+  const auto* any = reinterpret_cast<const GdkEvent*>(&event);
+  if (!ComesToGroup(any) && TopOf(any) != gtk_widget_get_window(main_frame_)) return false;
+  return Input::TellKey(gate_, *main_scene_, {event.button == Input::BackButton ? "Back" : "Forward"});
 }
 
 bool PopupGroup::TakesMove(GdkEvent* event) {

@@ -44,6 +44,7 @@ class PopupGroup {
   };
 
   bool TakesKey(const GdkEventKey& event);
+  bool TakesSideButton(const GdkEventButton& event);
   bool TakesMove(GdkEvent* event);
   bool TakesPress(GdkEvent* event);
   bool TakesWheel(const GdkEventScroll& event);
