@@ -41,12 +41,12 @@ void Zoom(Page& page, int step) {
 void SwitchInspector(Page& page) {
   WebKitWebInspector* inspector = webkit_web_view_get_inspector(page.View());
   if (webkit_web_inspector_get_web_view(inspector)) return webkit_web_inspector_close(inspector);
-  webkit_settings_set_enable_developer_extras(page.World().Base().ViewSettings(), TRUE);
+  webkit_settings_set_enable_developer_extras(webkit_web_view_get_settings(page.View()), TRUE);
   webkit_web_inspector_show(inspector);
 }
 
 void SwitchCaret(Page& page) {
-  WebKitSettings* settings = page.World().Base().ViewSettings();
+  WebKitSettings* settings = webkit_web_view_get_settings(page.View());
   const bool on = !webkit_settings_get_enable_caret_browsing(settings);
   webkit_settings_set_enable_caret_browsing(settings, on);
   page.Say(on ? "The arrow keys move a caret through the page. F7 ends that." : "");
