@@ -123,10 +123,5 @@ void Toolbar::ClickBar(std::string_view Command) {
     } else if (Command == "History") {
       main_.history.OpenHistory();
     }
-    // A new tab waits for an address; what else was asked for is to be read.
-    if (Command == "New Tab")
-      main_.address.AskForAddress();
-    else if (Command != "Stop")
-      tabs.FocusPage();
   });
 }

@@ -57,7 +57,8 @@ def wait_for(condition, what, seconds=20.0):
 class Screen:
     """An X server with a window manager and a session bus, for one test file."""
 
-    def __init__(self, scale=1):
+    def __init__(self, manager="openbox"):
+        """`manager`: the window manager's command and name; empty for none."""
         self.processes = []
         atexit.register(self.close)
         signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # so that what was started ends then, too
@@ -74,8 +75,14 @@ class Screen:
         os.environ.setdefault("ASAN_OPTIONS", "fast_unwind_on_malloc=0:malloc_context_size=15")  # names the libraries
         os.environ.setdefault("UBSAN_OPTIONS", "print_stacktrace=1")
         os.environ.pop("GDK_SCALE", None)
-        self.processes.append(subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
-        wait_for(lambda: "openbox" in run("wmctrl", "-m", check=False).lower(), "the window manager")
+        if manager:
+            self.launch(manager)
+            wait_for(lambda: manager in run("wmctrl", "-m", check=False).lower(), "the window manager")
+
+    def launch(self, *command):
+        """Starts a program that ends with the screen."""
+        self.processes.append(subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        return self.processes[-1]
 
     def begin(self, *command):
         """Starts a program that writes one line to the pipe whose number replaces "{}", and returns that line."""
@@ -127,7 +134,7 @@ def serve(handler, page):
 class Server:
     """A web server on this machine. `pages` maps a path to HTML, or to a function of the handler."""
 
-    def __init__(self, pages=None, place=("127.0.0.1", 0)):
+    def __init__(self, pages=None):
         self.pages = dict(pages or {})
         self.requests = []
         server = self
@@ -140,7 +147,7 @@ class Server:
             def log_message(self, *_):
                 pass
 
-        self.http = http.server.ThreadingHTTPServer(place, Handler)
+        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
         self.http.daemon_threads = True
         threading.Thread(target=self.http.serve_forever, daemon=True).start()
         self.address = f"http://127.0.0.1:{self.http.server_address[1]}"
@@ -365,25 +372,6 @@ class Marlowick:
                 if application is not None and application.get_process_id() == self.process.pid:
                     application.clear_cache()
                     return [text for top in application if top and top.name == window for text in below(top)]
-        return []
-
-    def told_by(self, *roles):
-        """The names of all that a screen reader finds on show in these roles, texts where something has no name."""
-        import pyatspi
-        from gi.repository import GLib
-
-        def below(node):
-            if node.getState().contains(pyatspi.STATE_SHOWING) and node.getRoleName() in roles:
-                yield node.name or node.queryText().getText(0, -1)
-            for child in node:
-                if child is not None:
-                    yield from below(child)
-
-        with contextlib.suppress(GLib.Error, NotImplementedError, AttributeError):  # something went away meanwhile
-            for application in pyatspi.Registry.getDesktop(0):
-                if application is not None and application.get_process_id() == self.process.pid:
-                    application.clear_cache()
-                    return [name for top in application if top for name in below(top)]
         return []
 
     def menu(self):

@@ -180,11 +180,11 @@ bool FakeDesktop::EndPopups() {
 }
 
 std::unique_ptr<Browser> FakeDesktop::MakeBrowser(Control& parent) {
-  return std::make_unique<FakeBrowser>(parent, log, keyboard);
+  return std::make_unique<FakeBrowser>(parent, log);
 }
 
 std::unique_ptr<ComboBox> FakeDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<FakeComboBox>(parent, place, keyboard);
+  return std::make_unique<FakeComboBox>(parent, place);
 }
 
 std::unique_ptr<DialogHost> FakeDesktop::MakeDialog(Dialog& dialog) {

@@ -22,7 +22,6 @@ class MainHost : public SceneHost {
   void Wire();
   void AdoptPlace();
   void OnState(const GdkEventWindowState& event);
-  void FindKeyboardAPlace();
   void OnFocus(bool in);
   // Whether the keyboard hasn't gone to anybody else: a popup may have come between, or nobody has it.
   bool KeepsFocus() const;
