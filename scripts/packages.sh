@@ -6,6 +6,7 @@ test_packages="libgtest-dev clang-format clang-tidy xvfb openbox xdotool wmctrl 
   gir1.2-atspi-2.0 gir1.2-gtk-3.0 python3-gi python3 python3-pil python3-pyatspi poppler-utils
   util-linux openssl ca-certificates"
 package_packages="debhelper dpkg-dev fakeroot desktop-file-utils appstream"
+window_manager_packages="xfwm4 marco mate-settings-daemon-common mutter kwin-x11 fluxbox icewm i3-wm weston xwayland"
 
 install_missing() {
   local missing=() package

@@ -160,12 +160,14 @@ void FrameLayout::MaxiWindow() {
     main_.Width = size.MaxClientWidth + 90;
     main_.Height = size.MaxClientHeight + 90;
     CenterForm(main_, work_area);
+    main_.FillsScreen = true;
     MaxiState = 1;
   } else {
     main_.Width = RestoreWidth;
     main_.Height = RestoreHeight;
     main_.Left = RestoreLeft;
     main_.Top = RestoreTop;
+    main_.FillsScreen = false;
     MaxiState = 0;
   }
 }

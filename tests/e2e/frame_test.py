@@ -8,7 +8,8 @@ import time
 from harness import ProgramTest, main, run, wait_for
 
 HERE = os.path.dirname(os.path.abspath(__file__))
-SCREEN_AREA = (-4, -4, 1288, 908)  # the frame lies off the screen
+SCREEN_AREA = (0, 0, 1280, 900)
+CUT = 4  # pixels of the frame that lie off the screen there
 GREEN = (0, 128, 0)
 
 
@@ -57,10 +58,48 @@ class Frame(ProgramTest):
         self.rect_becomes(SCREEN_AREA)
         self.double_click_title()
         self.rect_becomes(before)
-        run("wmctrl", "-i", "-r", self.program.window, "-b", "add,maximized_vert,maximized_horz")
+
+    def test_the_desktop_maximises_it_and_ends_that(self):
+        program, before = self.program, self.program.rect
+
+        def ask(what):
+            run("wmctrl", "-i", "-r", program.window, "-b", f"{what},maximized_vert,maximized_horz")
+
+        ask("add")
         self.rect_becomes(SCREEN_AREA)
-        self.program.click(SCREEN_AREA[2] - 30, 12)
+        program.click(SCREEN_AREA[2] - 30 + CUT, 12 - CUT)
         self.rect_becomes(before)
+        wait_for(lambda: "MAXIMIZED" not in run("xprop", "-id", program.window, "_NET_WM_STATE"), "the state's end")
+        for begin in (self.double_click_title, lambda: ask("add")):
+            begin()
+            self.rect_becomes(SCREEN_AREA)
+            ask("remove")
+            self.rect_becomes(before)
+        wait_for(lambda: program.page_pixel(self.screen) == GREEN, "the page in its old place")
+
+    def test_maximised_its_frame_lies_off_the_screen(self):
+        def buttons():
+            width = self.program.rect[2]
+            left, top = (width + CUT, -CUT) if self.program.rect == SCREEN_AREA else (width, 0)
+            return self.screen.shot().crop(tuple(side + place for side, place in zip(
+                (left - 52, top + 5, left - 5, top + 20), self.program.rect[:2] * 2)))
+
+        self.program.move(350, 300)
+        before = buttons()
+        self.double_click_title()
+        self.rect_becomes(SCREEN_AREA)
+        self.program.move(350, 300)
+        wait_for(lambda: list(buttons().getdata()) == list(before.getdata()), "the buttons at the screen's own edge")
+        wait_for(lambda: self.program.pixel(self.screen, 300, 890 - CUT) != GREEN, "the status bar above the lower edge")
+        # Menus and presses go by what is seen.
+        self.program.click(24 - CUT, 32 - CUT)
+        self.program.move(26 - CUT, 33 - CUT)
+        self.assertEqual(wait_for(self.program.menu, "the menu")[:2], (8 - CUT, 39 - CUT))
+
+    def test_a_drag_is_the_window_managers(self):
+        left, top, width, height = self.program.rect
+        self.program.drag(300, 12, -left - 9, -top - 6)
+        self.rect_becomes((0, 0, width, height))  # the edges of the screen hold it
 
     def test_minimised_and_restored_through_the_task_bar(self):
         before = self.program.rect

@@ -26,8 +26,9 @@ class SceneHost : public WindowHost {
 
  protected:
   // Carries out moves and sizes that were asked for since the last time: at most one of each a frame.
-  void ApplyPlace();
+  virtual void ApplyPlace();
   GtkWidget* Frame() const { return frame_.get(); }
+  GtkWidget* View() const { return view_.Widget(); }
   GtkWindow* FrameWindow() const { return GTK_WINDOW(frame_.get()); }
 
   Events& gate_;

@@ -156,12 +156,14 @@ void SceneView::Repaint() {
   if (!gtk_widget_get_mapped(Widget())) return;
   const auto damage = Compose();
   if (damage.empty()) return;
-  // By way of the toplevel window, which is the one that reaches the screen; the view fills it.
+  // By way of the toplevel window, which is the one that reaches the screen.
   GtkWidget* frame = gtk_widget_get_toplevel(Widget());
   GdkWindow* window = gtk_widget_get_window(frame);
+  int left = 0, top = 0;
+  gtk_widget_translate_coordinates(Widget(), frame, 0, 0, &left, &top);
   cairo_region_t* region = cairo_region_create();
   for (const PixelRect& rect : damage) {
-    const cairo_rectangle_int_t part{rect.Left, rect.Top, rect.Width, rect.Height};
+    const cairo_rectangle_int_t part{left + rect.Left, top + rect.Top, rect.Width, rect.Height};
     cairo_region_union_rectangle(region, &part);
   }
   // A layout that waits for the next frame comes first, as it would there.

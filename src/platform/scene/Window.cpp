@@ -7,6 +7,7 @@ Window::Window(WindowSystem& system, Kind kind, const Place& place, const std::s
     : Surface(nullptr, place),
       Caption(this, Aspect::Text, caption),
       WindowState(this, Aspect::State, Normal),
+      FillsScreen(this, Aspect::Place, false),
       system_(system),
       kind_(kind) {
   Visible = false;

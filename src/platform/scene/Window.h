@@ -53,6 +53,8 @@ class Window : public Surface, public SceneRoot {
 
   Property<std::string> Caption;
   Property<int> WindowState;
+  // The place is that of a maximised window: the desktop may call the window so, and cut what lies outside.
+  Property<bool> FillsScreen;
 
   // Width and Height run Resize at once, within the assignment; so does WindowState.
   std::function<void()> Resize;

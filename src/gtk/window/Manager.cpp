@@ -1,0 +1,8 @@
+#include "gtk/window/Manager.h"
+
+#include <gdk/gdkx.h>
+
+bool Manager::Can(GtkWindow* window, const char* thing) {
+  return gdk_x11_screen_supports_net_wm_hint(gtk_window_get_screen(window),
+                                             gdk_atom_intern_static_string(thing));
+}
