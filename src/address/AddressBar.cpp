@@ -21,6 +21,9 @@ constexpr std::array Excluded = {Enter, Backspace, Shift, Clear, Delete};
 // Keys that move and select in what is there: End, Home, Left and Right.
 constexpr std::array Caret = {int16_t{35}, int16_t{36}, int16_t{37}, int16_t{39}};
 
+// What is typed behind it is no address: it is to be looked for.
+constexpr const char* SearchMark = "? ";
+
 // Schemes that nobody types, in upper case.
 constexpr std::string_view Http = "HTTP://", File = "FILE:///";
 
@@ -45,8 +48,8 @@ AddressBar::AddressBar(frmMain& main)
   Combo1->KeyUp = [this](int key_code) { Combo1_KeyUp(ToInt16(key_code)); };
   Combo1->Click = [this] { Combo1_Click(); };
   Combo1->Change = [this] {
-    if (!typing_) typing_tab_ = main_.tabs.CurrentTab;
     typing_ = true;
+    fresh_ = false;
   };
   Combo1->LostFocus = [this] { EndTyping(); };
   Combo1->ListCount = [this] { return list_.Size(); };
@@ -127,25 +130,44 @@ void AddressBar::SetAddressText() {
     const std::string Failed = U.substr(U.find('#') + 1);
     if (Text::LowerCase(Text::Left(U, 3)) == "res" && !WebAddress::IsOfSite(Failed)) U = Failed;
   }
-  if (typing_ && typing_tab_ == tabs.CurrentTab) {
+  if (typing_)
     aside_ = U;
-  } else {
-    typing_ = false;
+  else
     Show(U);
-  }
   tabs.picTab(tabs.CurrentTab).ToolTipText = shown.LocationName() + " (" + U + ")";
 }
 
 void AddressBar::Show(const std::string& text) {
   aside_.reset();
+  // Where nothing is new, the caret stays where the user has put it.
+  if (text == Combo1->Text()) return;
   const long length = static_cast<long>(Text::Length(Combo1->Text()));
-  const bool whole = length > 0 && Combo1->SelLength() == length;
+  const bool whole = Combo1->SelLength() == length && (length > 0 || fresh_);
   Combo1->SetText(text);
   if (whole) Combo1->Select(0, static_cast<long>(Text::Length(Combo1->Text())));
 }
 
+void AddressBar::TakeKeyboard() {
+  Combo1->SetFocus();
+  Combo1->Select(0, static_cast<long>(Text::Length(Combo1->Text())));
+  fresh_ = !typing_;
+}
+
+void AddressBar::AskForAddress() {
+  EndTyping();
+  TakeKeyboard();
+}
+
+void AddressBar::TakeSearch() {
+  Combo1->SetFocus();
+  Combo1->SetText(SearchMark);
+  Combo1->Select(static_cast<long>(Text::Length(SearchMark)), 0);
+  typing_ = true;
+  fresh_ = false;
+}
+
 void AddressBar::EndTyping() {
-  typing_ = false;
+  typing_ = fresh_ = false;
   if (const std::optional<std::string> kept = std::exchange(aside_, std::nullopt)) Show(*kept);
 }
 

@@ -22,6 +22,16 @@ class AddressBar {
   // field is the typist's meanwhile.
   bool Typing() const { return typing_; }
 
+  // Takes the keyboard, with all of the text selected: what is typed next replaces it, whatever address the
+  // page has told by then.
+  void TakeKeyboard();
+  // The same for a new tab, which has nothing to do with what was typed for another.
+  void AskForAddress();
+  // The same for a search: what is typed next is looked for.
+  void TakeSearch();
+  // The user gives the field back: it shows what was kept aside.
+  void EndTyping();
+
   void ClearList();
   // At its sorted place, as it stands.
   void AddItem(const std::string& item);
@@ -42,12 +52,10 @@ class AddressBar {
   bool Lists(const std::string& address) const;
   // Sets the text; what was selected whole stays so.
   void Show(const std::string& text);
-  // The user gives the field back: it shows what was kept aside.
-  void EndTyping();
 
   frmMain& main_;
   SortedList list_;
   bool typing_ = false;
-  int16_t typing_tab_ = 0;            // the tab on show when the typing began
+  bool fresh_ = false;                // the field has been taken whole, and nothing has been typed yet
   std::optional<std::string> aside_;  // what was to be shown meanwhile
 };

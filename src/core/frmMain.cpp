@@ -31,6 +31,7 @@ frmMain::frmMain(Program& program)
       cookies(*this) {
   Activate = [this] { Form_Activate(); };
   GotFocus = [this] { Form_GotFocus(); };
+  KeyboardFree = [this] { tabs.FocusPage(); };
   KeyDown = [this](const KeyPress& press) { return keys.Pressed(press); };
 }
 

@@ -73,7 +73,10 @@ constexpr std::array<Command, 29> Commands = {{
     {"new tab",
      [](frmMain& main) {
        // Fails beside a page that closed itself, whose button the new one can't stand next to.
-       Telling(main, [&] { main.tabs.AddTab(main.program.preferences.DefaultPage); });
+       Telling(main, [&] {
+         main.tabs.AddTab(main.program.preferences.DefaultPage);
+         main.address.AskForAddress();
+       });
      }},
     {"new window", [](frmMain& main) { AskFocusedPage(main, [](Browser& B) { B.OpenWindow(); }); }},
     {"open...",
@@ -165,6 +168,7 @@ void MenuModule::ShowTab(const std::string& Command) {
   // A tab may have gone while its row was on show.
   if (!(n >= 1 && n <= static_cast<double>(lstMenu.size()))) return;
   main_.tabs.CurrentTab = lstMenu[static_cast<size_t>(n) - 1];
+  main_.tabs.FocusPage();
   main_.tabs.UpdateBrowsers();
 }
 

@@ -129,6 +129,7 @@ void frmMenu::mnuText_Click(int16_t Index) {
   Program& program = program_;
   program.menu.MenuMode = 0;
   program.menu.MenuItemIndex = Index;
+  program.main().tabs.FocusPage();
   program.main().menus.MenuCommand(Text::LowerCase(mnuText(Index).Caption()));
   program.main().toolbar.ResetButtons(-1);
   program.main().menubar.ResetMenus(program.main().frame.labDummy);
@@ -146,6 +147,7 @@ void frmMenu::Form_Deactivate() {
   program.popup_menu.Unload();
   program.main().toolbar.ResetButtons(-1);
   program.main().menubar.ResetMenus(program.main().frame.labDummy);
+  if (program.menu.MenuMode == 0) program.main().tabs.FocusPage();
 }
 
 void frmMenu::Form_LostFocus() {

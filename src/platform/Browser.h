@@ -26,6 +26,7 @@ class Browser : public Control {
   virtual void GoForward() = 0;  // fails where there is no later page
   virtual void Stop() = 0;
   virtual void Refresh() = 0;
+  virtual void RefreshPastCache() = 0;  // as Refresh, and nothing comes from the cache
 
   virtual bool Busy() const = 0;
   virtual std::string LocationName() const = 0;  // the page's title
@@ -47,8 +48,16 @@ class Browser : public Control {
   // What users of any browser expect, in dialogs and windows of the element's own.
   virtual void OpenWindow() = 0;  // a plain window outside the program on the current page
   virtual void ShowFind() = 0;
+  // Goes on to the next or the previous match of what was looked for last; asks for it where there is none.
+  virtual void FindAgain(bool forward) = 0;
   virtual void ShowPrint() = 0;
   virtual void ShowProperties() = 0;
+  virtual void ShowInspector() = 0;
+  // Turns the caret on or off that the arrow keys move through a page's text; in all elements.
+  virtual void SwitchCaret() = 0;
+  // Closes what stands over the page: the find bar, else the newest of the other bars, which takes it for a
+  // no. False: there is none.
+  virtual bool CloseTopBar() = 0;
 
   // The page's size: 1 larger, -1 smaller, 0 as it was made.
   virtual void Zoom(int step) = 0;
@@ -58,8 +67,8 @@ class Browser : public Control {
   std::function<void(long progress, long maximum)> ProgressChange;  // 0 hides; -1 of 0 at the end of a load
   std::function<void(const std::string& text)> StatusTextChange;
   // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with
-  // neither the element opens a plain window of its own.
-  std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
+  // neither the element opens a plain window of its own. `asker` names the site that wants it.
+  std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
 
  protected:
   void Describe(DrawItem& item) override { item.Foreign = true; }

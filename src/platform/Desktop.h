@@ -43,7 +43,7 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   std::function<void()> SessionEnding;
 
   // A window of the browser element's own wants a further one; as NewWindow2 of an element.
-  std::function<void(Browser*& taker, bool& cancel)> NewWindow2;
+  std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
 
   // The program's folder, installed from the delivered files where it wasn't there. Fails where that can't be
   // done.

@@ -1,8 +1,50 @@
 #include "platform/WebAddress.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 #include "platform/Text.h"
+
+namespace {
+
+// Behind these the engine takes any number of slashes, even none, for the start of a host.
+constexpr std::array<std::string_view, 5> OfSites = {"http", "https", "ws", "wss", "ftp"};
+// Behind these an "@" is no user's.
+constexpr std::array<std::string_view, 19> Plain = {
+    "mailto", "sip",   "sips",       "xmpp", "acct", "im",     "pres",      "news", "nntp",       "tel",
+    "callto", "about", "javascript", "data", "blob", "magnet", "marlowick", "res",  "view-source"};
+
+template <class Words>
+bool Has(const Words& words, const std::string& word) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+// In lower case, without its colon; empty where there is none.
+std::string SchemeOf(std::string_view text) {
+  constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  const size_t end = text.find_first_not_of(std::string(letters) + "0123456789+-.");
+  const bool is_scheme = end != text.npos && text[end] == ':' && letters.find(text[0]) != letters.npos;
+  return is_scheme ? Text::LowerCase(text.substr(0, end)) : std::string();
+}
+
+// From where on a host may stand, behind its user; npos: nowhere.
+size_t PlaceStart(std::string_view text) {
+  const std::string scheme = SchemeOf(text);
+  if (Has(OfSites, scheme)) return std::min(text.find_first_not_of("/\\", scheme.size() + 1), text.size());
+  if (!scheme.empty() && text.substr(scheme.size() + 1).starts_with("//")) return scheme.size() + 3;
+  if (Has(Plain, scheme) || text.starts_with('/') || text.starts_with('~')) return text.npos;
+  return 0;
+}
+
+// The length of the user and the "@" at the start of a place.
+size_t UserLength(std::string_view place) {
+  // The engine takes a backslash for a slash.
+  const size_t user = place.substr(0, place.find_first_of("/\\?#")).rfind('@');
+  return user == place.npos ? 0 : user + 1;
+}
+
+}  // namespace
 
 namespace WebAddress {
 
@@ -12,14 +54,21 @@ bool IsOfSite(std::string_view address) {
 }
 
 std::string WithoutUser(std::string_view address) {
-  const size_t scheme = address.find("://");
-  if (scheme == address.npos) return std::string(address);
-  const size_t start = scheme + 3;
-  // The engine takes a backslash for a slash.
-  const size_t end = std::min(address.find_first_of("/\\?#", start), address.size());
-  const size_t user = address.substr(start, end - start).rfind('@');
-  if (user == address.npos) return std::string(address);
-  return std::string(address.substr(0, start)).append(address.substr(start + user + 1));
+  constexpr std::string_view source = "view-source:";
+  if (Text::LowerCase(address.substr(0, source.size())) == source)
+    return std::string(source).append(WithoutUser(address.substr(source.size())));
+  // Line breaks and the like come with pasted text, and the engine doesn't see them.
+  std::string text;
+  std::copy_if(address.begin(), address.end(), std::back_inserter(text),
+               [](char c) { return static_cast<unsigned char>(c) >= 0x20 && c != 0x7f; });
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  const size_t start = PlaceStart(text);
+  const size_t user = start == text.npos ? 0 : UserLength(std::string_view(text).substr(start));
+  return user == 0 ? std::string(address) : text.erase(start, user);
+}
+
+bool BeginsWithUser(std::string_view typed) {
+  return !SchemeOf(typed).empty() && PlaceStart(typed) == 0 && UserLength(typed) > 0;
 }
 
 }  // namespace WebAddress

@@ -13,4 +13,7 @@ bool IsOfSite(std::string_view address);
 // into a file.
 std::string WithoutUser(std::string_view address);
 
+// True for what people type as "name:password@site": it begins like a scheme, and is none.
+bool BeginsWithUser(std::string_view typed);
+
 }  // namespace WebAddress

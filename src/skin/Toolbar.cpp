@@ -123,5 +123,10 @@ void Toolbar::ClickBar(std::string_view Command) {
     } else if (Command == "History") {
       main_.history.OpenHistory();
     }
+    // A new tab waits for an address; what else was asked for is to be read.
+    if (Command == "New Tab")
+      main_.address.AskForAddress();
+    else if (Command != "Stop")
+      tabs.FocusPage();
   });
 }

@@ -26,15 +26,15 @@ PopupHandling::PopupHandling(frmMain& main)
 
 PopupHandling::~PopupHandling() { main_.program.desktop.NewWindow2 = nullptr; }
 
-std::function<void(Browser*&, bool&)> PopupHandling::ForOnePage() {
+std::function<void(const std::string&, Browser*&, bool&)> PopupHandling::ForOnePage() {
   const auto refusing = std::make_shared<Timer>(main_.program.desktop, RefusalHolds, false);
   refusing->Tick = [timer = refusing.get()] { timer->Enabled = false; };
-  return [this, refusing](Browser*& taker, bool& cancel) {
-    Skipping([&] { Decide(*refusing, taker, cancel); });
+  return [this, refusing](const std::string& asker, Browser*& taker, bool& cancel) {
+    Skipping([&] { Decide(asker, *refusing, taker, cancel); });
   };
 }
 
-void PopupHandling::Decide(Timer& refusing, Browser*& taker, bool& cancel) {
+void PopupHandling::Decide(const std::string& asker, Timer& refusing, Browser*& taker, bool& cancel) {
   switch (main_.program.preferences.PopupPolicy) {
     case PolicyNone:
       cancel = true;
@@ -43,7 +43,7 @@ void PopupHandling::Decide(Timer& refusing, Browser*& taker, bool& cancel) {
       TakeInNewTab(taker);
       break;
     case PolicyAsk:
-      Ask(refusing, taker, cancel);
+      Ask(asker, refusing, taker, cancel);
       break;
     default:
       break;
@@ -52,20 +52,25 @@ void PopupHandling::Decide(Timer& refusing, Browser*& taker, bool& cancel) {
 
 // A request that comes while the question stands shares it: one dialog, one answer for all who wait. One that
 // comes while the answer is being acted on takes that answer. What exceeds the most at once isn't opened, so
-// that one answer never opens more than a handful of windows.
-void PopupHandling::Ask(Timer& refusing, Browser*& taker, bool& cancel) {
+// that one answer never opens more than a handful of windows; nor is what another site asks for meanwhile,
+// since the question names one.
+void PopupHandling::Ask(const std::string& asker, Timer& refusing, Browser*& taker, bool& cancel) {
   struct Turn {
     explicit Turn(int& count) : count(++count) {}
     ~Turn() { --count; }
     int& count;
   };
-  if (asking_ == MostAtOnce || refusing.Enabled) {
+  if (asking_ == MostAtOnce || refusing.Enabled || (asking_ > 0 && asker != asker_)) {
     cancel = true;
     return;
   }
   const Turn turn(asking_);
-  if (asking_ == 1) PopupAnswer = 0;
-  if (asking_ == 1 || popup.Loaded()) popup().ShowModal();
+  if (asking_ == 1) {
+    PopupAnswer = 0;
+    asker_ = asker;
+    popup().Site.Caption = asker;
+  }
+  if (popup.Loaded()) popup().ShowModal();
   if (PopupAnswer == InNewTab) TakeInNewTab(taker);
   if (PopupAnswer != DoNotOpen) return;
   cancel = true;

@@ -21,16 +21,17 @@ class PopupHandling {
 
   // The handler of NewWindow2 for one page: the user's standing choice, or the answer to the question. Never
   // fails. What the user refuses one page is no answer to another.
-  std::function<void(Browser*& taker, bool& cancel)> ForOnePage();
+  std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> ForOnePage();
 
   Slot<frmPopup> popup;
   int16_t PopupAnswer = 0;
 
  private:
-  void Decide(Timer& refusing, Browser*& taker, bool& cancel);
-  void Ask(Timer& refusing, Browser*& taker, bool& cancel);
+  void Decide(const std::string& asker, Timer& refusing, Browser*& taker, bool& cancel);
+  void Ask(const std::string& asker, Timer& refusing, Browser*& taker, bool& cancel);
   void TakeInNewTab(Browser*& taker);
 
   frmMain& main_;
-  int asking_ = 0;  // requests that wait for the answer or are acting on it
+  int asking_ = 0;     // requests that wait for the answer or are acting on it
+  std::string asker_;  // whom they come from
 };

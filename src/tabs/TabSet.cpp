@@ -41,6 +41,8 @@ void TabSet::AddTab(const std::string& address) {
   WebBrowser1(CurrentTab).Width = main_.frame.Picture1.Width;
   WebBrowser1(CurrentTab).Height = main_.frame.Picture1.Height;
   UpdateBrowsers();
+  // A typist keeps the keyboard, whoever opens the tab.
+  if (!main_.address.Typing()) FocusPage();
 }
 
 void TabSet::DelTab() {
@@ -79,6 +81,11 @@ void TabSet::UpdateBrowsers() {
   Skipping([this] { WebBrowser1(CurrentTab).ZOrder(0); });
   Skipping([this] { main_.strip.UpdateTabs(); });
   Skipping([this] { main_.address.SetAddressText(); });
+}
+
+void TabSet::FocusPage() {
+  main_.address.EndTyping();
+  Skipping([this] { WebBrowser1(CurrentTab).SetFocus(); });
 }
 
 void TabSet::RemoveAllTabs() {

@@ -29,6 +29,9 @@ class TabSet {
   // Removes the tab on show, but never tab 0. Ends at the first failure, without a word.
   void DelTab();
   void RemoveAllTabs();
+  // Gives the keyboard to the page on show, as far as there is one. What is typed in the address field is
+  // given up.
+  void FocusPage();
   // Shows the tab `CurrentTab`.
   void UpdateBrowsers();
   // Nothing is to be done when the layout changes.

@@ -91,6 +91,7 @@ void TabStrip::PrintCaption(Surface& tab, const std::string& Title) {
 void TabStrip::picTab_Click(int16_t Index) {
   main_.menubar.ResetMenus(main_.frame.labDummy);
   main_.tabs.CurrentTab = Index;
+  main_.tabs.FocusPage();
   main_.tabs.UpdateBrowsers();
 }
 

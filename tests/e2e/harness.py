@@ -134,7 +134,7 @@ def serve(handler, page):
 class Server:
     """A web server on this machine. `pages` maps a path to HTML, or to a function of the handler."""
 
-    def __init__(self, pages=None):
+    def __init__(self, pages=None, place=("127.0.0.1", 0)):
         self.pages = dict(pages or {})
         self.requests = []
         server = self
@@ -147,7 +147,7 @@ class Server:
             def log_message(self, *_):
                 pass
 
-        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self.http = http.server.ThreadingHTTPServer(place, Handler)
         self.http.daemon_threads = True
         threading.Thread(target=self.http.serve_forever, daemon=True).start()
         self.address = f"http://127.0.0.1:{self.http.server_address[1]}"
@@ -372,6 +372,25 @@ class Marlowick:
                 if application is not None and application.get_process_id() == self.process.pid:
                     application.clear_cache()
                     return [text for top in application if top and top.name == window for text in below(top)]
+        return []
+
+    def told_by(self, *roles):
+        """The names of all that a screen reader finds on show in these roles, texts where something has no name."""
+        import pyatspi
+        from gi.repository import GLib
+
+        def below(node):
+            if node.getState().contains(pyatspi.STATE_SHOWING) and node.getRoleName() in roles:
+                yield node.name or node.queryText().getText(0, -1)
+            for child in node:
+                if child is not None:
+                    yield from below(child)
+
+        with contextlib.suppress(GLib.Error, NotImplementedError, AttributeError):  # something went away meanwhile
+            for application in pyatspi.Registry.getDesktop(0):
+                if application is not None and application.get_process_id() == self.process.pid:
+                    application.clear_cache()
+                    return [name for top in application if top for name in below(top)]
         return []
 
     def menu(self):

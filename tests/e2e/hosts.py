@@ -1,9 +1,13 @@
 """Several hosts on one machine: a proxy that answers for every name itself, plain and over TLS, and asks nobody."""
 
+import fcntl
 import http.server
 import os
+import re
 import shutil
+import socket
 import ssl
+import struct
 import tempfile
 import threading
 import unittest
@@ -50,6 +54,61 @@ class Authority:
         shutil.rmtree(self.folder)
 
 
+class Names:
+    """Host names of this machine itself, without a proxy in between; at any port it may be answered."""
+
+    ADDRESS, NOWHERE = "10.0.0.1", "10.99.99.99"
+    SIOCSIFADDR, SIOCSIFNETMASK = 0x8916, 0x891C
+
+    def __init__(self, *here, nowhere=()):
+        """`nowhere`: names that no way leads to."""
+        if not alone.in_namespaces:
+            raise unittest.SkipTest("without a network namespace this machine's names are everybody's")
+        # The resolver looks for nothing where a machine has no address but the one of itself.
+        with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
+            for request, address in ((self.SIOCSIFADDR, self.ADDRESS), (self.SIOCSIFNETMASK, "255.255.255.255")):
+                fcntl.ioctl(any_socket, request,
+                            struct.pack("16sHH4s8x", b"lo:1", socket.AF_INET, 0, socket.inet_aton(address)))
+        self.file = tempfile.NamedTemporaryFile("w")
+        self.file.write("127.0.0.1 localhost\n")
+        self.file.writelines(f"{self.ADDRESS} {name}\n" for name in here)
+        self.file.writelines(f"{self.NOWHERE} {name}\n" for name in nowhere)
+        self.file.flush()
+        os.chmod(self.file.name, 0o644)
+        run("mount", "--bind", self.file.name, "/etc/hosts")
+
+    def close(self):
+        run("umount", "/etc/hosts")
+        self.file.close()
+
+
+class Talk:
+    """A server that answers the first bytes of each caller as it is told; `heard` are those bytes."""
+
+    def __init__(self, port, answer):
+        self.heard, self.answer = [], answer
+        self.socket = socket.create_server((Names.ADDRESS, port))
+        threading.Thread(target=self.run, daemon=True).start()
+
+    def run(self):
+        while True:
+            try:
+                caller, _ = self.socket.accept()
+            except OSError:  # closed
+                return
+            with caller:
+                try:
+                    caller.settimeout(5)
+                    self.heard.append(caller.recv(65536))
+                    self.answer(caller)
+                except OSError:  # the browser hangs up whenever it likes
+                    pass
+
+    def close(self):
+        self.socket.shutdown(socket.SHUT_RDWR)
+        self.socket.close()
+
+
 class Hosts:
     """Give `proxy` to Marlowick. `pages` maps whole addresses, such as "https://bank.test/", to HTML or to a function
     of the handler; `requests` are the addresses asked for, `headers` what came with the last request of each."""
@@ -58,8 +117,9 @@ class Hosts:
         """`certificates` maps hosts to other kinds than TRUSTWORTHY."""
         self.pages = dict(pages or {})
         self.requests, self.headers = [], {}
-        self.kinds = certificates or {}
+        self.kinds = dict(certificates or {})
         self.authority = Authority() if tls else None
+        self.refused = set()  # hosts that there are no tunnels to
         self.contexts, self.lock = {}, threading.Lock()
         hosts = self
 
@@ -71,7 +131,7 @@ class Hosts:
                 address = self.origin + self.path
                 hosts.requests.append(address)
                 hosts.headers[address] = self.headers
-                serve(self, hosts.pages.get(address.split("?")[0]))
+                serve(self, hosts.pages.get(re.sub("//[^/]*@", "//", address).split("?")[0]))
 
             def do_POST(self):
                 self.body = self.rfile.read(int(self.headers.get("Content-Length", 0)))
@@ -79,7 +139,7 @@ class Hosts:
 
             def do_CONNECT(self):
                 host, _, port = self.path.rpartition(":")
-                if not hosts.authority or port != "443":
+                if not hosts.authority or port != "443" or host in hosts.refused:
                     reply(self, "", 502)
                     return
                 self.send_response(200)
@@ -115,6 +175,12 @@ class Hosts:
             if host not in self.contexts:
                 self.contexts[host] = self.authority.context(host, self.kinds.get(host, TRUSTWORTHY))
             return self.contexts[host]
+
+    def change(self, host, kind):
+        """Gives a host a new certificate, for the connections to come."""
+        with self.lock:
+            self.kinds[host] = kind
+            self.contexts.pop(host, None)
 
     def page(self, address, html):
         """Serves a page and returns its address."""

@@ -180,11 +180,11 @@ bool FakeDesktop::EndPopups() {
 }
 
 std::unique_ptr<Browser> FakeDesktop::MakeBrowser(Control& parent) {
-  return std::make_unique<FakeBrowser>(parent, log);
+  return std::make_unique<FakeBrowser>(parent, log, keyboard);
 }
 
 std::unique_ptr<ComboBox> FakeDesktop::MakeComboBox(Control& parent, const Place& place) {
-  return std::make_unique<FakeComboBox>(parent, place);
+  return std::make_unique<FakeComboBox>(parent, place, keyboard);
 }
 
 std::unique_ptr<DialogHost> FakeDesktop::MakeDialog(Dialog& dialog) {

@@ -24,7 +24,8 @@ struct ProcessEnded {
 // A page that does what the test says, and writes down what it was asked.
 class FakeBrowser : public Browser {
  public:
-  FakeBrowser(Control& parent, std::vector<std::string>& log) : Browser(&parent, {}), log_(log) {}
+  FakeBrowser(Control& parent, std::vector<std::string>& log, const Control*& keyboard)
+      : Browser(&parent, {}), log_(log), keyboard_(keyboard) {}
 
   void Navigate(const std::string& address) override;
   void GoHome() override { Do("GoHome"); }
@@ -32,6 +33,7 @@ class FakeBrowser : public Browser {
   void GoForward() override { Do("GoForward"); }
   void Stop() override { Do("Stop"); }
   void Refresh() override { Do("Refresh"); }
+  void RefreshPastCache() override { Do("RefreshPastCache"); }
   bool Busy() const override;
   std::string LocationName() const override;
   std::string LocationURL() const override;
@@ -41,15 +43,20 @@ class FakeBrowser : public Browser {
     offline = value;
   }
   void ExecWB(long command, long option) override;
-  void SetFocus() override { Do("SetFocus"); }
+  void SetFocus() override { keyboard_ = this; }
   void OpenWindow() override { Do("OpenWindow"); }
   void ShowFind() override { Do("ShowFind"); }
   void ShowPrint() override { Do("ShowPrint"); }
+  void FindAgain(bool forward) override { Do(forward ? "FindNext" : "FindPrevious"); }
   void ShowProperties() override { Do("ShowProperties"); }
+  void ShowInspector() override { Do("ShowInspector"); }
+  void SwitchCaret() override { Do("SwitchCaret"); }
+  bool CloseTopBar() override { return std::exchange(bar, false); }
   void Zoom(int step) override { Do("Zoom " + std::to_string(step)); }
 
   std::string title, url;
   bool busy = false, offline = false;
+  bool bar = false;    // one stands over the page
   bool dead = false;   // every read fails
   bool fails = false;  // every operation fails
 
@@ -57,19 +64,21 @@ class FakeBrowser : public Browser {
   void Do(const std::string& what);
 
   std::vector<std::string>& log_;
+  const Control*& keyboard_;
 };
 
 // A field without a widget. Type() is the user at the keyboard.
 class FakeComboBox : public ComboBox {
  public:
-  FakeComboBox(Control& parent, const Place& place) : ComboBox(&parent, place) {}
+  FakeComboBox(Control& parent, const Place& place, const Control*& keyboard)
+      : ComboBox(&parent, place), keyboard_(keyboard) {}
 
   std::string Text() const override { return text; }
   void SetText(const std::string& value) override;
   long SelStart() const override { return start; }
   long SelLength() const override { return length; }
   void Select(long from, long count) override;
-  void SetFocus() override {}
+  void SetFocus() override { keyboard_ = this; }
 
   // Replaces the selection by one key's text and raises the key's events.
   void Type(const std::string& key, int key_code = 65);
@@ -84,6 +93,9 @@ class FakeComboBox : public ComboBox {
   std::string text;
   long start = 0, length = 0;
   std::function<void()> list_changed;
+
+ private:
+  const Control*& keyboard_;
 };
 
 // The outside as a test wants it: a clock that moves by hand, dialogs that answer from a list, pages that do
@@ -141,9 +153,10 @@ class FakeDesktop : public Desktop {
   std::vector<std::string> log;                   // what was asked, in order
   FakeCookieCache cookies;
   std::unique_ptr<Drawing> drawing;
-  std::vector<Window*> popups;  // the popup windows that there are, shown or not
-  int focused = 0;              // how often a window took the focus
-  int repaints = 0;             // how often a window was told to compare its picture
+  std::vector<Window*> popups;        // the popup windows that there are, shown or not
+  const Control* keyboard = nullptr;  // the page or the field that has it
+  int focused = 0;                    // how often a window took the focus
+  int repaints = 0;                   // how often a window was told to compare its picture
 
  private:
   struct Count {

@@ -16,18 +16,18 @@ TEST(MenuCommand, AsksThePageOnShow) {
   rig.desktop.Gate.Run([&] { rig.main().tabs.AddTab("http://page.test/"); });
   rig.Asked();
   const std::vector<std::pair<std::string, Texts>> expected = {
-      {"new window", {"SetFocus", "OpenWindow"}},
+      {"new window", {"OpenWindow"}},
       {"save as...", {"ExecWB 4 0"}},
       {"page setup...", {}},
-      {"print...", {"SetFocus", "ShowPrint"}},
-      {"properties", {"SetFocus", "ShowProperties"}},
+      {"print...", {"ShowPrint"}},
+      {"properties", {"ShowProperties"}},
       {"work offline", {"Offline"}},
       {"work online", {"Online"}},
       {"cut", {"ExecWB 11 2"}},
       {"copy", {"ExecWB 12 2"}},
       {"paste", {"ExecWB 13 2"}},
       {"select all", {"ExecWB 17 2"}},
-      {"find (on this page) ...", {"SetFocus", "ShowFind"}},
+      {"find (on this page) ...", {"ShowFind"}},
       {"forward", {"GoForward"}},
       {"back", {"GoBack"}},
       {"stop", {"Stop"}},

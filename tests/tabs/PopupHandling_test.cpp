@@ -24,9 +24,10 @@ class Popups : public testing::Test {
   };
 
   // A page's request, as the element raises it.
-  Outcome RequestOf(const std::function<void(Browser*&, bool&)>& handler) {
+  using Handler = std::function<void(const std::string&, Browser*&, bool&)>;
+  Outcome RequestOf(const Handler& handler, const std::string& asker = "page.test") {
     Outcome outcome;
-    desktop.Gate.Run([&] { handler(outcome.taker, outcome.cancel); });
+    desktop.Gate.Run([&] { handler(asker, outcome.taker, outcome.cancel); });
     return outcome;
   }
   Outcome Request() { return RequestOf(tabs().WebBrowser1(1).NewWindow2); }
@@ -113,6 +114,22 @@ TEST_F(Popups, ShareOneQuestionAndItsAnswer) {
   desktop.Advance(1100);
   desktop.acts = {Press("CancelButton")};
   EXPECT_FALSE(Request(3).cancel);
+}
+
+TEST_F(Popups, NameTheSiteThatWantsThem) {
+  program.preferences.PopupPolicy = 3;
+  Outcome other;
+  std::string named;
+  desktop.acts = {[&](Dialog& question) {
+    named = static_cast<frmPopup&>(question).Site.Caption;
+    other = RequestOf(tabs().WebBrowser1(0).NewWindow2, "other.test");
+    Press("OKButton")(question);
+  }};
+  EXPECT_NE(Request().taker, nullptr);
+  EXPECT_EQ(named, "page.test");
+  // The answer that one site was given is nobody else's.
+  EXPECT_TRUE(other.cancel);
+  EXPECT_EQ(other.taker, nullptr);
 }
 
 TEST_F(Popups, KeepAHundredRequestsWithinBounds) {

@@ -20,6 +20,10 @@ void Raise(const std::function<void()>& event) {
 CommandPeer::CommandPeer(Controls::CommandButton& button, GtkWidget* widget, Callbacks& callbacks)
     : Peer(button, widget), button_(button) {
   callbacks.On<void(GtkButton*)>(widget, "clicked", [this](GtkButton*) { Raise(button_.Click); });
+  callbacks.On<gboolean(GtkWidget*, GdkEvent*)>(widget, "focus-in-event", [this](auto*, auto*) {
+    Raise(button_.GotFocus);
+    return FALSE;
+  });
 }
 
 void CommandPeer::JoinOwn() {

@@ -14,6 +14,16 @@ namespace {
 constexpr const char* Group = "Element";
 constexpr std::array<const char*, 3> ProxyNames = {"system", "none", "by hand"};
 
+// A port of this machine that belongs to the system and where nothing listens: what is sent there goes
+// nowhere.
+constexpr const char* Nowhere = "socks5://127.0.0.1:1";
+
+void SetProxy(WebKitWebsiteDataManager* manager, const std::string& address) {
+  WebKitNetworkProxySettings* settings = webkit_network_proxy_settings_new(address.c_str(), nullptr);
+  webkit_website_data_manager_set_network_proxy_settings(manager, WEBKIT_NETWORK_PROXY_MODE_CUSTOM, settings);
+  webkit_network_proxy_settings_free(settings);
+}
+
 struct FreeKeyFile {
   void operator()(GKeyFile* file) const { g_key_file_free(file); }
 };
@@ -63,8 +73,11 @@ void ReadChoice(GKeyFile* file, const char* key, bool& value) {
 void ReadProxy(GKeyFile* file, const char* key, ElementSettings::Proxy& value) {
   std::string name;
   ReadText(file, key, name);
+  if (!g_key_file_has_key(file, Group, key, nullptr)) return;
   const auto found = std::find(ProxyNames.begin(), ProxyNames.end(), name);
-  if (found != ProxyNames.end()) value = static_cast<ElementSettings::Proxy>(found - ProxyNames.begin());
+  // Whoever wrote something else here wanted no direct connection for certain.
+  value = found == ProxyNames.end() ? ElementSettings::Proxy::ByHand
+                                    : static_cast<ElementSettings::Proxy>(found - ProxyNames.begin());
 }
 
 }  // namespace
@@ -76,8 +89,8 @@ ElementSettings ElementSettings::Load(const std::string& path) {
   ReadText(file.get(), "home", settings.home);
   ReadProxy(file.get(), "proxy", settings.proxy);
   ReadText(file.get(), "proxy address", settings.proxy_address);
-  if (::Proxy::FromTyped(settings.proxy_address).empty()) settings.proxy_address.clear();
   ReadChoice(file.get(), "scripts", settings.scripts);
+  ReadChoice(file.get(), "tracking prevention", settings.tracking_prevention);
   ReadNumber(file.get(), "minimum font size", LeastFontSize, MostFontSize, settings.minimum_font_size);
   ReadNumber(file.get(), "zoom", LeastZoom, MostZoom, settings.zoom);
   return settings;
@@ -89,6 +102,7 @@ void ElementSettings::Save(const std::string& path) const {
   g_key_file_set_string(file.get(), Group, "proxy", ProxyNames[static_cast<size_t>(proxy)]);
   g_key_file_set_string(file.get(), Group, "proxy address", proxy_address.c_str());
   g_key_file_set_boolean(file.get(), Group, "scripts", scripts);
+  g_key_file_set_boolean(file.get(), Group, "tracking prevention", tracking_prevention);
   g_key_file_set_integer(file.get(), Group, "minimum font size", minimum_font_size);
   g_key_file_set_integer(file.get(), Group, "zoom", zoom);
   GError* error = nullptr;
@@ -102,15 +116,20 @@ void ElementSettings::Apply(WebKitSettings* settings) const {
   webkit_settings_set_minimum_font_size(settings, static_cast<guint32>(minimum_font_size));
 }
 
+void ElementSettings::ApplyTo(WebKitWebsiteDataManager* manager) const {
+  webkit_website_data_manager_set_itp_enabled(manager, tracking_prevention);
+}
+
+std::optional<std::string> ElementSettings::BadProxy() const {
+  const bool bad = proxy == Proxy::ByHand && ::Proxy::FromTyped(proxy_address).empty();
+  return bad ? std::optional(proxy_address) : std::nullopt;
+}
+
+void ElementSettings::LeadNowhere(WebKitWebsiteDataManager* manager) { SetProxy(manager, Nowhere); }
+
 void ElementSettings::ApplyProxy(WebKitWebsiteDataManager* manager) const {
-  if (proxy == Proxy::ByHand && !proxy_address.empty()) {
-    const std::string address = ::Proxy::FromTyped(proxy_address);
-    WebKitNetworkProxySettings* by_hand = webkit_network_proxy_settings_new(address.c_str(), nullptr);
-    webkit_website_data_manager_set_network_proxy_settings(manager, WEBKIT_NETWORK_PROXY_MODE_CUSTOM,
-                                                           by_hand);
-    webkit_network_proxy_settings_free(by_hand);
-    return;
-  }
+  if (BadProxy()) return LeadNowhere(manager);
+  if (proxy == Proxy::ByHand) return SetProxy(manager, ::Proxy::FromTyped(proxy_address));
   const auto mode =
       proxy == Proxy::None ? WEBKIT_NETWORK_PROXY_MODE_NO_PROXY : WEBKIT_NETWORK_PROXY_MODE_DEFAULT;
   webkit_website_data_manager_set_network_proxy_settings(manager, mode, nullptr);

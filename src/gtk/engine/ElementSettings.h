@@ -2,6 +2,7 @@
 
 #include <webkit2/webkit2.h>
 
+#include <optional>
 #include <string>
 
 // The browser element's own settings: what every page of the program goes by.
@@ -14,7 +15,8 @@ struct ElementSettings {
   Proxy proxy = Proxy::System;
   std::string proxy_address;  // "host:port" or a full address; used by hand only
   bool scripts = true;
-  int minimum_font_size = 0;  // 0: none
+  bool tracking_prevention = true;  // sites that follow the user from one site to another are hampered
+  int minimum_font_size = 0;        // 0: none
   int zoom = 100;
 
   // A file that is missing leaves everything as delivered, a wrong value only itself.
@@ -24,5 +26,11 @@ struct ElementSettings {
 
   // To what all pages share. The zoom is each page's own.
   void Apply(WebKitSettings* settings) const;
+  void ApplyTo(WebKitWebsiteDataManager* manager) const;
+  // A proxy by hand that is none lets nothing through.
   void ApplyProxy(WebKitWebsiteDataManager* manager) const;
+  // Nothing comes through from now on.
+  static void LeadNowhere(WebKitWebsiteDataManager* manager);
+  // The proxy named by hand, where it is none.
+  std::optional<std::string> BadProxy() const;
 };

@@ -3,18 +3,16 @@
 #include <utility>
 
 #include "gtk/engine/GraphicsProbe.h"
+#include "gtk/engine/store/PromisedHttps.h"
 
 namespace {
 
-// A port of this machine that belongs to the system and where nothing listens: what is sent there goes
-// nowhere.
-constexpr const char* Nowhere = "socks5://127.0.0.1:1";
-
-// Sharing buffers with a graphics processor that isn't there loads a software one, which costs time and
-// memory at each start. The library looks at this once, when the first context is made.
+// Looking for a graphics processor that isn't there loads one made of software, which costs the start a tenth
+// of its time, and memory. So the library is told that no buffers are shared and which device isn't there.
 bool FindGraphicsProcessor() {
   const bool found = HasGraphicsProcessor();
-  if (!found) g_setenv("WEBKIT_DISABLE_DMABUF_RENDERER", "1", FALSE);
+  if (!found)
+    for (const auto& [name, value] : Engine::NoGraphicsProcessor) g_setenv(name, value, FALSE);
   return found;
 }
 
@@ -22,7 +20,6 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string
   const Owned<WebKitWebsiteDataManager> data(
       webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
                                       "base-cache-directory", (engine + "/cache").c_str(), nullptr));
-  webkit_website_data_manager_set_itp_enabled(data.get(), TRUE);
   // A page of another site gets a process of its own, so that what one site's process knows stays that
   // site's.
   Owned<WebKitWebContext> context(
@@ -78,12 +75,23 @@ Engine::Engine(std::string folder, const Callbacks::Runner& runner)
       context_(MakeContext(folder_, CookieStore())),
       downloads_(context_.get(), runner) {
   view_settings_ = MakeViewSettings(graphics_processor_);
-  settings_.Apply(view_settings_.get());
-  ApplyProxy();
+  ApplySettings();
   // A message, to which nobody listens, starts the page's process: it comes up while the program does.
   first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
   webkit_web_view_send_message_to_page(WEBKIT_WEB_VIEW(first_view_.get()),
                                        webkit_user_message_new("start", nullptr), nullptr, nullptr, nullptr);
+}
+
+void Engine::ApplySettings() {
+  settings_.Apply(view_settings_.get());
+  settings_.ApplyTo(webkit_web_context_get_website_data_manager(context_.get()));
+  ApplyProxy();
+}
+
+GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
+  const Owned<WebKitWebsitePolicies> policies(MakePolicies());
+  return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
+                                 view_settings_.get(), "website-policies", policies.get(), nullptr));
 }
 
 GtkWidget* Engine::NewView() {
@@ -101,9 +109,17 @@ GtkWidget* Engine::MakeView() {
 
 void Engine::Change(const ElementSettings& settings) {
   settings_ = settings;
-  settings_.Apply(view_settings_.get());
-  ApplyProxy();
+  ApplySettings();
   settings_.Save(folder_ + "/engine.ini");
+}
+
+void Engine::Trust(GTlsCertificate* certificate, const std::string& host) {
+  webkit_web_context_allow_tls_certificate_for_host(context_.get(), certificate, host.c_str());
+  trusted_.insert(host);
+}
+
+bool Engine::PromisedHttps(const std::string& host) const {
+  return ::PromisedHttps(folder_ + "/cache/hsts-storage.sqlite", host);
 }
 
 void Engine::SetOffline(bool offline) {
@@ -115,8 +131,5 @@ void Engine::SetOffline(bool offline) {
 // Every request of every page goes by the proxy; offline, that one leads nowhere.
 void Engine::ApplyProxy() {
   WebKitWebsiteDataManager* data = webkit_web_context_get_website_data_manager(context_.get());
-  if (!offline_) return settings_.ApplyProxy(data);
-  WebKitNetworkProxySettings* nowhere = webkit_network_proxy_settings_new(Nowhere, nullptr);
-  webkit_website_data_manager_set_network_proxy_settings(data, WEBKIT_NETWORK_PROXY_MODE_CUSTOM, nowhere);
-  webkit_network_proxy_settings_free(nowhere);
+  offline_ ? ElementSettings::LeadNowhere(data) : settings_.ApplyProxy(data);
 }

@@ -2,7 +2,9 @@
 
 #include <webkit2/webkit2.h>
 
+#include <set>
 #include <string>
+#include <utility>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
@@ -18,12 +20,15 @@ class Engine {
   static constexpr const char* OwnScheme = "marlowick";
   static constexpr const char* OwnOrigin = "marlowick:own";
 
+  // What the engine is told by way of the environment where there is no graphics processor.
+  static constexpr std::pair<const char*, const char*> NoGraphicsProcessor[] = {
+      {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"}, {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"}};
+
   // `folder` is that of the engine's own data. Its callbacks go through `runner`.
   Engine(std::string folder, const Callbacks::Runner& runner);
   Engine(const Engine&) = delete;
 
   WebKitWebContext* Context() { return context_.get(); }
-  WebKitSettings* ViewSettings() { return view_settings_.get(); }
   const std::string& Folder() const { return folder_; }
   // The file that keeps the cookies.
   std::string CookieStore() const { return folder_ + "/cookies.sqlite"; }
@@ -31,16 +36,25 @@ class Engine {
 
   // A view without an opener, floating. The first one was made ahead, with its process.
   GtkWidget* MakeView();
+  // A view for a window that the page in `opener` has asked for, floating.
+  GtkWidget* MakeRelatedView(WebKitWebView* opener);
 
   const ElementSettings& Settings() const { return settings_; }
   // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.
   void Change(const ElementSettings& settings);
+
+  // Takes a certificate for its host's own, for this session.
+  void Trust(GTlsCertificate* certificate, const std::string& host);
+  bool Trusts(const std::string& host) const { return trusted_.contains(host); }
+  // The host has promised to be there by https: only.
+  bool PromisedHttps(const std::string& host) const;
 
   bool Offline() const { return offline_; }
   void SetOffline(bool offline);
 
  private:
   GtkWidget* NewView();
+  void ApplySettings();
   void ApplyProxy();
 
   std::string folder_;
@@ -50,5 +64,6 @@ class Engine {
   Owned<WebKitSettings> view_settings_;
   Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
   Downloads downloads_;
+  std::set<std::string> trusted_;  // hosts
   bool offline_ = false;
 };

@@ -117,9 +117,10 @@ void BrowserWorld::Remove(Page& page) {
   }
 }
 
-void BrowserWorld::AskProgram(const WindowPolicy& handler, Page*& taker, bool& cancel) {
+void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker,
+                              bool& cancel) {
   Browser* element = nullptr;
-  gate_.Run([&] { handler(element, cancel); });
+  gate_.Run([&] { handler(asker, element, cancel); });
   const auto found = std::find_if(pages_.begin(), pages_.end(),
                                   [element](Page* page) { return element && page->Element() == element; });
   if (found != pages_.end()) taker = *found;

@@ -19,7 +19,7 @@ class PlainWindow;
 class BrowserWorld : private DownloadListener {
  public:
   // The program's answer to a plain window that wants a further one; as NewWindow2 of the browser element.
-  using WindowPolicy = std::function<void(Browser*& taker, bool& cancel)>;
+  using WindowPolicy = std::function<void(const std::string& asker, Browser*& taker, bool& cancel)>;
 
   // `folder` is the program's; the engine's own data lies in "engine" below it. Everything that enters the
   // program goes through `gate`. `main_window` is the parent of dialogs and may give none.
@@ -59,7 +59,7 @@ class BrowserWorld : private DownloadListener {
   const std::vector<Page*>& Pages() const { return pages_; }
   // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
   // gone again: the user was free to act while the question was up.
-  void AskProgram(const WindowPolicy& handler, Page*& taker, bool& cancel);
+  void AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker, bool& cancel);
   const WindowPolicy& PlainWindowPolicy() const { return window_policy_; }
 
   // The view ends when none of its own handlers can be running any more: the engine doesn't bear it earlier.

@@ -4,6 +4,7 @@
 
 #include "gtk/engine/Download.h"
 #include "gtk/page/text/Address.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -54,7 +55,8 @@ void DownloadRow::Update() {
     case Download::State::Saved:
       return Tell("Saved as " + download_.Path());
     case Download::State::Failed:
-      const std::string what = download_.Path().empty() ? download_.Uri() : download_.Path();
+      const std::string what =
+          download_.Path().empty() ? WebAddress::WithoutUser(download_.Uri()) : download_.Path();
       return Tell("\"" + what + "\" wasn't downloaded: " + download_.Reason());
   }
 }

@@ -60,15 +60,22 @@ void FindBar::Show() {
   Search();
 }
 
+void FindBar::Again(bool forward) {
+  if (*gtk_entry_get_text(GTK_ENTRY(entry_)) == '\0') return Show();
+  if (Shown()) return Step(forward);
+  gtk_widget_show_all(bar_.get());
+  Search(forward);
+}
+
 void FindBar::Hide() {
   webkit_find_controller_search_finish(finder_);
   gtk_widget_hide(bar_.get());
   closed_();
 }
 
-void FindBar::Renew() { gtk_widget_get_visible(bar_.get()) ? Search() : Tell("", true); }
+void FindBar::Renew() { Shown() ? Search() : Tell("", true); }
 
-void FindBar::Search() {
+void FindBar::Search(bool forward) {
   const std::string text = gtk_entry_get_text(GTK_ENTRY(entry_));
   if (text.empty()) {
     webkit_find_controller_search_finish(finder_);
@@ -77,6 +84,7 @@ void FindBar::Search() {
   guint32 options = WEBKIT_FIND_OPTIONS_WRAP_AROUND;
   if (!gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(match_case_)))
     options |= WEBKIT_FIND_OPTIONS_CASE_INSENSITIVE;
+  if (!forward) options |= WEBKIT_FIND_OPTIONS_BACKWARDS;
   webkit_find_controller_search(finder_, text.c_str(), options, MostMatches);
   webkit_find_controller_count_matches(finder_, text.c_str(), options, MostMatches);
 }
@@ -85,7 +93,7 @@ void FindBar::Step(bool forward) {
   // The page may have changed since, or the bar may have been closed: then there is no search to go on with.
   const char* text = gtk_entry_get_text(GTK_ENTRY(entry_));
   const char* searched = webkit_find_controller_get_search_text(finder_);
-  if (!searched || std::string(searched) != text) return Search();
+  if (!searched || std::string(searched) != text) return Search(forward);
   forward ? webkit_find_controller_search_next(finder_) : webkit_find_controller_search_previous(finder_);
 }
 
@@ -96,16 +104,9 @@ void FindBar::Tell(const std::string& text, bool found) {
 }
 
 bool FindBar::TakeKey(const GdkEventKey& event) {
-  const bool back =
-      (event.state & GDK_SHIFT_MASK) && (event.keyval == GDK_KEY_Return || event.keyval == GDK_KEY_F3);
-  if (event.keyval == GDK_KEY_Escape)
-    Hide();
-  else if (back)
-    Step(false);
-  else if (event.keyval == GDK_KEY_F3)
-    Step(true);
-  else
-    return false;
+  // The window's own keys have come first.
+  if (event.keyval != GDK_KEY_Return || !(event.state & GDK_SHIFT_MASK)) return false;
+  Step(false);
   return true;
 }
 

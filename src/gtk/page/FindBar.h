@@ -19,6 +19,10 @@ class FindBar {
 
   GtkWidget* Widget() { return bar_.get(); }
   void Show();
+  // To the next or the previous match of the text in the bar, which comes up; asks for one where there is
+  // none.
+  void Again(bool forward);
+  bool Shown() const { return gtk_widget_get_visible(bar_.get()); }
   void Hide();
   // The page has changed.
   void Renew();
@@ -26,7 +30,7 @@ class FindBar {
  private:
   void Listen();
   void AddButton(const char* icon, const char* name, std::function<void()> pressed);
-  void Search();
+  void Search(bool forward = true);
   void Step(bool forward);
   void Tell(const std::string& text, bool found);
   void TellCount(guint matches);

@@ -1,11 +1,10 @@
 #include "gtk/page/GtkBrowser.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
+#include "gtk/page/PageCommands.h"
 #include "gtk/page/PageProperties.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/PrintPage.h"
@@ -35,28 +34,21 @@ GtkBrowser::~GtkBrowser() { page_->Close(); }
 void GtkBrowser::Navigate(const std::string& address) { page_->Load().Start(Address::FromTyped(address)); }
 void GtkBrowser::GoHome() { Navigate(world_.Home()); }
 
-void GtkBrowser::GoBack() {
-  if (!webkit_web_view_can_go_back(page_->View())) throw Failure("There is no earlier page to go back to");
-  page_->Command();
-  webkit_web_view_go_back(page_->View());
-}
-
-void GtkBrowser::GoForward() {
-  if (!webkit_web_view_can_go_forward(page_->View()))
-    throw Failure("There is no later page to go forward to");
-  page_->Command();
-  webkit_web_view_go_forward(page_->View());
-}
-
+void GtkBrowser::GoBack() { PageCommands::GoBack(*page_); }
+void GtkBrowser::GoForward() { PageCommands::GoForward(*page_); }
 void GtkBrowser::Stop() { page_->Load().Stop(); }
 void GtkBrowser::Refresh() {
   page_->Command();
   page_->Load().Again();
 }
 
+Failure GtkBrowser::Died() const {
+  return Failure("The process of the page \"" + WebAddress::WithoutUser(page_->Address()) + "\" has died");
+}
+
 void GtkBrowser::FailIfDead() const {
   if (page_->Closed()) throw Failure("The page is closed");
-  if (dead_) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
+  if (dead_) throw Died();
 }
 
 bool GtkBrowser::Busy() const {
@@ -64,7 +56,7 @@ bool GtkBrowser::Busy() const {
   const bool busy = !page_->Closed() && page_->Load().Busy();
   if (dead || !busy) watched_ = false;
   dead_ = false;
-  if (dead) throw Failure("The process of the page \"" + page_->Address() + "\" has died");
+  if (dead) throw Died();
   if (page_->Closed()) throw Failure("The page is closed");
   return busy;
 }
@@ -89,27 +81,30 @@ void GtkBrowser::ExecWB(long command, long) {
   throw Failure("The browser doesn't know the command " + std::to_string(command));
 }
 
-void GtkBrowser::SetFocus() { gtk_widget_grab_focus(GTK_WIDGET(page_->View())); }
+void GtkBrowser::SetFocus() {
+  GtkWidget* view = GTK_WIDGET(page_->View());
+  if (GTK_IS_WINDOW(gtk_widget_get_toplevel(view))) return gtk_widget_grab_focus(view);
+  // It comes into the window with the next frame, which then finds that nobody has the keyboard.
+  GtkWindow* window = world_.MainWindow();
+  if (window && gtk_window_get_focus(window)) gtk_window_set_focus(window, nullptr);
+}
 
 void GtkBrowser::OpenWindow() {
   const std::string address = page_->Address();
-  world_.OpenPlainWindow().Show(address.empty() ? "about:blank" : address);
+  PlainWindow& window = world_.OpenPlainWindow();
+  window.Show(address.empty() ? "about:blank" : address);
+  window.AskForAddress();
 }
 
 void GtkBrowser::ShowFind() { page_->Find().Show(); }
 void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
 
-void GtkBrowser::Zoom(int step) {
-  WebKitWebView* view = page_->PresentView();
-  if (!view) return;
-  const ElementSettings& settings = world_.Settings();
-  const int now = static_cast<int>(std::lround(webkit_web_view_get_zoom_level(view) * 100));
-  const int wanted = step == 0
-                         ? settings.zoom
-                         : std::clamp(now + 10 * step, ElementSettings::LeastZoom, ElementSettings::MostZoom);
-  webkit_web_view_set_zoom_level(view, wanted / 100.0);
-}
+void GtkBrowser::RefreshPastCache() { PageCommands::RefreshPastCache(*page_); }
+void GtkBrowser::FindAgain(bool forward) { page_->Find().Again(forward); }
+void GtkBrowser::ShowInspector() { PageCommands::SwitchInspector(*page_); }
+void GtkBrowser::SwitchCaret() { PageCommands::SwitchCaret(*page_); }
+void GtkBrowser::Zoom(int step) { PageCommands::Zoom(*page_, step); }
 
 template <class... Values>
 void GtkBrowser::Raise(const std::function<void(Values...)>& event, Values... values) {
@@ -140,6 +135,6 @@ void GtkBrowser::CloseWanted() {
   Raise(OnQuit);
 }
 
-void GtkBrowser::WindowWanted(Page*& taker, bool& cancel) {
-  if (NewWindow2) world_.AskProgram(NewWindow2, taker, cancel);
+void GtkBrowser::WindowWanted(const std::string& asker, Page*& taker, bool& cancel) {
+  if (NewWindow2) world_.AskProgram(NewWindow2, asker, taker, cancel);
 }

@@ -6,6 +6,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/window/HasWidget.h"
 #include "platform/Browser.h"
+#include "platform/Failure.h"
 
 // The browser element of the program: a page that fills the place of a control.
 class GtkBrowser : public Browser, public HasWidget, private PageOwner {
@@ -21,6 +22,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void GoForward() override;
   void Stop() override;
   void Refresh() override;
+  void RefreshPastCache() override;
   bool Busy() const override;
   std::string LocationName() const override;
   std::string LocationURL() const override;
@@ -30,8 +32,12 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void SetFocus() override;
   void OpenWindow() override;
   void ShowFind() override;
+  void FindAgain(bool forward) override;
   void ShowPrint() override;
   void ShowProperties() override;
+  void ShowInspector() override;
+  void SwitchCaret() override;
+  bool CloseTopBar() override { return page_->CloseTopBar(); }
   void Zoom(int step) override;
 
  private:
@@ -42,13 +48,14 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void LoadEnded() override;
   void ProcessDied() override;
   void CloseWanted() override;
-  void WindowWanted(Page*& taker, bool& cancel) override;
+  void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
   bool HearsScripts() const override { return true; }
   void ReadyToShow() override {}
   const Browser* Element() const override { return this; }
 
   // Fails while the end of the page's process hasn't been told.
   void FailIfDead() const;
+  Failure Died() const;
   template <class... Values>
   void Raise(const std::function<void(Values...)>& event, Values... values);
 

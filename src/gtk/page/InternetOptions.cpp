@@ -10,6 +10,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Proxy.h"
 #include "platform/Failure.h"
+#include "platform/WebAddress.h"
 #include "platform/dialog/Controls.h"
 
 namespace {
@@ -28,7 +29,7 @@ class OptionsDialog : public OwnDialog {
   Controls::OptionButton proxy_system{*this, "proxy_system", proxies},
       proxy_none{*this, "proxy_none", proxies}, proxy_by_hand{*this, "proxy_by_hand", proxies};
   Controls::TextBox proxy_address{*this, "proxy_address"};
-  Controls::CheckBox scripts{*this, "scripts"};
+  Controls::CheckBox scripts{*this, "scripts"}, tracking_prevention{*this, "tracking_prevention"};
   Controls::NumberBox font_size{*this, "font_size", ElementSettings::LeastFontSize,
                                 ElementSettings::MostFontSize};
   Controls::NumberBox zoom{*this, "zoom", ElementSettings::LeastZoom, ElementSettings::MostZoom};
@@ -76,6 +77,7 @@ void OptionsDialog::Fill(const ElementSettings& settings) {
   proxies.Members()[static_cast<size_t>(settings.proxy)]->Value = true;
   proxy_address.Text = settings.proxy_address;
   scripts.Value = settings.scripts ? 1 : 0;
+  tracking_prevention.Value = settings.tracking_prevention ? 1 : 0;
   font_size.Value = settings.minimum_font_size;
   zoom.Value = settings.zoom;
 }
@@ -87,6 +89,7 @@ ElementSettings OptionsDialog::Read() const {
   settings.proxy = proxy_by_hand.Value ? Proxy::ByHand : proxy_none.Value ? Proxy::None : Proxy::System;
   settings.proxy_address = proxy_address.Text;
   settings.scripts = scripts.Value != 0;
+  settings.tracking_prevention = tracking_prevention.Value != 0;
   settings.minimum_font_size = font_size.Value;
   settings.zoom = zoom.Value;
   return settings;
@@ -154,7 +157,8 @@ void OptionsDialog::Cleared(GObject* manager, GAsyncResult* result) {
 // The page on show is the one whose view is mapped.
 std::string OptionsDialog::PageOnShow() const {
   for (Page* page : world_.Pages())
-    if (page->Element() && gtk_widget_get_mapped(page->Widget())) return page->Address();
+    if (page->Element() && gtk_widget_get_mapped(page->Widget()))
+      return WebAddress::WithoutUser(page->Address());
   return home.Text;
 }
 

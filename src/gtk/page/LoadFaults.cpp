@@ -19,8 +19,8 @@ struct Meaning {
 };
 
 // The first that fits counts.
-const std::array<Meaning, 12>& Meanings() {
-  static const std::array<Meaning, 12> meanings = {{
+const std::array<Meaning, 14>& Meanings() {
+  static const std::array<Meaning, 14> meanings = {{
       {WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED, Kind::Interrupted},
       {WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE, Kind::Interrupted},
       {G_IO_ERROR, G_IO_ERROR_CANCELLED, Kind::Interrupted},
@@ -31,6 +31,8 @@ const std::array<Meaning, 12>& Meanings() {
       {G_IO_ERROR, G_IO_ERROR_HOST_NOT_FOUND, Kind::NoSuchHost},
       {G_TLS_ERROR, AnyCode, Kind::NotSecure},
       {G_IO_ERROR, G_IO_ERROR_CONNECTION_REFUSED, Kind::Refused},
+      {G_IO_ERROR, G_IO_ERROR_HOST_UNREACHABLE, Kind::Unreachable},
+      {G_IO_ERROR, G_IO_ERROR_NETWORK_UNREACHABLE, Kind::Unreachable},
       {G_IO_ERROR, G_IO_ERROR_TIMED_OUT, Kind::TimedOut},
       {G_IO_ERROR, AnyCode, Kind::Connection},
   }};

@@ -21,6 +21,13 @@ constexpr size_t MostTitle = 20000;
 // Windows that one page may ask for with less than a second between them.
 constexpr int MostInARow = 20;
 
+// As the engine reads the address; without a host there is none.
+std::string SiteOf(const std::string& uri) {
+  const std::unique_ptr<WebKitSecurityOrigin, decltype(&webkit_security_origin_unref)> origin(
+      webkit_security_origin_new_for_uri(uri.c_str()), webkit_security_origin_unref);
+  return origin ? TextOf(webkit_security_origin_get_host(origin.get())) : std::string();
+}
+
 GtkWidget* MakeBox(GtkWidget* parent, bool at_end) {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   if (parent && at_end)
@@ -45,11 +52,12 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       owner_(&owner),
       box_(MakeBox(nullptr, false)),
       bars_(MakeBox(box_.get(), false)),
-      questions_(MakeBox(box_.get(), false)),
+      scripts_(MakeBox(box_.get(), false)),
       feet_(MakeBox(box_.get(), true)),
       load_(*this, *this, Runner()),
+      questions_(bars_.get(), Runner()),
       dialogs_(
-          questions_.get(),
+          scripts_.get(),
           [this](ScriptDialogs::Outcome outcome) {
             if (outcome == ScriptDialogs::Outcome::StaysOnPage) load_.Denied();
             if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
@@ -115,9 +123,7 @@ void Page::MakeView(WebKitWebView* opener) {
 
 void Page::AddView(WebKitWebView* opener) {
   Engine& engine = world_.Base();
-  GtkWidget* view = GTK_WIDGET(opener ? g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
-                                                     engine.ViewSettings(), nullptr)
-                                      : G_OBJECT(engine.MakeView()));
+  GtkWidget* view = opener ? engine.MakeRelatedView(opener) : engine.MakeView();
   view_ = WEBKIT_WEB_VIEW(view);
   // What a script writes into its new window comes without a load.
   blank_ = !opener;
@@ -180,12 +186,11 @@ void Page::ListenToPage() {
   callbacks_.On<GtkWidget*(WebKitWebView*, WebKitNavigationAction*)>(
       view_, "create",
       [this](WebKitWebView* view, WebKitNavigationAction* action) { return Create(view, action); });
-  callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
-      view_, "script-dialog", [this](auto*, WebKitScriptDialog* dialog) {
-        const std::string document = DocumentAddress();
-        dialogs_.Ask(dialog, Address::Host(document.empty() ? Address() : document));
-        return TRUE;
-      });
+  callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(view_, "script-dialog",
+                                                               [this](auto*, WebKitScriptDialog* dialog) {
+                                                                 dialogs_.Ask(dialog, Asker());
+                                                                 return TRUE;
+                                                               });
   callbacks_.On<gboolean(GtkWidget*, cairo_t*)>(view_, "draw",
                                                 [this](auto*, cairo_t* cairo) { return Paint(cairo); });
   // The window around the page may go first.
@@ -197,6 +202,7 @@ void Page::LetGoOfView() {
   find_.reset();
   WebKitWebView* view = std::exchange(view_, nullptr);
   load_.Abandon();
+  questions_.Forget();
   dialogs_.Dismiss();
   callbacks_.Off(view);
 }
@@ -214,13 +220,16 @@ GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
   DropView();
   MakeView(opener);
   opened_by_page_ = true;
+  // Until it has a page of its own, its scripts are the opener's.
+  for (Page* page : world_.Pages())
+    if (page->PresentView() == opener) sites_ = page->sites_;
   return GTK_WIDGET(view_);
 }
 
 void Page::OpenElsewhere(const std::string& uri) {
   Page* taker = nullptr;
   bool cancel = false;
-  Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
+  Tell([&](PageOwner& owner) { owner.WindowWanted(Asker(), taker, cancel); });
   if (cancel) return;
   if (taker)
     taker->Load().Start({uri, {}, true});
@@ -255,7 +264,24 @@ std::string Page::Title() const {
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
-void Page::AddBar(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(bars_.get()), bar, FALSE, TRUE, 0); }
+void Page::DocumentAnswered(const std::string& uri, bool main) {
+  main ? sites_.MainAnswered() : sites_.FrameAnswered(SiteOf(uri));
+}
+
+bool Page::CloseTopBar() {
+  if (find_ && find_->Shown()) {
+    find_->Hide();
+    return true;
+  }
+  if (dialogs_.Refuse()) return true;
+  GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
+  GList* newest = g_list_last(bars);
+  GtkWidget* bar = newest ? static_cast<GtkWidget*>(newest->data) : nullptr;
+  g_list_free(bars);
+  if (!bar) return false;
+  if (GTK_IS_INFO_BAR(bar)) gtk_info_bar_response(GTK_INFO_BAR(bar), GTK_RESPONSE_CLOSE);
+  return true;
+}
 
 GtkWindow* Page::Window() {
   GtkWidget* top = gtk_widget_get_toplevel(box_.get());
@@ -272,6 +298,8 @@ std::string Page::DocumentAddress() const {
 std::string Page::EngineTitle() const { return view_ ? TextOf(webkit_web_view_get_title(view_)) : ""; }
 bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view_); }
 bool Page::WorksOffline() const { return world_.Base().Offline(); }
+std::optional<std::string> Page::BadProxy() const { return world_.Settings().BadProxy(); }
+bool Page::PromisedHttps(const std::string& host) const { return world_.Base().PromisedHttps(host); }
 
 void Page::LoadAddress(const std::string& uri) { webkit_web_view_load_uri(View(), uri.c_str()); }
 
@@ -292,8 +320,10 @@ void Page::Reload() { webkit_web_view_reload(View()); }
 void Page::StopLoading() { webkit_web_view_stop_loading(View()); }
 
 void Page::Trust(GTlsCertificate* certificate, const std::string& host) {
-  webkit_web_context_allow_tls_certificate_for_host(world_.Base().Context(), certificate, host.c_str());
+  world_.Base().Trust(certificate, host);
 }
+
+bool Page::Trusts(const std::string& host) const { return world_.Base().Trusts(host); }
 
 std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
                                        std::function<void(const std::string&)> done,
@@ -310,8 +340,10 @@ void Page::LoadBegan() {
 // What stood above the page belonged to the one before.
 void Page::LoadCommitted() {
   blank_ = false;
-  gtk_container_foreach(
-      GTK_CONTAINER(bars_.get()), [](GtkWidget* bar, gpointer) { gtk_widget_destroy(bar); }, nullptr);
+  // What is blank belongs to the page that opened it.
+  const std::string address = load_.ShowsOwnPage() ? std::string() : EngineAddress();
+  if (!opened_by_page_ || address != "about:blank") sites_.Committed(SiteOf(address));
+  questions_.Forget();
   dialogs_.Forget();
   Tell([](PageOwner& owner) { owner.NameChanged(); });
 }
@@ -384,7 +416,7 @@ GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
   Page* taker = nullptr;
   bool cancel = false;
   ++asking_;
-  Tell([&](PageOwner& owner) { owner.WindowWanted(taker, cancel); });
+  Tell([&](PageOwner& owner) { owner.WindowWanted(Asker(), taker, cancel); });
   --asking_;
   const bool gone = view_ != view;
   if (gone && asking_ == 0) world_.DestroyLater(view);

@@ -4,13 +4,16 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/page/DownloadBar.h"
+#include "gtk/page/Questions.h"
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
+#include "gtk/page/text/Sites.h"
 
 class Browser;
 class BrowserWorld;
@@ -33,7 +36,7 @@ class PageOwner {
   // A page that another page opened wants to be closed.
   virtual void CloseWanted() = 0;
   // The page wants a new window: as NewWindow2 of the browser element.
-  virtual void WindowWanted(Page*& taker, bool& cancel) = 0;
+  virtual void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) = 0;
   // False: a page that asks for a window without a press of the user's isn't even heard.
   virtual bool HearsScripts() const = 0;
   // The new window that this page has taken may be shown now.
@@ -81,8 +84,20 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // Has the frame that wants `wanted`, or bears the name, show another address. Needs the page's scripts.
   void ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead);
 
-  // A bar above the page, until it goes. The page takes it over.
-  void AddBar(GtkWidget* bar);
+  // Questions above the page.
+  Questions& Asks() { return questions_; }
+  // The site of the page on show, as the engine knows it, whatever is being loaded; empty where it has none.
+  const std::string& Site() const { return sites_.Site(); }
+  // Who asks, to stand before "wants to": see Sites.
+  std::string Asker() const { return sites_.Asker(); }
+  // A document of the page's comes from a server: its own, or one of its frames'.
+  void DocumentAnswered(const std::string& uri, bool main);
+
+  // Closes what stands over the page: the find bar, else the newest of the others, for which that is a no.
+  // False: there is none.
+  bool CloseTopBar();
+  // In the status line, until there is something newer.
+  void Say(const std::string& text) { LoadStatusChanged(text); }
 
   // The window that dialogs about this page belong to; may be none.
   GtkWindow* Window();
@@ -113,12 +128,15 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   std::string EngineTitle() const override;
   bool EngineLoads() const override;
   bool WorksOffline() const override;
+  std::optional<std::string> BadProxy() const override;
+  bool PromisedHttps(const std::string& host) const override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
   bool Isolate() override;
   void Reload() override;
   void StopLoading() override;
   void Trust(GTlsCertificate* certificate, const std::string& host) override;
+  bool Trusts(const std::string& host) const override;
   std::shared_ptr<void> ReadSource(const std::string& uri, bool shown,
                                    std::function<void(const std::string&)> done,
                                    std::function<void(const ErrorPage&)> failed) override;
@@ -148,10 +166,12 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   BrowserWorld& world_;
   PageOwner* owner_;
-  // From the top: permissions, a script's question, the view, downloads and finding.
-  Owned<GtkWidget> box_, bars_, questions_, feet_;
+  // From the top: what the page wants, a script's question, the view, downloads and finding.
+  Owned<GtkWidget> box_, bars_, scripts_, feet_;
   WebKitWebView* view_ = nullptr;
+  Sites sites_;
   PageLoad load_;
+  Questions questions_;
   ScriptDialogs dialogs_;
   DownloadBar downloads_;
   std::unique_ptr<FindBar> find_;

@@ -117,10 +117,12 @@ bool IsAttachment(WebKitURIResponse* response) {
   return g_ascii_strcasecmp(TakeText(disposition).c_str(), "attachment") == 0;
 }
 
-bool IsEmptyError(WebKitURIResponse* response) {
+bool IsEmptyError(WebKitURIResponse* response, bool shown) {
   SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
   const char* length = headers ? soup_message_headers_get_one(headers, "Content-Length") : nullptr;
-  return webkit_uri_response_get_status_code(response) >= 400 && TextOf(length) == "0";
+  if (webkit_uri_response_get_status_code(response) < 400) return false;
+  // A proxy that can't reach the site says so without a page.
+  return !shown || TextOf(length) == "0";
 }
 
 bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
@@ -128,8 +130,10 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   const bool shown =
       webkit_response_policy_decision_is_mime_type_supported(decision) && !IsAttachment(response);
   const unsigned status = webkit_uri_response_get_status_code(response);
-  if (!webkit_response_policy_decision_is_main_frame_main_resource(decision)) return false;
-  if (IsEmptyError(response)) {
+  const bool main = webkit_response_policy_decision_is_main_frame_main_resource(decision);
+  page.DocumentAnswered(TextOf(webkit_uri_response_get_uri(response)), main);
+  if (!main) return false;
+  if (IsEmptyError(response, shown)) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     page.Load().ShowErrorInstead(
         LoadErrors::EmptyAnswer(TextOf(webkit_uri_response_get_uri(response)), status));
@@ -160,9 +164,8 @@ void Attach(Page& page, WebKitWebView* view) {
         return Decide(page, decision, type);
       });
   page.Calls().On<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
-      view, "permission-request", [&page](WebKitWebView* asker, WebKitPermissionRequest* request) {
-        return PermissionBar::Ask(page, TextOf(webkit_web_view_get_uri(asker)), request);
-      });
+      view, "permission-request",
+      [&page](auto*, WebKitPermissionRequest* request) { return PermissionBar::Ask(page, request); });
 }
 
 }  // namespace PagePolicy

@@ -7,6 +7,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Address.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 #include "platform/dialog/Controls.h"
 
 namespace {
@@ -32,7 +33,7 @@ class PropertiesDialog : public OwnDialog {
  public:
   explicit PropertiesDialog(Page& page) : OwnDialog(page.Window(), "PageProperties") {
     Title.Caption = Text::Left(page.Title(), MostCharacters);
-    Address.Caption = Text::Left(page.Address(), MostCharacters);
+    Address.Caption = Text::Left(WebAddress::WithoutUser(page.Address()), MostCharacters);
     SecurityOfPage.Caption = Security(page);
     WebKitWebResource* source = webkit_web_view_get_main_resource(page.View());
     WebKitURIResponse* response = source ? webkit_web_resource_get_response(source) : nullptr;

@@ -1,7 +1,6 @@
 #include "gtk/page/PermissionBar.h"
 
 #include "gtk/page/Page.h"
-#include "gtk/page/text/Address.h"
 
 namespace {
 
@@ -31,29 +30,14 @@ std::string Wish(WebKitPermissionRequest* request) {
 
 namespace PermissionBar {
 
-bool Ask(Page& page, const std::string& address, WebKitPermissionRequest* request) {
+bool Ask(Page& page, WebKitPermissionRequest* request) {
   const std::string wish = Wish(request);
   if (wish.empty()) return false;
-  const std::string host = Address::Host(address);
-  const std::string text = (host.empty() ? "This page" : host) + " wants to " + wish + ".";
-  GtkWidget* bar =
-      gtk_info_bar_new_with_buttons("_Allow", GTK_RESPONSE_ACCEPT, "_Deny", GTK_RESPONSE_REJECT, nullptr);
-  gtk_info_bar_set_message_type(GTK_INFO_BAR(bar), GTK_MESSAGE_QUESTION);
-  gtk_info_bar_set_show_close_button(GTK_INFO_BAR(bar), TRUE);
-  GtkWidget* label = gtk_label_new(text.c_str());
-  gtk_label_set_line_wrap(GTK_LABEL(label), TRUE);
-  gtk_label_set_xalign(GTK_LABEL(label), 0);
-  gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), label);
-  // A request that goes without an answer, with its bar, is denied by the engine.
-  page.Calls().On<void(GtkWidget*, int)>(
-      bar, "response",
-      [held = std::shared_ptr<WebKitPermissionRequest>(Share(request))](GtkWidget* bar, int response) {
-        response == GTK_RESPONSE_ACCEPT ? webkit_permission_request_allow(held.get())
-                                        : webkit_permission_request_deny(held.get());
-        gtk_widget_destroy(bar);
-      });
-  page.AddBar(bar);
-  gtk_widget_show_all(bar);
+  page.Asks().Ask({.text = page.Asker() + " wants to " + wish + ".", .yes = "_Allow", .no = "_Deny"},
+                  [held = std::shared_ptr<WebKitPermissionRequest>(Share(request))](bool yes) {
+                    yes ? webkit_permission_request_allow(held.get())
+                        : webkit_permission_request_deny(held.get());
+                  });
   return true;
 }
 

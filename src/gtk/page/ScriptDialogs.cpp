@@ -144,6 +144,12 @@ ScriptDialogs::Outcome ScriptDialogs::Answer(bool accepted) {
   return !accepted && AsksToLeave(dialog.get()) ? Outcome::StaysOnPage : Outcome::Answered;
 }
 
+bool ScriptDialogs::Refuse() {
+  if (!dialog_) return false;
+  Respond(false);
+  return true;
+}
+
 void ScriptDialogs::Dismiss() {
   if (!dialog_) return;
   Answer(false);

@@ -26,6 +26,8 @@ class ScriptDialogs {
   // Puts a question; one that is up is taken back. `asker` names the site, empty for none.
   void Ask(WebKitScriptDialog* dialog, const std::string& asker);
   // The user goes elsewhere: takes back the question that is up, as if refused, and the page asks no more.
+  // Answers no, as the user. False: there is no question.
+  bool Refuse();
   void Dismiss();
   // The questions of the next page count anew.
   void Forget();

@@ -14,6 +14,7 @@
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -130,6 +131,8 @@ void SourceLoad::ReadElsewhere() {
     Fail(LoadErrors::NoAddress(Address()));
   else if (engine_.Offline())
     Fail(LoadErrors::WorksOffline(Address()));
+  else if (const auto bad_proxy = engine_.Settings().BadProxy())
+    Fail(LoadErrors::NoProxy(Address(), *bad_proxy));
   else
     Fetch();
 }
@@ -184,7 +187,7 @@ Owned<WebKitDownload> SourceLoad::Ended() {
 // What is told ends the load, and so this object.
 void SourceLoad::Tell(const std::string& bytes, const std::string& encoding) {
   const Done done = done_;
-  done(SourcePage(ToUtf8(bytes, encoding), uri_));
+  done(SourcePage(ToUtf8(bytes, encoding), WebAddress::WithoutUser(uri_)));
 }
 
 void SourceLoad::Fail(const ErrorPage& error) {

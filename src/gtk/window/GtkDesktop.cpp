@@ -78,8 +78,8 @@ std::string GtkDesktop::ProgramFolder() {
 }
 
 BrowserWorld& GtkDesktop::World() {
-  const auto policy = [this](Browser*& taker, bool& cancel) {
-    if (NewWindow2) NewWindow2(taker, cancel);
+  const auto policy = [this](const std::string& asker, Browser*& taker, bool& cancel) {
+    if (NewWindow2) NewWindow2(asker, taker, cancel);
   };
   if (!world_)
     world_ = std::make_unique<BrowserWorld>(
@@ -87,8 +87,11 @@ BrowserWorld& GtkDesktop::World() {
   return *world_;
 }
 
+// What is typed meanwhile belongs to what comes up.
 void GtkDesktop::DoEvents() {
-  for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
+  waiting_.During([] {
+    for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
+  });
 }
 
 void GtkDesktop::End(int status) {
@@ -230,7 +233,9 @@ std::string GtkDesktop::AddressInShortcut(const std::string& path) { return ::Ad
 
 void GtkDesktop::Shell(const std::string& command) {
   // What is set for our own engine is nobody else's business.
-  char** environment = g_environ_unsetenv(g_get_environ(), "WEBKIT_DISABLE_DMABUF_RENDERER");
+  char** environment = g_get_environ();
+  for (const auto& [name, value] : Engine::NoGraphicsProcessor)
+    environment = g_environ_unsetenv(environment, name);
   const std::unique_ptr<char*, decltype(&g_strfreev)> owner(environment, &g_strfreev);
   try {
     std::vector<std::string> words = TakeApart(command);

@@ -12,8 +12,8 @@ int Input::Shift(guint state) {
          (state & GDK_MOD1_MASK ? 4 : 0);
 }
 
-bool Input::TellKey(Events& gate, Window& scene, const GdkEventKey& event) {
-  if (!scene.KeyDown || event.state & (GDK_SUPER_MASK | GDK_META_MASK)) return false;
+std::optional<KeyPress> Input::PressOf(const GdkEventKey& event) {
+  if (event.state & (GDK_SUPER_MASK | GDK_META_MASK)) return std::nullopt;
   // Where the layout has letters of another script, a key is what it is in the first layout.
   guint key = event.keyval;
   if (gdk_keyval_to_unicode(key) > 0x7F)
@@ -21,10 +21,18 @@ bool Input::TellKey(Events& gate, Window& scene, const GdkEventKey& event) {
                                         event.hardware_keycode, static_cast<GdkModifierType>(event.state), 0,
                                         &key, nullptr, nullptr, nullptr);
   const char* name = gdk_keyval_name(key);
-  if (!name) return false;
-  const KeyPress press{name, (event.state & GDK_CONTROL_MASK) != 0, (event.state & GDK_SHIFT_MASK) != 0,
-                       (event.state & GDK_MOD1_MASK) != 0};
+  if (!name) return std::nullopt;
+  return KeyPress{name, (event.state & GDK_CONTROL_MASK) != 0, (event.state & GDK_SHIFT_MASK) != 0,
+                  (event.state & GDK_MOD1_MASK) != 0};
+}
+
+bool Input::TellKey(Events& gate, Window& scene, const GdkEventKey& event) {
+  const std::optional<KeyPress> press = PressOf(event);
+  return press && TellKey(gate, scene, *press);
+}
+
+bool Input::TellKey(Events& gate, Window& scene, const KeyPress& press) {
   bool used = false;
-  gate.Run([&] { used = scene.KeyDown(press); });
+  if (scene.KeyDown) gate.Run([&] { used = scene.KeyDown(press); });
   return used;
 }

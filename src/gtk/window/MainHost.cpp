@@ -77,8 +77,19 @@ void MainHost::Wire() {
     return FALSE;
   });
   callbacks_.On<Handled>(Frame(), "key-press-event", [this](auto*, GdkEvent* event) -> gboolean {
-    return Input::TellKey(gate_, scene_, event->key);
+    if (Input::TellKey(gate_, scene_, event->key)) return TRUE;
+    FindKeyboardAPlace();
+    return FALSE;
   });
+  // Whoever takes the keyboard from one widget for another has done so by then.
+  callbacks_.On<void(GtkWindow*, GtkWidget*)>(Frame(), "set-focus", [this](auto*, GtkWidget* widget) {
+    if (!widget) callbacks_.Later([this] { FindKeyboardAPlace(); });
+  });
+}
+
+void MainHost::FindKeyboardAPlace() {
+  if (!gtk_window_get_focus(FrameWindow()) && scene_.KeyboardFree)
+    gate_.Run([this] { scene_.KeyboardFree(); });
 }
 
 void MainHost::OnFocus(bool in) {

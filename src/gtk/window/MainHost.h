@@ -34,6 +34,7 @@ class MainHost : public SceneHost {
   void OnButton(const GdkEventButton& event);
   void AdoptPlace();
   void OnState(const GdkEventWindowState& event);
+  void FindKeyboardAPlace();
   void OnMaximised(bool maximised);
   void OnFocus(bool in);
   // Whether the keyboard hasn't gone to anybody else: a popup may have come between, or nobody has it.

@@ -26,7 +26,15 @@ bool Contains(GtkWidget* frame, double x, double y) {
 
 }  // namespace
 
-PopupGroup::PopupGroup(Events& gate) : gate_(gate), holder_(gtk_invisible_new()) {
+PopupGroup::PopupGroup(Events& gate) : gate_(gate) {}
+
+PopupGroup::~PopupGroup() { LetGo(); }
+
+// Made with the first popup: the first widget of a program loads the desktop's theme, and a start has better
+// things to do.
+void PopupGroup::MakeHolder() {
+  if (holder_) return;
+  holder_.reset(gtk_invisible_new());
   gtk_widget_show(holder_.get());
   callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(holder_.get(), "grab-broken-event", [this](auto*, auto*) {
     grabbed_ = false;
@@ -34,8 +42,6 @@ PopupGroup::PopupGroup(Events& gate) : gate_(gate), holder_(gtk_invisible_new())
     return TRUE;
   });
 }
-
-PopupGroup::~PopupGroup() { LetGo(); }
 
 void PopupGroup::StandOver(GtkWidget* frame, Window* scene) {
   main_frame_ = frame;
@@ -75,6 +81,7 @@ void PopupGroup::Clear() {
 void PopupGroup::Grab() {
   retry_ = 0;
   if (grabbed_ || popups_.empty()) return;
+  MakeHolder();
   GdkSeat* seat = gdk_display_get_default_seat(gtk_widget_get_display(holder_.get()));
   grabbed_ = gdk_seat_grab(seat, gtk_widget_get_window(holder_.get()), GDK_SEAT_CAPABILITY_ALL_POINTING, TRUE,
                            nullptr, nullptr, nullptr, nullptr) == GDK_GRAB_SUCCESS;
@@ -101,6 +108,8 @@ bool PopupGroup::Takes(GdkEvent* event) {
     case GDK_MOTION_NOTIFY:
       return AnyOpen() && TakesMove(event);
     case GDK_BUTTON_PRESS:
+      if (TakesSideButton(event->button)) return true;
+      [[fallthrough]];
     case GDK_BUTTON_RELEASE:
       return AnyOpen() && TakesPress(event);
     case GDK_SCROLL:
@@ -121,6 +130,15 @@ bool PopupGroup::TakesKey(const GdkEventKey& event) {
   if (main_scene_ && Input::TellKey(gate_, *main_scene_, event)) return true;
   if (event.keyval == GDK_KEY_Escape) EndAll();
   return true;
+}
+
+// The buttons at a mouse's side are keys, wherever in the main window or over its popups.
+bool PopupGroup::TakesSideButton(const GdkEventButton& event) {
+  if (!main_scene_ || (event.button != Input::BackButton && event.button != Input::ForwardButton))
+    return false;
+  const auto* any = reinterpret_cast<const GdkEvent*>(&event);
+  if (!ComesToGroup(any) && TopOf(any) != gtk_widget_get_window(main_frame_)) return false;
+  return Input::TellKey(gate_, *main_scene_, {event.button == Input::BackButton ? "Back" : "Forward"});
 }
 
 bool PopupGroup::TakesMove(GdkEvent* event) {
@@ -170,7 +188,7 @@ bool PopupGroup::TakesWheel(const GdkEventScroll& event) {
 
 bool PopupGroup::ComesToGroup(const GdkEvent* event) const {
   GdkWindow* top = TopOf(event);
-  return top && (top == gtk_widget_get_window(holder_.get()) ||
+  return top && ((holder_ && top == gtk_widget_get_window(holder_.get())) ||
                  std::any_of(popups_.begin(), popups_.end(), [top](const Popup& popup) {
                    return gtk_widget_get_window(popup.frame) == top;
                  }));

@@ -44,6 +44,7 @@ class PopupGroup {
   };
 
   bool TakesKey(const GdkEventKey& event);
+  bool TakesSideButton(const GdkEventButton& event);
   bool TakesMove(GdkEvent* event);
   bool TakesPress(GdkEvent* event);
   bool TakesWheel(const GdkEventScroll& event);
@@ -54,6 +55,7 @@ class PopupGroup {
   bool Lists(const Window* scene) const;
   void Tell(Window& scene, const GdkEvent* event);
 
+  void MakeHolder();
   void Grab();
   void LetGo();
 

@@ -196,6 +196,7 @@ std::vector<PixelRect> SceneView::Compose() {
   scene_.Draws().Compose({pixels_.data(), width_ * scale_, height_ * scale_, scale_}, wanted, damage);
   PlaceWidgets(wanted);
   shown_ = std::move(wanted);
+  FindKeyboardAPlace();
   return damage;
 }
 
@@ -219,6 +220,13 @@ void SceneView::PlaceWidgets(const DisplayList& list) {
     }
     gtk_widget_set_child_visible(widget, !hidden);
   }
+}
+
+// A page that has gone, or behind another, takes the keyboard along; one that is new has only now come in.
+void SceneView::FindKeyboardAPlace() {
+  GtkWidget* top = gtk_widget_get_toplevel(Widget());
+  if (!scene_.KeyboardFree || !GTK_IS_WINDOW(top) || gtk_window_get_focus(GTK_WINDOW(top))) return;
+  gate_.Run([this] { scene_.KeyboardFree(); });
 }
 
 void SceneView::Paint(cairo_t* cairo) {

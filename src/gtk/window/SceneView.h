@@ -62,6 +62,7 @@ class SceneView {
 
   std::vector<PixelRect> Compose();
   void PlaceWidgets(const DisplayList& list);
+  void FindKeyboardAPlace();
   void ShowPointer(const Control& control);
   bool ShowToolTip(int x, int y, GtkTooltip* tooltip);
   GtkLayout* Layout() const { return GTK_LAYOUT(widget_.get()); }

@@ -46,6 +46,14 @@ void Waiting::For(const std::function<bool()>& done) {
   if (!done_) LetGo();
 }
 
+void Waiting::During(const std::function<void()>& function) {
+  const std::function<bool()> never = [] { return false; };
+  const auto* outer = std::exchange(done_, &never);
+  function();
+  done_ = outer;
+  if (!done_) LetGo();
+}
+
 bool Waiting::Holds(const GdkEvent* event) {
   if (!IsInput(event)) return false;
   // What was waited for may be there, and a dialog of a page stand in the way of whoever waits.

@@ -13,6 +13,8 @@ class Waiting {
   // Until it is done, or has taken so long that it never will be.
   void For(const std::function<bool()>& done);
   bool InCourse() const { return done_ != nullptr; }
+  // The same for as long as a function runs.
+  void During(const std::function<void()>& function);
 
   // Whether the event is to come later.
   bool Holds(const GdkEvent* event);

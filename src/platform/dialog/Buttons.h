@@ -13,6 +13,7 @@ class CommandButton : public Captioned {
   using Captioned::Captioned;
 
   std::function<void()> Click;
+  std::function<void()> GotFocus;
 };
 
 class CheckBox : public Captioned {

@@ -2,15 +2,9 @@
 
 #include <functional>
 #include <memory>
-#include <string_view>
 
+#include "platform/scene/KeyPress.h"
 #include "platform/scene/Scene.h"
-
-// A key as the desktop names it: a letter or digit is itself, in either case; "Tab", "F5", "plus", "KP_Add".
-struct KeyPress {
-  std::string_view Name;
-  bool Control = false, Shift = false, Alt = false;
-};
 
 // What a window asks of the desktop. Positions are the window's own properties.
 class WindowHost {
@@ -64,6 +58,8 @@ class Window : public Surface, public SceneRoot {
   // A key, before the window's widgets see it. True: it was used, and they don't get it. While popup windows
   // are open they hear of it first, from the newest on, and then the main window; its widgets don't.
   std::function<bool(const KeyPress&)> KeyDown;
+  // None of the window's widgets has the keyboard: somebody is to take it.
+  std::function<void()> KeyboardFree;
   // The user or the desktop wants the window closed.
   std::function<void()> QueryUnload;
 

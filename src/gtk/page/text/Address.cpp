@@ -8,6 +8,7 @@
 
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -152,7 +153,7 @@ Target FromTyped(std::string_view typed) {
     if (const char* home = std::getenv("HOME")) return {FileAddress(home + text.substr(1)), {}, true};
   // A script that someone was talked into typing would act on the page on show.
   if (Scheme(text) == "javascript") return {text, {}, false};
-  if (IsFullAddress(text)) return {text, {}, true};
+  if (IsFullAddress(text) && !WebAddress::BeginsWithUser(text)) return {text, {}, true};
   return FromHost(text);
 }
 
@@ -192,7 +193,9 @@ std::string ShortName(std::string_view uri) {
     return Text::Valid(Unescape(path.substr(path.rfind('/') + 1)));
   }
   if (scheme != "http" && scheme != "https") return std::string(uri);
-  std::string_view rest = uri.substr(uri.find("://") + 3);
+  const std::string address = WebAddress::WithoutUser(uri);
+  std::string_view rest = std::string_view(address).substr(scheme.size() + 1);
+  rest.remove_prefix(std::min(rest.find_first_not_of("/\\"), rest.size()));
   if (rest.ends_with('/')) rest.remove_suffix(1);
   return std::string(rest);
 }

@@ -1,6 +1,7 @@
 #include "gtk/page/text/ErrorPage.h"
 
 #include "gtk/page/text/Html.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ std::string ErrorPage::Html(const std::string& buttons) const {
   using Html::Escape;
   std::string page = Head;
   page += "<title>" + Escape(title) + "</title></head><body><main>\n<h1>" + Escape(title) + "</h1>\n";
-  if (!address.empty()) page += "<code>" + Escape(address) + "</code>\n";
+  if (!address.empty()) page += "<code>" + Escape(WebAddress::WithoutUser(address)) + "</code>\n";
   page += "<p>" + Escape(reason) + "</p>\n<p>" + Escape(advice) + "</p>\n<nav>";
   for (size_t n = 0; n < actions.size(); ++n) {
     const std::string leads = buttons.empty() ? actions[n].address : buttons + std::to_string(n);

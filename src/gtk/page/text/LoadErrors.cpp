@@ -40,6 +40,8 @@ Reason ForFault(const std::string& uri, const LoadFault& fault) {
     case Kind::Refused:
       return {"The site refuses the connection", host + " is there, but nothing answers at this address.",
               std::string(CheckAddress) + " The site may be down: try again in a moment."};
+    case Kind::Unreachable:
+      return {"The site can't be reached", "No way leads to " + host + " from here.", CheckConnection};
     case Kind::TimedOut:
       return {"The site doesn't answer", host + " took too long to answer.", CheckConnection};
     case Kind::Connection:
@@ -70,8 +72,14 @@ std::string Problem(GTlsCertificateFlags flags, const std::string& host) {
 
 namespace LoadErrors {
 
-bool MayAnswerOpenly(const LoadFault& fault) {
-  return fault.kind != LoadFault::Kind::NoSuchHost && fault.kind != LoadFault::Kind::UnknownKind;
+bool NothingSpeaks(const LoadFault& fault) {
+  using Kind = LoadFault::Kind;
+  return fault.kind == Kind::Refused || fault.kind == Kind::Unreachable || fault.kind == Kind::TimedOut;
+}
+
+bool WasSpokenWith(const LoadFault& fault) {
+  using Kind = LoadFault::Kind;
+  return fault.kind == Kind::NotSecure || fault.kind == Kind::Connection || fault.kind == Kind::Other;
 }
 
 ErrorPage Failed(const std::string& uri, const LoadFault& fault) {
@@ -79,15 +87,39 @@ ErrorPage Failed(const std::string& uri, const LoadFault& fault) {
   return {why.title, uri, why.reason, why.advice, {{"Try again", uri}}};
 }
 
-ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags) {
+ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags, Standing standing) {
   const std::string host = Address::Host(uri);
+  const std::string problem =
+      host + " can't prove that it is the site it claims to be. " + Problem(flags, host);
+  const ErrorPage::Action again = {"Try again", uri};
+  const ErrorPage::Action go_on = {"Go on in spite of it, for this session", uri,
+                                   ErrorPage::Action::Kind::GoOn};
+  switch (standing) {
+    case Standing::Promised:
+      return {"This connection isn't safe",
+              uri,
+              problem + " The site has promised earlier that it can always be reached safely.",
+              "Someone may be listening in, or the site is set up wrongly. So there is no way to go on: try "
+              "again later, or from another network.",
+              {again}};
+    case Standing::Accepted:
+      return {
+          "This site's certificate has changed",
+          uri,
+          problem + " It isn't the certificate either that you went on with before.",
+          "The site may have got a new one, or someone has come between you and it since then. Go on only "
+          "if you know why, and give no passwords to it.",
+          {again, go_on}};
+    case Standing::Unknown:
+      break;
+  }
   return {
       "This connection isn't safe",
       uri,
-      host + " can't prove that it is the site it claims to be. " + Problem(flags, host),
+      problem,
       "Someone may be listening in, or the site is set up wrongly. Go on only if you know why, and give no "
       "passwords to it.",
-      {{"Try again", uri}, {"Go on in spite of it, for this session", uri, ErrorPage::Action::Kind::GoOn}}};
+      {again, go_on}};
 }
 
 ErrorPage WorksOffline(const std::string& uri) {
@@ -95,6 +127,17 @@ ErrorPage WorksOffline(const std::string& uri) {
           uri,
           "While it works offline, no page is loaded from the network. Pages on this computer can be opened.",
           "Choose \"Work Online\" in the File menu, and try again.",
+          {{"Try again", uri}}};
+}
+
+ErrorPage NoProxy(const std::string& uri, const std::string& typed) {
+  const std::string named = typed.empty() ? "None is named." : "\"" + typed + "\" is none.";
+  return {"The proxy can't be used",
+          uri,
+          "Pages are to come by a proxy that was named by hand, and it can't be understood: " + named +
+              " Nothing is asked without it.",
+          "Choose \"Internet Options\" in the View menu, mend the proxy's address or choose another kind of "
+          "connection, and try again.",
           {{"Try again", uri}}};
 }
 
@@ -123,7 +166,7 @@ ErrorPage EmptyAnswer(const std::string& uri, unsigned status) {
   const std::string host = Address::Host(uri);
   return {"The site has no page for this address",
           uri,
-          host + " answered with the error " + std::to_string(status) + " and nothing else.",
+          host + " answered with the error " + std::to_string(status) + " and no page.",
           status == 404 || status == 410 ? "Look whether the address is spelt right."
                                          : "The site has a problem of its own: try again in a moment.",
           {{"Try again", uri}}};

@@ -11,8 +11,9 @@ struct LoadFault {
   enum class Kind {
     Interrupted,  // no page to be shown: the user stopped the load, or it became a download
     NoSuchHost,
-    NotSecure,  // no secure connection could be made
-    Refused,    // by the host
+    NotSecure,    // no secure connection could be made
+    Refused,      // by the host
+    Unreachable,  // no way leads there
     TimedOut,
     Connection,   // any other failure on the way
     UnknownKind,  // of address
@@ -27,12 +28,22 @@ struct LoadFault {
 // What went wrong with a load, told as a page.
 namespace LoadErrors {
 
-// There was no talking to the host by a secure connection, though it may answer an open one.
-bool MayAnswerOpenly(const LoadFault& fault);
+// Nothing at all speaks at this address, so nobody stands in the way of a secure connection there.
+bool NothingSpeaks(const LoadFault& fault);
+// The host was spoken with, or somebody on the way, and no secure connection came of it.
+bool WasSpokenWith(const LoadFault& fault);
 
 ErrorPage Failed(const std::string& uri, const LoadFault& fault);
-ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags);
+// What is known of a site whose certificate is refused.
+enum class Standing {
+  Unknown,
+  Accepted,  // the user has accepted another certificate of this host
+  Promised   // the site has promised to be there by https: only, so there is no way past a bad certificate
+};
+ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags, Standing standing);
 ErrorPage WorksOffline(const std::string& uri);
+// No connection is made, since the proxy that was named by hand, `typed`, is none.
+ErrorPage NoProxy(const std::string& uri, const std::string& typed);
 // The engine doesn't ask for it at all.
 ErrorPage Refused(const std::string& uri);
 ErrorPage NoAddress(const std::string& typed);

@@ -267,28 +267,43 @@ void PageLoad::OnProgress(double share) {
   if (announced_) listener_.Progressed(std::max(1L, static_cast<long>(share * FullProgress)), FullProgress);
 }
 
-bool PageLoad::FallBack(const std::string& uri) {
-  if (fallback_.empty() || Address::Scheme(uri) != "https") return false;
+bool PageLoad::FallBack(const std::string& uri, const LoadFault& fault) {
+  if (fallback_.empty() || Address::Scheme(uri) != "https" || !LoadErrors::NothingSpeaks(fault) ||
+      view_.PromisedHttps(Address::Host(uri)))
+    return false;
   more_comes_ = true;
   view_.LoadAddress(std::exchange(fallback_, {}));
   return true;
 }
 
+ErrorPage PageLoad::WithOpenWay(ErrorPage error, const std::string& uri) {
+  if (!fallback_.empty() && Address::Scheme(uri) == "https" && !view_.PromisedHttps(Address::Host(uri)))
+    error.actions.push_back({"Try without encryption", fallback_});
+  return error;
+}
+
 void PageLoad::OnFailed(const std::string& uri, bool committed, const LoadFault& fault) {
   if (fault.kind == LoadFault::Kind::Interrupted) {
-    if (instead_) ShowErrorAfter(*std::exchange(instead_, std::nullopt));
+    if (const auto instead = std::exchange(instead_, std::nullopt))
+      ShowErrorAfter(WithOpenWay(*instead, instead->address));
     return;
   }
   // A page of which a part has arrived stays as it is.
   if (committed) return;
+  const auto bad_proxy = view_.BadProxy();
   if (view_.WorksOffline() && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::WorksOffline(uri));
-  if (LoadErrors::MayAnswerOpenly(fault) && FallBack(uri)) return;
-  ShowErrorAfter(LoadErrors::Failed(uri, fault));
+  if (bad_proxy && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::NoProxy(uri, *bad_proxy));
+  if (FallBack(uri, fault)) return;
+  const ErrorPage error = LoadErrors::Failed(uri, fault);
+  ShowErrorAfter(LoadErrors::WasSpokenWith(fault) ? WithOpenWay(error, uri) : error);
 }
 
 void PageLoad::OnBadCertificate(const std::string& uri, GTlsCertificate* certificate,
                                 GTlsCertificateFlags flags) {
-  ShowErrorAfter(LoadErrors::BadCertificate(uri, flags));
+  using enum LoadErrors::Standing;
+  const std::string host = Address::Host(uri);
+  const auto standing = view_.PromisedHttps(host) ? Promised : view_.Trusts(host) ? Accepted : Unknown;
+  ShowErrorAfter(LoadErrors::BadCertificate(uri, flags, standing));
   refusal_ = {uri, Share(certificate)};
 }
 

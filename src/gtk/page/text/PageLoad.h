@@ -27,6 +27,10 @@ class LoadView {
   virtual std::string EngineTitle() const = 0;
   virtual bool EngineLoads() const = 0;
   virtual bool WorksOffline() const = 0;
+  // The proxy that was named by hand where it is none; then no address of the network is asked.
+  virtual std::optional<std::string> BadProxy() const = 0;
+  // The host has promised to be there by https: only.
+  virtual bool PromisedHttps(const std::string& host) const = 0;
 
   virtual void LoadAddress(const std::string& uri) = 0;
   // A page of the element's own, which stands for an address. Its origin is no web page's.
@@ -38,6 +42,8 @@ class LoadView {
   virtual void StopLoading() = 0;
   // Takes a certificate for its host's own, for this session.
   virtual void Trust(GTlsCertificate* certificate, const std::string& host) = 0;
+  // True for a host of which the user has taken a certificate so.
+  virtual bool Trusts(const std::string& host) const = 0;
 
   // Reads the source of an address, from the page on show where `shown`. One of the two is called, later,
   // unless what is returned has been dropped.
@@ -129,7 +135,10 @@ class PageLoad {
   void EndBlank();
   bool StaysOnPage(const std::string& uri) const;
   void End();
-  bool FallBack(const std::string& uri);
+  // A load by https: that has come to nothing: goes on by http: where nothing there speaks at all.
+  bool FallBack(const std::string& uri, const LoadFault& fault);
+  // Offers the way without encryption, which was to be gone were there nothing at all.
+  ErrorPage WithOpenWay(ErrorPage error, const std::string& uri);
   void ShowSource(const std::string& uri);
   std::string KnownAddress() const;
 

@@ -16,6 +16,7 @@ TEST(LoadErrors, NameTheSiteTheReasonAndAWayOn) {
            Case{Kind::NoSuchHost, "https://bank.test/x", "The site can't be found", "bank.test"},
            Case{Kind::NotSecure, "https://bank.test/", "No secure connection", "the reason of the system"},
            Case{Kind::Refused, "http://bank.test:99/", "The site refuses the connection", "bank.test"},
+           Case{Kind::Unreachable, "http://bank.test/", "The site can't be reached", "bank.test"},
            Case{Kind::TimedOut, "http://bank.test/", "The site doesn't answer", "bank.test"},
            Case{Kind::Connection, "http://bank.test/", "The connection failed", "the reason of the system"},
            Case{Kind::UnknownKind, "gopher:x", "This kind of address can't be opened", "gopher:"},
@@ -38,21 +39,21 @@ TEST(LoadErrors, TakeAddressesThatAreHardlyAny) {
       EXPECT_FALSE(LoadErrors::Failed(uri, {kind, ""}).Html().empty());
 }
 
-TEST(LoadErrors, OnlyAHostThatIsThereIsAskedOpenly) {
-  for (const Kind kind : {Kind::NotSecure, Kind::Refused, Kind::TimedOut, Kind::Connection})
-    EXPECT_TRUE(LoadErrors::MayAnswerOpenly({kind, ""}));
-  for (const Kind kind : {Kind::NoSuchHost, Kind::UnknownKind})
-    EXPECT_FALSE(LoadErrors::MayAnswerOpenly({kind, ""}));
-}
-
 TEST(LoadErrors, ACertificatesPageNamesTheGravestProblemAndOffersBothWays) {
   const auto flags =
       static_cast<GTlsCertificateFlags>(G_TLS_CERTIFICATE_UNKNOWN_CA | G_TLS_CERTIFICATE_REVOKED);
-  const ErrorPage page = LoadErrors::BadCertificate("https://bank.test/a", flags);
+  using enum LoadErrors::Standing;
+  ErrorPage page = LoadErrors::BadCertificate("https://bank.test/a", flags, Unknown);
   EXPECT_NE(page.reason.find("has been revoked"), std::string::npos);
   ASSERT_EQ(page.actions.size(), 2u);
   EXPECT_EQ(page.actions[0].address, "https://bank.test/a");
   EXPECT_EQ(page.actions[1].kind, ErrorPage::Action::Kind::GoOn);
+  page = LoadErrors::BadCertificate("https://bank.test/a", flags, Accepted);
+  EXPECT_NE(page.title.find("changed"), std::string::npos);
+  EXPECT_EQ(page.actions.size(), 2u);
+  page = LoadErrors::BadCertificate("https://bank.test/a", flags, Promised);
+  ASSERT_EQ(page.actions.size(), 1u);
+  EXPECT_EQ(page.actions[0].kind, ErrorPage::Action::Kind::Open);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -31,6 +32,8 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
   std::string EngineTitle() const override { return title; }
   bool EngineLoads() const override { return engine_loads; }
   bool WorksOffline() const override { return offline; }
+  std::optional<std::string> BadProxy() const override { return bad_proxy; }
+  bool PromisedHttps(const std::string&) const override { return promised; }
   void LoadAddress(const std::string& uri) override { asked.push_back(uri); }
   void LoadHtml(const std::string& html, const std::string& uri) override {
     shown = html;
@@ -40,6 +43,9 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
   void Reload() override { asked.push_back("again"); }
   void StopLoading() override {}
   void Trust(GTlsCertificate*, const std::string& host) override { asked.push_back("trust " + host); }
+  bool Trusts(const std::string& host) const override {
+    return std::find(asked.begin(), asked.end(), "trust " + host) != asked.end();
+  }
   std::shared_ptr<void> ReadSource(const std::string& uri, bool, std::function<void(const std::string&)> done,
                                    std::function<void(const ErrorPage&)> failed) override {
     asked.push_back("source " + uri);
@@ -104,7 +110,8 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
   }
 
   bool opened = false;  // by another page
-  bool gone = false, engine_loads = false, offline = false;
+  bool gone = false, engine_loads = false, offline = false, promised = false;
+  std::optional<std::string> bad_proxy;
   std::string address, document, title, shown, status;
   std::vector<std::string> asked;
   std::function<void(const std::string&)> source_done;
@@ -220,6 +227,44 @@ TEST_F(Loads, AHostWithoutSecurityIsAskedOpenlyOnce) {
   EXPECT_EQ(asked.back(), "own http://a.test/");
   Complete("http://a.test/");
   ExpectCounts(1);
+}
+
+TEST_F(Loads, WhoeverSpeaksIsAskedOpenlyOnlyByTheUsersPress) {
+  for (const Kind kind : {Kind::NotSecure, Kind::Connection, Kind::Other}) {
+    Want("https://a.test/", "http://a.test/");
+    Begin("https://a.test/");
+    Fail(kind);
+    EXPECT_EQ(asked.back(), "own https://a.test/");
+    EXPECT_NE(shown.find("without encryption"), std::string::npos);
+    Complete("https://a.test/");
+    load.Press(Button(1));
+    EXPECT_EQ(asked.back(), "http://a.test/");
+  }
+  for (const Kind kind : {Kind::NoSuchHost, Kind::UnknownKind}) {
+    Want("https://a.test/", "http://a.test/");
+    Begin("https://a.test/");
+    Fail(kind);
+    EXPECT_EQ(asked.back(), "own https://a.test/");
+    EXPECT_EQ(shown.find("without encryption"), std::string::npos);
+  }
+  // Not at all where that would break a promise, nor where a whole address was wanted.
+  for (const Kind kind : {Kind::NotSecure, Kind::Refused, Kind::Unreachable, Kind::TimedOut}) {
+    promised = !promised;
+    Want("https://a.test/", promised ? "http://a.test/" : "");
+    Begin("https://a.test/");
+    Fail(kind);
+    EXPECT_EQ(asked.back(), "own https://a.test/");
+    EXPECT_EQ(shown.find("without encryption"), std::string::npos);
+  }
+}
+
+TEST_F(Loads, AProxyThatIsNoneIsNamed) {
+  bad_proxy = "http:nonsense";
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  Fail(Kind::Refused);
+  EXPECT_EQ(asked.back(), "own https://a.test/");
+  EXPECT_NE(shown.find("http:nonsense"), std::string::npos);
 }
 
 TEST_F(Loads, OfflineNoNetworkIsAsked) {

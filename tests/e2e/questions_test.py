@@ -1,0 +1,132 @@
+"""What pages ask the user: in whose name, how often, and what stands while nobody answers."""
+
+import time
+
+from bars import PageTest
+from harness import main, wait_for
+from hosts import Hosts
+
+QUESTION = "Open Popup?"
+
+
+class Questions(PageTest):
+    def visit(self, address, pages, tls=False, settings=None):
+        """Starts at an address of several hosts; "/told" of each takes what the pages tell."""
+        self.hosts = Hosts(pages, tls=tls)
+        self.addCleanup(self.hosts.close)
+        self.done = False
+        self.addCleanup(setattr, self, "done", True)
+        self.program = self.start(address, proxy=self.hosts.proxy, settings=settings or {"Popups": "1"})
+        return self.program
+
+    def never(self, handler):
+        """A page that doesn't answer as long as the test runs."""
+        while not self.done:
+            time.sleep(0.05)
+
+    def asked_for(self, what):
+        return [address for address in self.hosts.requests if what in address]
+
+    def wait_request(self, what):
+        wait_for(lambda: self.asked_for(what), f"the request of {what}")
+
+    def bars(self, text):
+        """How many bars on show have this text."""
+        found = []
+        self.find(lambda node: found.append(node) if text == node.name else None)
+        return len(found)
+
+    def test_a_page_that_is_left_asks_in_its_own_name(self):
+        leaving = """<title>Evil</title><body><script>
+          onclick = () => { location = 'https://bank.test/slow';
+            setTimeout(() => { navigator.geolocation.getCurrentPosition(() => 0);
+                               open('/popup'); alert('Your PIN?'); }, 500); };
+          </script>"""
+        program = self.visit("https://evil.test/", {"https://evil.test/": leaving, "https://bank.test/slow": self.never,
+                                                    "https://evil.test/popup": "<title>Popup</title>"},
+                             tls=True, settings={"Popups": "3"})
+        program.wait_title("Evil")
+        self.click_page()
+        question = program.wait_window(QUESTION)
+        wait_for(lambda: program.place(QUESTION, "evil.test", "label"), "the name of the site")
+        program.press(QUESTION, "Do not open")
+        wait_for(lambda: question not in program.windows(), "the end of the question")
+        self.wait_told("evil.test says:")
+        self.wait_told("evil.test wants to know where you are.")
+        self.assertIsNone(self.told("bank.test says"))
+        self.wait_request("bank.test/slow")
+        # What the user asks for is waited for without a question of the page before.
+        program.type_address("https://bank.test/slow?typed")
+        self.wait_request("slow?typed")
+        self.assertIsNone(self.told("says:"))
+
+    def test_a_frame_does_not_ask_in_the_pages_name(self):
+        frame = "<body style='background:red'><script>onmessage = () => alert('Your PIN?')</script>"
+        page = """<title>Bank</title><body><script>onclick = () => { alert('Welcome');
+            const f = document.createElement('iframe'); f.src = 'http://evil.test/';
+            f.onload = () => f.contentWindow.postMessage('go', '*'); document.body.append(f); };</script>"""
+        program = self.visit("http://bank.test/", {"http://bank.test/": page, "http://evil.test/": frame,
+                                                   "http://bank.test/next": "<title>Next</title>"})
+        program.wait_title("Bank")
+        self.click_page()
+        self.wait_told("bank.test says:")
+        self.wait_told("Welcome")
+        program.key("Return")
+        self.wait_told("Your PIN?")
+        self.wait_told("bank.test, or a part of it from evil.test, says:")
+
+    def test_a_blank_window_asks_in_its_openers_name(self):
+        page = """<title>Opener</title><body><script>
+            onclick = () => { const w = open('about:blank'); setTimeout(() => w.alert('From nowhere'), 500); };</script>"""
+        program = self.visit("http://evil.test/", {"http://evil.test/": page}, settings={"Popups": "2"})
+        program.wait_title("Opener")
+        self.click_page()
+        self.wait_told("From nowhere")
+        self.wait_told("evil.test says:")
+
+    def test_what_was_refused_is_not_asked_again(self):
+        page = """<title>Wants</title><body><script>let codes = [];
+            onclick = () => { for (let i = 0; i < 5; ++i) navigator.geolocation.getCurrentPosition(() => 0, e => {
+              codes.push(e.code); document.title = 'codes ' + codes.length; }); };</script>"""
+        program = self.begin(page)
+        program.wait_title("Wants")
+        self.click_page()
+        wish = "127.0.0.1 wants to know where you are."
+        self.wait_told(wish)
+        self.assertEqual(self.bars(wish), 1, "equal requests are one question")
+        self.press("Deny")
+        program.wait_title("codes 5")
+        self.click_page()
+        program.wait_title("codes 10")
+        self.assertIsNone(self.told(wish))
+        program.key("F5")
+        program.wait_title("Wants")
+        self.click_page()
+        self.wait_told(wish)
+
+    def test_nobody_answers_by_typing_on(self):
+        page = "<title>Opener</title><body style='margin:0'><script>onkeydown = () => open('/new')</script>"
+        self.page("/new", "<title>New</title>")
+        program = self.begin(page, {"Popups": "3"})
+        program.wait_title("Opener")
+        self.click_page()
+        # A typist in full course: what comes in the first half second of the question answers nothing.
+        program.key("x", "Return", "space", "Return")
+        question = program.wait_window(QUESTION)
+        self.assertIn(question, program.windows())
+        program.wait_active(question)
+        self.assertIn(question, program.windows())
+        # Who waits may answer by Enter.
+        import pyatspi
+
+        def focused():
+            node = self.find(lambda node: node.name == "In new tab")
+            return node and node.getState().contains(pyatspi.STATE_FOCUSED)
+
+        wait_for(focused, "the keyboard at the first answer")
+        program.key("Return")
+        program.wait_title("New")
+
+
+if __name__ == "__main__":
+    main(warnings="ignore")
