@@ -69,6 +69,8 @@ class Browser : public Control {
   // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with
   // neither the element opens a plain window of its own. `asker` names the site that wants it.
   std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
+  // The user has chosen a tab of its own for a link: behind the page on show, or in front.
+  std::function<void(const std::string& address, bool in_front)> LinkChosen;
 
  protected:
   void Describe(DrawItem& item) override { item.Foreign = true; }

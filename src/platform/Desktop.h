@@ -44,6 +44,8 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
 
   // A window of the browser element's own wants a further one; as NewWindow2 of an element.
   std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
+  // The user has chosen a tab for a link of such a window; as LinkChosen of an element.
+  std::function<void(const std::string& address, bool in_front)> LinkChosen;
 
   // The program's folder, installed from the delivered files where it wasn't there. Fails where that can't be
   // done.

@@ -29,6 +29,7 @@ void BrowserEvents::Wire(Browser& browser, int16_t Index) {
   browser.StatusTextChange = [this, Index](const std::string& text) { StatusTextChange(Index, text); };
   browser.OnQuit = [this, Index] { OnQuit(Index); };
   browser.NewWindow2 = main_.popups.ForOnePage();
+  browser.LinkChosen = main_.program.desktop.LinkChosen;
 }
 
 void BrowserEvents::ShowIdle() {

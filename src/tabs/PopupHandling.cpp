@@ -22,9 +22,15 @@ PopupHandling::PopupHandling(frmMain& main)
     : popup(main.program.desktop.Gate, [&main] { return std::make_shared<frmPopup>(main.program); }),
       main_(main) {
   main.program.desktop.NewWindow2 = ForOnePage();
+  main.program.desktop.LinkChosen = [&main](const std::string& address, bool in_front) {
+    main.tabs.AddChosenTab(address, in_front);
+  };
 }
 
-PopupHandling::~PopupHandling() { main_.program.desktop.NewWindow2 = nullptr; }
+PopupHandling::~PopupHandling() {
+  main_.program.desktop.NewWindow2 = nullptr;
+  main_.program.desktop.LinkChosen = nullptr;
+}
 
 std::function<void(const std::string&, Browser*&, bool&)> PopupHandling::ForOnePage() {
   const auto refusing = std::make_shared<Timer>(main_.program.desktop, RefusalHolds, false);

@@ -10,7 +10,7 @@
 class frmMain;
 class frmPopup;
 
-// What becomes of a page's request for a new window.
+// What becomes of a page's request for a new window, and of a link that the user wants in a tab of its own.
 class PopupHandling {
  public:
   // Values of PopupAnswer; 0: none given.

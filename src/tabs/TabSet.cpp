@@ -22,12 +22,17 @@ TabSet::TabSet(frmMain& main)
              }),
       main_(main) {}
 
-void TabSet::AddTab(const std::string& address) {
+int16_t TabSet::LoadTab() {
   const int16_t n = ToInt16(WebBrowser1.UBound() + 1);
   WebBrowser1.Load(n);
   Timer1.Load(n);
   picTab.Load(n);
   picTab(n).Top = picTab(0).Top;
+  return n;
+}
+
+void TabSet::AddTab(const std::string& address) {
+  const int16_t n = LoadTab();
   picTab(n).Left = picTab(n - 1).Left + picTab(n - 1).Width;
   picTab(n).Visible = true;
   WebBrowser1(n).Visible = true;
@@ -43,6 +48,23 @@ void TabSet::AddTab(const std::string& address) {
   UpdateBrowsers();
   // A typist keeps the keyboard, whoever opens the tab.
   if (!main_.address.Typing()) FocusPage();
+}
+
+void TabSet::AddChosenTab(const std::string& address, bool in_front) {
+  if (in_front) return AddTab(address);
+  const int16_t n = LoadTab();
+  // Beside the last button that there is: a page that closed itself has none.
+  for (int i = 0; i < n; ++i)
+    if (picTab.Has(i)) picTab(n).Left = picTab(i).Left + picTab(i).Width;
+  picTab(n).Visible = true;
+  Browser& browser = WebBrowser1(n);
+  browser.ZOrder(1);
+  browser.Width = main_.frame.Picture1.Width;
+  browser.Height = main_.frame.Picture1.Height;
+  browser.Visible = true;
+  browser.Navigate(address);
+  Timer1(n).Enabled = true;
+  main_.strip.UpdateTabs();
 }
 
 void TabSet::DelTab() {

@@ -26,6 +26,9 @@ class TabSet {
   // A new tab at the end, shown at once, on an address; "home" in any case is the browser's home page. Fails
   // as the steps fail.
   void AddTab(const std::string& address);
+  // A new tab at the end for an address that the user chose: in front, or behind the one on show, which
+  // stays.
+  void AddChosenTab(const std::string& address, bool in_front);
   // Removes the tab on show, but never tab 0. Ends at the first failure, without a word.
   void DelTab();
   void RemoveAllTabs();
@@ -42,6 +45,8 @@ class TabSet {
   const std::vector<int16_t>& ListLiveTabs();
 
  private:
+  // Loads a tab's three parts, and says its index. Its button stands nowhere yet.
+  int16_t LoadTab();
   void PackTabs();
 
   frmMain& main_;

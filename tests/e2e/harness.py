@@ -422,10 +422,13 @@ class Marlowick:
 
     def choose_row(self, label, name):
         """The row of this name of the menu of this label."""
+        self.open_menu(label)
+        self.press_row(name)
+
+    def press_row(self, name):
+        """The row of this name of the open menu."""
         import pyatspi
         from gi.repository import GLib
-
-        self.open_menu(label)
 
         def find(node):
             if node.getRole() == pyatspi.ROLE_MENU_ITEM and node.name == name:

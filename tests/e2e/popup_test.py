@@ -1,5 +1,6 @@
 """What becomes of a page's request for a new window, under each of the four settings."""
 
+import os
 import threading
 import time
 
@@ -18,11 +19,15 @@ NEW = """<title>New page</title><body style='margin:0'>
 
 
 class Popups(ProgramTest):
-    def begin(self, policy, script="window.open(\"/new?script\")", title="Opener"):
+    def begin(self, policy, script="window.open(\"/new?script\")", title="Opener", allowed=""):
+        """`allowed`: the site that may open windows without a press."""
+        home = self.home(Popups=policy, Default=self.page("/default", "<title>Default</title>"))
+        os.makedirs(os.path.join(home, "engine"))
+        with open(os.path.join(home, "engine", "engine.ini"), "w") as file:
+            file.write(f"[Element]\nwindow sites={allowed}\n")
         self.page("/new", NEW)
         self.page("/further", "<title>Further page</title>")
-        self.program = self.start(self.page("/", OPENER.format(title=title, script=script)),
-                                  settings={"Popups": str(policy), "Default": self.page("/default", "<title>Default</title>")})
+        self.program = self.start(self.page("/", OPENER.format(title=title, script=script)), home=home)
         self.program.wait_title(title)
         wait_for(lambda: self.program.pixel(self.screen, *SCRIPT) == (0, 255, 255), "the page, painted")
 
@@ -189,7 +194,7 @@ class Popups(ProgramTest):
         self.assertEqual([path for path in self.server.requests if "new" in path], [])
 
     def test_pages_that_ask_while_the_question_stands_share_its_answer(self):
-        self.begin(3)
+        self.begin(3, allowed="http://127.0.0.1")
         program = self.program
         asked = threading.Event()  # the other pages ask only while the question stands
         self.page("/wait", lambda handler: (asked.wait(60), reply(handler, "")))

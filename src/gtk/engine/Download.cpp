@@ -70,7 +70,9 @@ int Download::Reserve(const std::string& suggested) {
 }
 
 void Download::Begin(const std::string& suggested) {
-  if (const int error = Reserve(suggested)) {
+  if (!named_.empty()) {
+    path_ = named_;
+  } else if (const int error = Reserve(suggested)) {
     Fail("no file can be made for it in \"" + DownloadFolder() + "\": " + std::strerror(error));
     return webkit_download_cancel(download_.get());
   }
@@ -98,7 +100,8 @@ void Download::Fail(const std::string& reason) {
   state_ = State::Failed;
   reason_ = reason;
   if (!path_.empty()) {
-    ::unlink(path_.c_str());
+    // A file that was there before stays as it was.
+    if (named_.empty()) ::unlink(path_.c_str());
     ::unlink((path_ + ".wkdownload").c_str());
   }
   if (Changed) Changed();

@@ -36,6 +36,8 @@ class Download : public std::enable_shared_from_this<Download> {
   const std::string& Reason() const { return reason_; }
 
   void Cancel();
+  // Into this file, which is replaced when all has come; before anything has.
+  void SaveTo(const std::string& path) { named_ = path; }
 
  private:
   void Begin(const std::string& suggested);
@@ -47,6 +49,7 @@ class Download : public std::enable_shared_from_this<Download> {
   Owned<WebKitDownload> download_;
   State state_ = State::Running;
   std::string path_, reason_;
+  std::string named_;     // the file that the user named, if any
   guint64 received_ = 0;  // as told last
   Callbacks callbacks_;
 };

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr const char* UnseenKey = "unseen-download";
+constexpr const char *UnseenKey = "unseen-download", *PathKey = "download-path";
 
 }  // namespace
 
@@ -18,6 +18,8 @@ Downloads::Downloads(WebKitWebContext* context, Callbacks::Runner runner)
 void Downloads::Begin(WebKitDownload* started) {
   if (g_object_get_data(G_OBJECT(started), UnseenKey)) return;
   const auto download = all_.emplace_back(std::make_shared<Download>(started, runner_));
+  if (const auto* path = static_cast<const char*>(g_object_get_data(G_OBJECT(started), PathKey)))
+    download->SaveTo(path);
   download->Changed = [this, one = download.get()] {
     const auto keep = one->shared_from_this();
     for (DownloadListener* listener : std::vector(listeners_)) listener->Changed(*keep);
@@ -32,6 +34,11 @@ void Downloads::Forget(Download& download) {
   keep->Changed = nullptr;
   keep->Cancel();
   for (DownloadListener* listener : std::vector(listeners_)) listener->Forgotten(*keep);
+}
+
+void Downloads::FetchTo(WebKitWebView* view, const std::string& uri, const std::string& path) {
+  const Owned<WebKitDownload> download(webkit_web_view_download_uri(view, uri.c_str()));
+  g_object_set_data_full(G_OBJECT(download.get()), PathKey, g_strdup(path.c_str()), g_free);
 }
 
 Owned<WebKitDownload> Downloads::FetchUnseen(const char* uri) {

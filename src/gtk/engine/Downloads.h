@@ -3,6 +3,7 @@
 #include <webkit2/webkit2.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "gtk/base/Callbacks.h"
@@ -34,6 +35,8 @@ class Downloads {
   // Drops an ended one from the list; a running one ends, and nothing of it is left on the disk.
   void Forget(Download& download);
 
+  // Begins a download of a page's into a file that the user has named, and may have agreed to replace.
+  void FetchTo(WebKitWebView* view, const std::string& uri, const std::string& path);
   // A fetch of the element's own, which users don't see. The caller says where to, and ends it.
   Owned<WebKitDownload> FetchUnseen(const char* uri);
 

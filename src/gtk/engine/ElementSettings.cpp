@@ -70,6 +70,12 @@ void ReadChoice(GKeyFile* file, const char* key, bool& value) {
   if (!wrong) value = choice;
 }
 
+void ReadTexts(GKeyFile* file, const char* key, std::vector<std::string>& values) {
+  char** texts = g_key_file_get_string_list(file, Group, key, nullptr, nullptr);
+  for (char** text = texts; text && *text; ++text) values.emplace_back(*text);
+  g_strfreev(texts);
+}
+
 void ReadProxy(GKeyFile* file, const char* key, ElementSettings::Proxy& value) {
   std::string name;
   ReadText(file, key, name);
@@ -93,6 +99,7 @@ ElementSettings ElementSettings::Load(const std::string& path) {
   ReadChoice(file.get(), "tracking prevention", settings.tracking_prevention);
   ReadNumber(file.get(), "minimum font size", LeastFontSize, MostFontSize, settings.minimum_font_size);
   ReadNumber(file.get(), "zoom", LeastZoom, MostZoom, settings.zoom);
+  ReadTexts(file.get(), "window sites", settings.window_sites);
   return settings;
 }
 
@@ -105,6 +112,10 @@ void ElementSettings::Save(const std::string& path) const {
   g_key_file_set_boolean(file.get(), Group, "tracking prevention", tracking_prevention);
   g_key_file_set_integer(file.get(), Group, "minimum font size", minimum_font_size);
   g_key_file_set_integer(file.get(), Group, "zoom", zoom);
+  std::vector<const char*> sites;
+  for (const std::string& site : window_sites) sites.push_back(site.c_str());
+  if (!sites.empty())
+    g_key_file_set_string_list(file.get(), Group, "window sites", sites.data(), sites.size());
   GError* error = nullptr;
   if (g_key_file_save_to_file(file.get(), path.c_str(), &error)) return;
   const OwnedError reason(error);

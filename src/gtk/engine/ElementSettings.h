@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 // The browser element's own settings: what every page of the program goes by.
 struct ElementSettings {
@@ -18,6 +19,7 @@ struct ElementSettings {
   bool tracking_prevention = true;  // sites that follow the user from one site to another are hampered
   int minimum_font_size = 0;        // 0: none
   int zoom = 100;
+  std::vector<std::string> window_sites;  // whose pages may open windows without a press
 
   // A file that is missing leaves everything as delivered, a wrong value only itself.
   static ElementSettings Load(const std::string& path);

@@ -62,6 +62,8 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
                                          : WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
   // Every new window is asked about, so none is held back before.
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+  // For "Inspect" in the page's menu.
+  webkit_settings_set_enable_developer_extras(settings.get(), TRUE);
   TurnOffLookingAhead(settings.get());
   return settings;
 }

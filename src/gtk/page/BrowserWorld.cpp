@@ -21,11 +21,12 @@ Callbacks::Runner Through(Events& gate) {
 }  // namespace
 
 BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
-                           WindowPolicy window_policy)
+                           WindowPolicy window_policy, LinkChoice link_choice)
     : folder_(std::move(folder)),
       gate_(gate),
       main_window_(std::move(main_window)),
       window_policy_(std::move(window_policy)),
+      link_choice_(std::move(link_choice)),
       engine_(std::make_unique<Engine>(folder_ + "/engine", Through(gate))),
       callbacks_(Through(gate)) {
   engine_->Fetches().Listen(*this);
@@ -124,6 +125,22 @@ void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& as
   const auto found = std::find_if(pages_.begin(), pages_.end(),
                                   [element](Page* page) { return element && page->Element() == element; });
   if (found != pages_.end()) taker = *found;
+}
+
+void BrowserWorld::ChooseLink(const std::string& address, bool in_front) {
+  gate_.Run([&] { link_choice_(address, in_front); });
+}
+
+bool BrowserWorld::MayOpenWindows(const std::string& site) const {
+  const std::vector<std::string>& allowed = Settings().window_sites;
+  return std::find(allowed.begin(), allowed.end(), site) != allowed.end();
+}
+
+void BrowserWorld::AllowWindows(const std::string& site) {
+  if (site.empty() || MayOpenWindows(site)) return;
+  ElementSettings settings = Settings();
+  settings.window_sites.push_back(site);
+  Change(settings);
 }
 
 void BrowserWorld::Begun(Download& download, WebKitWebView* view) {

@@ -20,11 +20,12 @@ class BrowserWorld : private DownloadListener {
  public:
   // The program's answer to a plain window that wants a further one; as NewWindow2 of the browser element.
   using WindowPolicy = std::function<void(const std::string& asker, Browser*& taker, bool& cancel)>;
+  using LinkChoice = std::function<void(const std::string& address, bool in_front)>;
 
   // `folder` is the program's; the engine's own data lies in "engine" below it. Everything that enters the
   // program goes through `gate`. `main_window` is the parent of dialogs and may give none.
   BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
-               WindowPolicy window_policy);
+               WindowPolicy window_policy, LinkChoice link_choice);
   BrowserWorld(const BrowserWorld&) = delete;
   ~BrowserWorld() override;
 
@@ -60,6 +61,12 @@ class BrowserWorld : private DownloadListener {
   // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
   // gone again: the user was free to act while the question was up.
   void AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker, bool& cancel);
+  // The user wants a tab of the program's for a link of a plain window.
+  void ChooseLink(const std::string& address, bool in_front);
+  // Whether pages of this site may open windows without a press, and that they may from now on. The latter
+  // fails as Change does.
+  bool MayOpenWindows(const std::string& site) const;
+  void AllowWindows(const std::string& site);
   const WindowPolicy& PlainWindowPolicy() const { return window_policy_; }
 
   // The view ends when none of its own handlers can be running any more: the engine doesn't bear it earlier.
@@ -79,6 +86,7 @@ class BrowserWorld : private DownloadListener {
   Events& gate_;
   std::function<GtkWindow*()> main_window_;
   WindowPolicy window_policy_;
+  LinkChoice link_choice_;
   std::unique_ptr<Engine> engine_;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<PlainWindow>> windows_;

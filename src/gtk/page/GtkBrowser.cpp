@@ -135,6 +135,10 @@ void GtkBrowser::CloseWanted() {
   Raise(OnQuit);
 }
 
+void GtkBrowser::LinkChosen(const std::string& address, bool in_front) {
+  if (Browser::LinkChosen) world_.Gate().Run([&] { Browser::LinkChosen(address, in_front); });
+}
+
 void GtkBrowser::WindowWanted(const std::string& asker, Page*& taker, bool& cancel) {
   if (NewWindow2) world_.AskProgram(NewWindow2, asker, taker, cancel);
 }

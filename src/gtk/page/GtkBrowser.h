@@ -49,7 +49,7 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void ProcessDied() override;
   void CloseWanted() override;
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
-  bool HearsScripts() const override { return true; }
+  void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override {}
   const Browser* Element() const override { return this; }
 

@@ -6,9 +6,11 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
 #include "gtk/page/LoadFaults.h"
+#include "gtk/page/PageMenu.h"
 #include "gtk/page/PagePolicy.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/SourceLoad.h"
+#include "gtk/page/text/SiteName.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
 #include "platform/WebAddress.h"
@@ -64,6 +66,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
           },
           Runner()),
       downloads_(world.Base().Fetches(), Runner()),
+      held_(*this),
       callbacks_(Runner()) {
   gtk_box_pack_start(GTK_BOX(feet_.get()), downloads_.Widget(), FALSE, TRUE, 0);
 }
@@ -133,6 +136,7 @@ void Page::AddView(WebKitWebView* opener) {
   ListenToLoad();
   ListenToPage();
   PagePolicy::Attach(*this, view_);
+  PageMenu::Attach(*this, view_);
 }
 
 void Page::ListenToLoad() {
@@ -226,15 +230,32 @@ GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
   return GTK_WIDGET(view_);
 }
 
-void Page::OpenElsewhere(const std::string& uri) {
+bool Page::OpenWanted(const std::string& uri) {
+  if (!MayLeadTo(uri)) return false;
   Page* taker = nullptr;
   bool cancel = false;
   Tell([&](PageOwner& owner) { owner.WindowWanted(Asker(), taker, cancel); });
-  if (cancel) return;
+  if (cancel) return false;
   if (taker)
     taker->Load().Start({uri, {}, true});
   else
     world_.OpenPlainWindow().Show(uri);
+  return true;
+}
+
+// A new page is loaded as the program's own wish, which the engine doesn't look at again.
+bool Page::MayLeadTo(const std::string& uri) const {
+  const std::string scheme = Address::Scheme(uri);
+  return scheme == "http" || scheme == "https" || uri == "about:blank" ||
+         (scheme == "file" && Address::Scheme(DocumentAddress()) == "file");
+}
+
+void Page::OpenChosen(const std::string& uri, LinkPlace place) {
+  if (!MayLeadTo(uri) || !MayAskForWindow()) return;
+  if (place == LinkPlace::PlainWindow)
+    world_.OpenPlainWindow().Show(uri);
+  else
+    Tell([&](PageOwner& owner) { owner.LinkChosen(uri, place == LinkPlace::TabInFront); });
 }
 
 void Page::ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead) {
@@ -344,6 +365,7 @@ void Page::LoadCommitted() {
   const std::string address = load_.ShowsOwnPage() ? std::string() : EngineAddress();
   if (!opened_by_page_ || address != "about:blank") sites_.Committed(SiteOf(address));
   questions_.Forget();
+  held_.Forget();
   dialogs_.Forget();
   Tell([](PageOwner& owner) { owner.NameChanged(); });
 }
@@ -402,15 +424,20 @@ bool Page::Paint(cairo_t* cairo) {
 }
 
 // Whatever the user's choice is, a page in a loop doesn't fill the machine with windows.
-bool Page::MayAskForWindow(WebKitNavigationAction* action) {
-  if (owner_ && !owner_->HearsScripts() && !webkit_navigation_action_is_user_gesture(action)) return false;
+bool Page::MayAskForWindow() {
   const gint64 now = g_get_monotonic_time();
   if (now - std::exchange(last_request_, now) > G_USEC_PER_SEC) requests_ = 0;
   return ++requests_ <= MostInARow;
 }
 
 GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
-  if (!MayAskForWindow(action)) return nullptr;
+  const std::string site = SiteName::Of(DocumentAddress());
+  if (!webkit_navigation_action_is_user_gesture(action) && !world_.MayOpenWindows(site)) {
+    const auto* request = webkit_navigation_action_get_request(action);
+    held_.Hold(TextOf(webkit_uri_request_get_uri(const_cast<WebKitURIRequest*>(request))));
+    return nullptr;
+  }
+  if (!MayAskForWindow()) return nullptr;
   // The question may take long, and the page that asks may be gone when it is answered.
   const auto opener = Share(view);
   Page* taker = nullptr;

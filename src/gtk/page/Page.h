@@ -10,6 +10,7 @@
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/page/DownloadBar.h"
+#include "gtk/page/HeldWindows.h"
 #include "gtk/page/Questions.h"
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
@@ -19,6 +20,9 @@ class Browser;
 class BrowserWorld;
 class FindBar;
 class Page;
+
+// Where the user wants a link. Here: as the page has it.
+enum class LinkPlace { Here, TabBehind, TabInFront, PlainWindow };
 
 // Whoever shows a page: a tab of the program, or a plain window.
 class PageOwner {
@@ -37,8 +41,8 @@ class PageOwner {
   virtual void CloseWanted() = 0;
   // The page wants a new window: as NewWindow2 of the browser element.
   virtual void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) = 0;
-  // False: a page that asks for a window without a press of the user's isn't even heard.
-  virtual bool HearsScripts() const = 0;
+  // The user has chosen a tab for a link: behind the page on show, or in front.
+  virtual void LinkChosen(const std::string& address, bool in_front) = 0;
   // The new window that this page has taken may be shown now.
   virtual void ReadyToShow() = 0;
   // The program's element where the owner is one.
@@ -76,15 +80,24 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   std::string Address() const { return view_ ? load_.Address() : last_address_; }
   std::string Title() const;
 
+  std::string DocumentAddress() const override;
+
   // Makes this page the one that another page asked for: related to it, and empty.
   GtkWidget* TakeNewWindow(WebKitWebView* opener);
-  // Opens an address as a new window that the page asks for without needing to know it.
-  void OpenElsewhere(const std::string& uri);
+  // The user has let a window through that the page wanted: it goes the way of one that a press asked for.
+  // False where that way ends with no window.
+  bool OpenWanted(const std::string& uri);
+  // The user has chosen another place for one of the page's links. Goes nowhere where a page of this kind
+  // couldn't lead to the address either.
+  void OpenChosen(const std::string& uri, LinkPlace place);
+  bool MayLeadTo(const std::string& uri) const;
 
   // Has the frame that wants `wanted`, or bears the name, show another address. Needs the page's scripts.
   void ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead);
 
   // Questions above the page.
+  // A further bar among the questions, until it goes. The page takes it over.
+  void AddBar(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(bars_.get()), bar, FALSE, TRUE, 0); }
   Questions& Asks() { return questions_; }
   // The site of the page on show, as the engine knows it, whatever is being loaded; empty where it has none.
   const std::string& Site() const { return sites_.Site(); }
@@ -124,7 +137,6 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   bool Gone() const override { return Closed(); }
   std::string EngineAddress() const override;
-  std::string DocumentAddress() const override;
   std::string EngineTitle() const override;
   bool EngineLoads() const override;
   bool WorksOffline() const override;
@@ -162,7 +174,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void TakeHover(WebKitHitTestResult* hit);
   bool Paint(cairo_t* cairo);
   GtkWidget* Create(WebKitWebView* view, WebKitNavigationAction* action);
-  bool MayAskForWindow(WebKitNavigationAction* action);
+  bool MayAskForWindow();
 
   BrowserWorld& world_;
   PageOwner* owner_;
@@ -174,6 +186,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   Questions questions_;
   ScriptDialogs dialogs_;
   DownloadBar downloads_;
+  HeldWindows held_;
   std::unique_ptr<FindBar> find_;
   std::string load_status_, hovered_, shown_status_;
   gint64 last_request_ = 0;              // for a window: when, in microseconds

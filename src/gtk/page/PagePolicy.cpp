@@ -32,6 +32,10 @@ std::string Shown(Page& page) {
   return page.PresentView() ? TextOf(webkit_web_view_get_uri(page.PresentView())) : std::string();
 }
 
+std::string UriOf(WebKitNavigationAction* action) {
+  return TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+}
+
 // A link that the user pressed, and not what a redirect made of it.
 bool IsPress(WebKitNavigationAction* action) {
   return webkit_navigation_action_is_user_gesture(action) && !webkit_navigation_action_is_redirect(action) &&
@@ -77,10 +81,24 @@ bool TakeMissingDay(Page& page, const std::string& uri, WebKitNavigationAction* 
   return true;
 }
 
-bool WantsOtherPlace(WebKitNavigationAction* action) {
-  return webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_LINK_CLICKED &&
-         (webkit_navigation_action_get_mouse_button(action) == 2 ||
-          (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK));
+// Where the hand that pressed a link wants it, as in any browser.
+LinkPlace PlaceOf(WebKitNavigationAction* action) {
+  if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_LINK_CLICKED ||
+      !webkit_navigation_action_is_user_gesture(action))
+    return LinkPlace::Here;
+  const unsigned held = webkit_navigation_action_get_modifiers(action);
+  const bool shift = held & GDK_SHIFT_MASK;
+  if (webkit_navigation_action_get_mouse_button(action) == 2 || held & GDK_CONTROL_MASK)
+    return shift ? LinkPlace::TabInFront : LinkPlace::TabBehind;
+  return shift ? LinkPlace::PlainWindow : LinkPlace::Here;
+}
+
+// True: the user wants it elsewhere, and there it goes.
+bool TakeChoice(Page& page, const std::string& uri, WebKitNavigationAction* action) {
+  const LinkPlace place = PlaceOf(action);
+  if (place == LinkPlace::Here) return false;
+  page.Calls().Later([&page, uri, place] { page.OpenChosen(uri, place); });
+  return true;
 }
 
 // The titles of visited pages stand in the history's files, and may hold what leads elsewhere by itself. A
@@ -94,9 +112,8 @@ bool LeadsOutOfHistory(Page& page, const std::string& uri, WebKitNavigationActio
 }
 
 // True: the request is taken and must not be followed.
-bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
-  WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(decision);
-  const std::string uri = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+bool TakeRequest(Page& page, WebKitNavigationAction* action) {
+  const std::string uri = UriOf(action);
   if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
       TakeMissingDay(page, uri, action))
     return true;
@@ -105,9 +122,7 @@ bool TakeRequest(Page& page, WebKitNavigationPolicyDecision* decision) {
     page.Load().Denied();
     return true;
   }
-  if (!WantsOtherPlace(action)) return false;
-  page.Calls().Later([&page, uri] { page.OpenElsewhere(uri); });
-  return true;
+  return TakeChoice(page, uri, action);
 }
 
 bool IsAttachment(WebKitURIResponse* response) {
@@ -148,8 +163,12 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
 bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
     return DecideResponse(page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
-  if (type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return false;
-  if (!TakeRequest(page, WEBKIT_NAVIGATION_POLICY_DECISION(decision))) return false;
+  WebKitNavigationAction* action =
+      webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+  const bool taken = type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION
+                         ? TakeRequest(page, action)
+                         : TakeChoice(page, UriOf(action), action);
+  if (!taken) return false;
   webkit_policy_decision_ignore(decision);
   return true;
 }

@@ -295,6 +295,10 @@ void PlainWindow::WindowWanted(const std::string& asker, Page*& taker, bool& can
   world_.AskProgram(world_.PlainWindowPolicy(), asker, taker, cancel);
 }
 
+void PlainWindow::LinkChosen(const std::string& address, bool in_front) {
+  world_.ChooseLink(address, in_front);
+}
+
 void PlainWindow::GoToTyped() {
   typing_ = false;
   const std::string typed = gtk_entry_get_text(GTK_ENTRY(address_));

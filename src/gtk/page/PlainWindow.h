@@ -34,7 +34,7 @@ class PlainWindow : private PageOwner {
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
-  bool HearsScripts() const override { return false; }
+  void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override;
 
   struct Binding;

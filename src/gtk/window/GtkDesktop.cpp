@@ -81,9 +81,12 @@ BrowserWorld& GtkDesktop::World() {
   const auto policy = [this](const std::string& asker, Browser*& taker, bool& cancel) {
     if (NewWindow2) NewWindow2(asker, taker, cancel);
   };
+  const auto choice = [this](const std::string& address, bool in_front) {
+    if (LinkChosen) LinkChosen(address, in_front);
+  };
   if (!world_)
     world_ = std::make_unique<BrowserWorld>(
-        ProgramFolder(), Gate, [this] { return MainFrame(); }, policy);
+        ProgramFolder(), Gate, [this] { return MainFrame(); }, policy, choice);
   return *world_;
 }
 

@@ -210,11 +210,13 @@ void SceneView::PlaceWidgets(const DisplayList& list) {
     const bool hidden = std::any_of(covers.begin(), covers.end(),
                                     [&item](const PixelRect& cover) { return cover.Contains(item->Clip); });
     if (!hidden) covers.push_back(item->Clip);
-    if (!gtk_widget_get_parent(widget)) {
+    const bool is_new = !gtk_widget_get_parent(widget);
+    if (is_new) {
       gtk_layout_put(Layout(), widget, item->Bounds.Left, item->Bounds.Top);
       gtk_widget_show(widget);
     }
-    if (!hidden) {
+    // A page that begins behind has the size that it will be seen in.
+    if (!hidden || is_new) {
       gtk_layout_move(Layout(), widget, item->Bounds.Left, item->Bounds.Top);
       gtk_widget_set_size_request(widget, item->Bounds.Width, item->Bounds.Height);
     }
