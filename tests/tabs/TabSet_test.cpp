@@ -53,6 +53,26 @@ TEST_F(Tabs, AreAddedAtTheEndAndShownAtOnce) {
   EXPECT_EQ(Asked(), (Log{"Navigate ", "DoEvents"}));
 }
 
+TEST_F(Tabs, OpenBehindForALinkThatTheUserChose) {
+  OpenTabs(3);
+  ShowTab(1);
+  Quit(3);
+  Do([this] { Page(1).LinkChosen("http://a.test/", false); });
+  EXPECT_EQ(Asked(), Log{"Navigate http://a.test/"});
+  EXPECT_EQ(tabs().CurrentTab, 1);
+  EXPECT_TRUE(InFront(1));
+  // Beside the last button that there is, at its full size, and watched.
+  EXPECT_EQ(tabs().picTab(4).Left, 3 * 2250);
+  EXPECT_EQ(Page(4).Width, 10455);
+  EXPECT_TRUE(tabs().Timer1(4).Enabled);
+  Do([this] { tabs().WebBrowser1.Unload(4); });
+  Do([this] { tabs().picTab.Unload(4); });
+  Do([this] { tabs().WebBrowser1.Unload(3); });
+  Do([this] { desktop.LinkChosen("http://b.test/", true); });
+  EXPECT_EQ(tabs().CurrentTab, 3);
+  EXPECT_TRUE(InFront(3));
+}
+
 // The tip that is written last stands: the strip's has the address as it is, the address field's has blanks.
 TEST_F(Tabs, TellTheirAddressInTheOrderOfTheirNews) {
   Page(0).title = "Title";
