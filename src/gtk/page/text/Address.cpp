@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "gtk/favourites/BookmarkReader.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "platform/WebAddress.h"
@@ -141,20 +142,36 @@ std::string FileAddress(const std::string& typed) {
   return Address::FromPath(path);
 }
 
-}  // namespace
-
-namespace Address {
-
-Target FromTyped(std::string_view typed) {
-  const std::string text = Trimmed(typed);
+Address::Target FromText(const std::string& text) {
   if (text.empty()) return {"about:blank", {}, true};
   if (text[0] == '/') return {FileAddress(text), {}, true};
   if (text == "~" || text.starts_with("~/"))
     if (const char* home = std::getenv("HOME")) return {FileAddress(home + text.substr(1)), {}, true};
   // A script that someone was talked into typing would act on the page on show.
-  if (Scheme(text) == "javascript") return {text, {}, false};
+  if (Address::Scheme(text) == "javascript") return {text, {}, false};
   if (IsFullAddress(text) && !WebAddress::BeginsWithUser(text)) return {text, {}, true};
   return FromHost(text);
+}
+
+// What a shortcut of other systems' desktops (".url") leads to, if that is on the web; other files lead
+// nowhere.
+std::string ShortcutAddress(const std::string& uri) {
+  const std::string_view path = std::string_view(uri).substr(0, uri.find_first_of("?#"));
+  constexpr std::string_view local = "file:///", ending = ".url";
+  if (!path.starts_with(local) || !LowerAscii(path).ends_with(ending)) return {};
+  const std::string address = Trimmed(AddressInShortcut(Address::Unescape(path.substr(local.size() - 1))));
+  const std::string scheme = Address::Scheme(address);
+  return scheme == "http" || scheme == "https" || scheme == "ftp" ? address : std::string();
+}
+
+}  // namespace
+
+namespace Address {
+
+Target FromTyped(std::string_view typed) {
+  const Target target = FromText(Trimmed(typed));
+  const std::string shortcut = ShortcutAddress(target.uri);
+  return shortcut.empty() ? target : Target{shortcut, {}, true};
 }
 
 std::string FromPath(std::string_view path) { return "file://" + Escaped(path, "/-_.~!$&'()*+,;=:@"); }

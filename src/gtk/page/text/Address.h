@@ -13,7 +13,9 @@ struct Target {
 };
 
 // A full address stays as it is; an absolute path becomes a file: address; a host, with or without port and
-// path, is loaded by https: (http: for this machine and for bare numbers); an empty text is "about:blank".
+// path, is loaded by https: (http: for this machine and for bare numbers); an empty text is "about:blank". A
+// file
+// ".url" becomes the web address in it, where it has one.
 Target FromTyped(std::string_view typed);
 
 // The file: address of a path of the host, which must be absolute.

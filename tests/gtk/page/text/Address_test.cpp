@@ -75,6 +75,18 @@ TEST(Address, PathsBecomeFileAddresses) {
   EXPECT_EQ(Uri(folder.path + "/none#x"), "file://" + folder.path + "/none%23x");
 }
 
+TEST(Address, AShortcutsFileLeadsToTheWebOnly) {
+  const TemporaryFolder folder;
+  folder.Write("a b.URL", "[InternetShortcut]\r\nURL=https://example.org/x?y\r\n");
+  EXPECT_EQ(Uri(folder.path + "/a b.URL"), "https://example.org/x?y");
+  EXPECT_EQ(Uri("file://" + folder.path + "/a%20b.URL"), "https://example.org/x?y");
+  for (const char* elsewhere : {"javascript:alert(1)", "file:///etc/passwd", "marlowick-press:1", ""}) {
+    folder.Write("b.url", "[InternetShortcut]\r\nURL=" + std::string(elsewhere) + "\r\n");
+    EXPECT_EQ(Uri(folder.path + "/b.url"), "file://" + folder.path + "/b.url") << elsewhere;
+  }
+  EXPECT_EQ(Uri(folder.path + "/none.url"), "file://" + folder.path + "/none.url");
+}
+
 TEST(Address, PartsOfAnAddress) {
   EXPECT_EQ(Address::Scheme("HTTPS://x"), "https");
   EXPECT_EQ(Address::Scheme("no scheme: here"), "");
