@@ -37,12 +37,14 @@ void frmFavMenu::WireMouse() {
   Timer1.Tick = [this] { Timer1_Timer(); };
   Timer2.Tick = [this] { Timer2_Timer(); };
   Deactivate = [this] { Form_Deactivate(); };
+  KeyDown = [this](const KeyPress& press) { return Form_KeyDown(press); };
 }
 
 void frmFavMenu::Highlight(Label& row, bool highlighted) {
   row.ForeColor = highlighted ? FavHiTextColour : FavTextColour;
   if (highlighted) row.BackColor = FavHiBackColour;
   row.Opaque = highlighted;
+  row.AccessibleSelected = highlighted;
 }
 
 void frmFavMenu::ResetMenuItems(int16_t Index) {
@@ -189,6 +191,7 @@ void frmFavMenu::Timer1_Timer() {
 
 // A press outside the menus, or another program in front: the main window is the active one again.
 void frmFavMenu::Form_Deactivate() {
+  if (IsTop()) program_.main().tabs.FocusPage();
   if (program_.main().Activate) program_.main().Activate();
 }
 

@@ -116,6 +116,12 @@ bool Escape(frmMain& main, const char*) {
   return false;
 }
 
+// What is open ends instead.
+bool OpenMenu(frmMain& main, const char* name) {
+  main.menubar.Open(name);
+  return true;
+}
+
 // The page itself gets it, whatever stands over it.
 bool EscapeOfPage(frmMain& main, const char*) {
   main.tabs.FocusPage();
@@ -203,6 +209,10 @@ constexpr auto Bindings = std::to_array<Binding>({
     {"ZoomOut", AnyShift, ZoomOut},
     {"0", Ctrl + AnyShift, ZoomNone},
     {"KP_0", Ctrl + AnyShift, ZoomNone},
+    // The menus
+    {"F10", 0, OpenMenu, "file"},
+    {"Alt", 0, OpenMenu, "file"},
+    {"Favorites", 0, OpenMenu, "favourites"},
     // The program
     {"d", Ctrl, AddFavourite},
     {"AddFavorite", 0, AddFavourite},
@@ -219,7 +229,7 @@ bool Keys::Pressed(const KeyPress& press) {
   for (const Binding& row : Bindings) {
     if (!press.Is(row.Name, row.Held)) continue;
     const bool ended = main_.program.desktop.EndPopups();
-    return (ended && row.Do == Escape) || row.Do(main_, row.Word);
+    return (ended && (row.Do == Escape || row.Do == OpenMenu)) || row.Do(main_, row.Word);
   }
   return false;
 }

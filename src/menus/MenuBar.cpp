@@ -1,5 +1,7 @@
 #include "menus/MenuBar.h"
 
+#include <algorithm>
+
 #include "core/Conversions.h"
 #include "core/Program.h"
 #include "core/frmMain.h"
@@ -34,13 +36,57 @@ void MenuBar::Wire(const Menu& menu) {
   Label& label = this->*menu.Control;
   label.AccessibleRole = Role::MenuLabel;
   label.AccessibleName = label.Caption;
-  label.MouseMove = [this, &menu](const Mouse&) { (this->*menu.MouseMove)(menu); };
+  label.MouseMove = [this, &menu](const Mouse&) {
+    by_key_ = false;
+    (this->*menu.MouseMove)(menu);
+  };
   // The menu itself opens at the next move of the mouse over the label.
   label.Click = [this] { main_.program.menu.MenuMode = 1; };
   label.AccessiblePress = [&label] {
     label.Click();
     label.MouseMove({});
   };
+}
+
+size_t MenuBar::OpenIndex() const {
+  const auto open = std::find_if(Menus.begin(), Menus.end(), [this](const Menu& menu) {
+    return main_.program.menu.OpenMenuName == menu.Name;
+  });
+  return static_cast<size_t>(open - Menus.begin());
+}
+
+// False: there is no menu behind this label just now.
+bool MenuBar::OpenAt(size_t index) {
+  const Menu& menu = Menus[index];
+  main_.program.menu.MenuMode = 1;
+  (this->*menu.MouseMove)(menu);
+  by_key_ = true;
+  return main_.program.popup_menu.Loaded() || main_.program.fav_menu.Loaded();
+}
+
+void MenuBar::Open(std::string_view name) {
+  const auto wanted =
+      std::find_if(Menus.begin(), Menus.end(), [name](const Menu& menu) { return name == menu.Name; });
+  if (wanted != Menus.end()) OpenAt(static_cast<size_t>(wanted - Menus.begin()));
+}
+
+void MenuBar::OpenNext(int step) {
+  const size_t open = OpenIndex();
+  for (size_t i = 1; i < Menus.size(); ++i)
+    if (OpenAt((open + (step > 0 ? i : Menus.size() - i)) % Menus.size())) return;
+}
+
+bool MenuBar::OpenByLetter(std::string_view letter) {
+  if (!by_key_) return false;
+  const size_t open = OpenIndex();
+  for (size_t i = 1; i <= Menus.size(); ++i) {
+    const size_t index = (open + i) % Menus.size();
+    const std::string& caption = (this->*Menus[index].Control).Caption();
+    if (!Text::SameWithoutCase(Text::Left(caption, 1), letter)) continue;
+    if (index != open) OpenAt(index);
+    return true;
+  }
+  return false;
 }
 
 void MenuBar::ResetMenus(Label& label) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "platform/scene/Scene.h"
 
@@ -19,6 +20,14 @@ class MenuBar {
   // Highlights one label; `labDummy` stands for none.
   void ResetMenus(Label& label);
 
+  // By the keyboard. Opens the menu of this name, as a click on its label and a move over it do.
+  void Open(std::string_view name);
+  // Opens the next menu behind the open one that can be opened, or before it; round the ends.
+  void OpenNext(int step);
+  // Where a key has opened the menu: opens the next one whose label begins with this letter. False: there is
+  // none, or the mouse has opened the menu.
+  bool OpenByLetter(std::string_view letter);
+
  private:
   struct Menu {
     Label MenuBar::*Control;
@@ -30,6 +39,8 @@ class MenuBar {
   static const std::array<Menu, 7> Menus;
 
   void Wire(const Menu& menu);
+  size_t OpenIndex() const;
+  bool OpenAt(size_t index);
   void Label_MouseMove(const Menu& menu);
   void Label3_MouseMove(const Menu& menu);
   void labFavs_MouseMove(const Menu& menu);
@@ -46,4 +57,5 @@ class MenuBar {
   std::string HelpItems();
 
   frmMain& main_;
+  bool by_key_ = false;  // a key has opened the menu
 };

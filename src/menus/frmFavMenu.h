@@ -81,6 +81,18 @@ class frmFavMenu : public Window {
 
   void Highlight(Label& row, bool highlighted);
   void HighlightFixed(int16_t Index);
+  // By the keyboard: the window's rows from the top down, as one list.
+  bool Form_KeyDown(const KeyPress& press);
+  int Rows() const;
+  Label& Row(int row);
+  int Highlighted();
+  // Highlights a row, scrolled into sight; one that there isn't is passed over.
+  void HighlightRow(int row);
+  void ScrollTo(const Label& row);
+  void ChooseRow(int row);
+  void FindLetter(std::string_view letter);
+  void OpenFolder(int16_t Index);
+  void BackToParent();
   void SetPath();
   void OverBackground();
   void OverFixed(int16_t Index);

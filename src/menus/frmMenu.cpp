@@ -4,6 +4,7 @@
 
 #include "core/Program.h"
 #include "core/frmMain.h"
+#include "menus/MenuKeys.h"
 #include "platform/Text.h"
 #include "skin/TileBitmapModule.h"
 
@@ -31,6 +32,7 @@ frmMenu::frmMenu(Program& program)
   MouseMove = [this](const Mouse&) { ResetMenus(-1); };
   Deactivate = [this] { Form_Deactivate(); };
   LostFocus = [this] { Form_LostFocus(); };
+  KeyDown = [this](const KeyPress& press) { return Form_KeyDown(press); };
 }
 
 std::unique_ptr<Label> frmMenu::MakeRow(int16_t Index, const Colours& colours) {
@@ -122,7 +124,59 @@ void frmMenu::ResetMenus(int16_t Index) {
     row.ForeColor = highlighted ? colours.MenuHiTextColour : colours.MenuTextColour;
     if (highlighted) row.BackColor = colours.MenuHiBackColour;
     row.Opaque = highlighted;
+    row.AccessibleSelected = highlighted;
   }
+}
+
+int frmMenu::Highlighted() {
+  int i = mnuText.UBound();
+  while (i >= 0 && !mnuText(i).Opaque) --i;
+  return i;
+}
+
+void frmMenu::Step(int from, int step, std::string_view start) {
+  const int rows = mnuText.UBound() + 1;
+  for (int n = 0; n < rows; ++n) {
+    const int i = ((from + n * step) % rows + rows) % rows;
+    const std::string& caption = mnuText(i).Caption();
+    if (!mnuText(i).Visible || !Text::SameWithoutCase(Text::Left(caption, Text::Length(start)), start))
+      continue;
+    return ResetMenus(static_cast<int16_t>(i));
+  }
+}
+
+bool frmMenu::Form_KeyDown(const KeyPress& press) {
+  const int row = Highlighted();
+  MenuBar& bar = program_.main().menubar;
+  switch (MenuKeys::Of(press)) {
+    case MenuKeys::Key::Down:
+      Step(row + 1, 1);
+      return true;
+    case MenuKeys::Key::Up:
+      Step(row < 0 ? mnuText.UBound() : row - 1, -1);
+      return true;
+    case MenuKeys::Key::First:
+      Step(0, 1);
+      return true;
+    case MenuKeys::Key::Last:
+      Step(mnuText.UBound(), -1);
+      return true;
+    case MenuKeys::Key::Left:
+      bar.OpenNext(-1);
+      return true;
+    case MenuKeys::Key::Right:
+      bar.OpenNext(1);
+      return true;
+    case MenuKeys::Key::Choose:
+      if (row >= 0) mnuText(row).Click();
+      return true;
+    case MenuKeys::Key::Letter:
+      if (row >= 0 || !bar.OpenByLetter(press.Name)) Step(row + 1, 1, press.Name);
+      return true;
+    case MenuKeys::Key::Other:
+      break;
+  }
+  return false;
 }
 
 void frmMenu::mnuText_Click(int16_t Index) {

@@ -39,6 +39,11 @@ class frmMenu : public Window {
   void MakeSpacers();
   std::unique_ptr<Label> MakeRow(int16_t Index, const Colours& colours);
   std::unique_ptr<Surface> MakeSpacer();
+  bool Form_KeyDown(const KeyPress& press);
+  // The row that is highlighted, -1 for none.
+  int Highlighted();
+  // Highlights the next row from one on that can be chosen and begins with a text, round the ends.
+  void Step(int from, int step, std::string_view start = {});
   void mnuText_Click(int16_t Index);
   void Form_Deactivate();
   void Form_LostFocus();

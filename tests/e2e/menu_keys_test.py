@@ -56,6 +56,128 @@ class MenuKeys(ProgramTest):
         self.assertEqual(self.program.process.wait(15), 1)
 
 
+class MenusByKey(ProgramTest):
+    """The drawn menus without the mouse."""
+
+    def setUp(self):
+        super().setUp()
+        self.program = self.start(self.page("/", FORM), home=self.home({
+            "favourites/Reference/Local.url": f"[InternetShortcut]\r\nURL={self.page('/kept', '<title>Kept</title>')}\r\n"
+            .encode()}))
+        self.program.wait_title("Form")
+        self.program.move(350, 300)
+
+    def menu_at(self, label):
+        """Waits for the menu below this label, and returns its place."""
+        left = self.program.rect[0] + LABELS[label][0]
+        return wait_for(lambda: next((menu for menu in self.program.popups() if left - 45 < menu[0] <= left), None),
+                        f"the menu {label}")
+
+    def wait_gone(self):
+        wait_for(lambda: self.program.menu() is None, "no menu")
+
+    def picture(self, place):
+        left, top, width, height = place
+        return self.screen.shot().crop((left, top, left + width, top + height)).tobytes()
+
+    def test_f10_and_a_lone_alt_open_the_bar_and_arrows_walk_it(self):
+        program = self.program
+        for opens in ("F10", "Alt_L"):
+            program.key(opens)
+            self.menu_at("File")
+            for step, label in (("Right", "Edit"), ("Right", "View"), ("Right", "Favourites"), ("Right", "Launch"),
+                                ("Left", "Favourites"), ("Left", "View"), ("h", "Help"), ("Right", "File"),
+                                ("Left", "Help")):
+                program.key(step)
+                self.menu_at(label)
+            program.key(opens)
+            self.wait_gone()
+        # Not with another key between.
+        program.key("alt+a", "alt+shift", "b")
+        wait_for(lambda: "/key?b" in self.server.requests, "the page's key behind them")
+        self.assertIsNone(program.menu())
+        program.key("F10", "Escape")
+        self.wait_gone()
+        program.key("z")
+        wait_for(lambda: "/key?z" in self.server.requests, "the keyboard on the page")
+
+    def test_rows_look_as_under_the_mouse_and_are_chosen(self):
+        program = self.program
+        program.open_menu("View")
+        by_mouse = []
+        place = program.menu()
+        for row in (1, 2):
+            move_to(place[0] + 40, place[1] + 8 + 15 * row + 7)
+            by_mouse.append(wait_for(lambda: self.steady(place, by_mouse), "the highlight"))
+        program.key("Escape")
+        program.move(350, 300)
+        self.wait_gone()
+        program.key("F10", "v")
+        self.assertEqual(self.menu_at("View"), place)
+        program.key("Down", "Down")
+        wait_for(lambda: self.picture(place) == by_mouse[0], "the row as under the mouse")
+        program.key("Up", "Up", "Home", "End", "Home", "Down", "Down")
+        wait_for(lambda: self.picture(place) == by_mouse[1], "the next row as under the mouse")
+        program.key("s", "s", "s")  # Source, Stop, Search once more: round the rows
+        program.key("Escape")
+        self.wait_gone()
+        program.key("F10", "h", "Down", "Return")
+        program.wait_window("About Marlowick")
+
+    def steady(self, place, others):
+        """The picture there, once it stays and differs from these."""
+        picture = self.picture(place)
+        return picture if picture not in others and picture == self.picture(place) else None
+
+    def test_first_letters_find_rows(self):
+        self.program.key("F10", "Down", "c", "Return")
+        self.assertEqual(self.program.wait_end(), 0)
+
+    def test_a_screen_reader_hears_of_the_row(self):
+        import pyatspi
+        from gi.repository import GLib
+
+        def focused(node):
+            if node.getRole() in (pyatspi.ROLE_MENU_ITEM, pyatspi.ROLE_MENU) and \
+                    node.getState().contains(pyatspi.STATE_FOCUSED):
+                yield node.name
+            for child in node:
+                if child is not None:
+                    yield from focused(child)
+
+        def names():
+            try:
+                for application in pyatspi.Registry.getDesktop(0):
+                    if application is not None and application.get_process_id() == self.program.process.pid:
+                        application.clear_cache()
+                        return list(focused(application))
+            except GLib.Error:
+                pass
+            return []
+
+        self.program.key("F10", "Down", "Down")
+        wait_for(lambda: names() == ["New Window"], "the row that has the keyboard")
+        self.program.key("p")
+        wait_for(lambda: names() == ["Print..."], "the row with the letter")
+        self.program.key("F10")
+        self.program.key("F10", "f", "r")
+        wait_for(lambda: names() == ["Reference"], "the folder")
+
+    def test_the_favourites_are_walked_into_and_out_of(self):
+        program = self.program
+        program.key("F10", "f", "r", "Right")
+        wait_for(lambda: len(program.popups()) == 2, "the folder's window")
+        program.key("Left")
+        wait_for(lambda: len(program.popups()) == 1, "the window of all")
+        program.key("Return")
+        wait_for(lambda: len(program.popups()) == 2, "the folder's window")
+        program.key("l", "Return")
+        program.wait_title("Kept")
+        self.wait_gone()
+        program.key("F10", "f", "Down", "Return")
+        program.wait_window("Add to Favourites")
+
+
 class NoWindowManager(ProgramTest):
     """Nobody else takes the keyboard from the program here, so that a press elsewhere ends a menu by itself."""
 

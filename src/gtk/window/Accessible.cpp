@@ -30,6 +30,9 @@ AtkRole RoleOf(Role role) {
   return ATK_ROLE_UNKNOWN;
 }
 
+// Those whose highlight is where the keyboard is.
+bool InMenu(Role role) { return role == Role::MenuItem || role == Role::SubMenu; }
+
 std::string NameOf(const Control& control) {
   if (!control.AccessibleName.empty()) return control.AccessibleName;
   if (const auto* label = dynamic_cast<const Label*>(&control)) return label->Caption;
@@ -91,8 +94,10 @@ AtkStateSet* ControlStates(AtkObject* object) {
     add(ATK_STATE_SHOWING, shown->InSight && owner->Mapped());
     add(ATK_STATE_ENABLED, true);
     add(ATK_STATE_SENSITIVE, true);
-    add(ATK_STATE_SELECTABLE, shown->Kind == Role::Tab);
-    add(ATK_STATE_SELECTED, shown->Kind == Role::Tab && shown->Selected);
+    add(ATK_STATE_SELECTABLE, shown->Kind == Role::Tab || InMenu(shown->Kind));
+    add(ATK_STATE_SELECTED, shown->Selected);
+    add(ATK_STATE_FOCUSABLE, InMenu(shown->Kind));
+    add(ATK_STATE_FOCUSED, InMenu(shown->Kind) && shown->Selected);
     return states;
   });
 }
@@ -163,8 +168,10 @@ AtkObject* MakeControl(Accessible& owner, const Accessible::Seen& seen) {
 void Tell(AtkObject* object, const Accessible::Seen& seen) {
   const Accessible::Seen before = std::exchange(*AsControl(object)->Shown, seen);
   if (seen.Name != before.Name) atk_object_set_name(object, seen.Name.c_str());
-  if (seen.Selected != before.Selected)
+  if (seen.Selected != before.Selected) {
     atk_object_notify_state_change(object, ATK_STATE_SELECTED, seen.Selected);
+    if (InMenu(seen.Kind)) atk_object_notify_state_change(object, ATK_STATE_FOCUSED, seen.Selected);
+  }
   if (seen.InSight != before.InSight) atk_object_notify_state_change(object, ATK_STATE_SHOWING, seen.InSight);
 }
 

@@ -101,6 +101,7 @@ void PopupGroup::LetGo() {
 }
 
 bool PopupGroup::Takes(GdkEvent* event) {
+  if (lone_alt_.Completes(event) && ReachesMain(event)) Input::TellKey(gate_, *main_scene_, {"Alt"});
   switch (event->type) {
     case GDK_KEY_PRESS:
     case GDK_KEY_RELEASE:
@@ -134,11 +135,16 @@ bool PopupGroup::TakesKey(const GdkEventKey& event) {
 
 // The buttons at a mouse's side are keys, wherever in the main window or over its popups.
 bool PopupGroup::TakesSideButton(const GdkEventButton& event) {
-  if (!main_scene_ || (event.button != Input::BackButton && event.button != Input::ForwardButton))
-    return false;
-  const auto* any = reinterpret_cast<const GdkEvent*>(&event);
-  if (!ComesToGroup(any) && TopOf(any) != gtk_widget_get_window(main_frame_)) return false;
+  if (event.button != Input::BackButton && event.button != Input::ForwardButton) return false;
+  if (!ReachesMain(reinterpret_cast<const GdkEvent*>(&event))) return false;
   return Input::TellKey(gate_, *main_scene_, {event.button == Input::BackButton ? "Back" : "Forward"});
+}
+
+bool PopupGroup::ReachesMain(const GdkEvent* event) const {
+  if (!main_scene_) return false;
+  GtkWidget* modal = gtk_grab_get_current();
+  if (modal && !gtk_widget_is_ancestor(modal, main_frame_)) return false;
+  return ComesToGroup(event) || TopOf(event) == gtk_widget_get_window(main_frame_);
 }
 
 bool PopupGroup::TakesMove(GdkEvent* event) {

@@ -7,6 +7,7 @@
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/Widgets.h"
+#include "gtk/window/LoneAlt.h"
 #include "platform/Events.h"
 #include "platform/scene/Window.h"
 
@@ -45,6 +46,9 @@ class PopupGroup {
 
   bool TakesKey(const GdkEventKey& event);
   bool TakesSideButton(const GdkEventButton& event);
+  // Whether an event that is a key of the main window's was reported to that or to a popup, and no dialog
+  // keeps it from there.
+  bool ReachesMain(const GdkEvent* event) const;
   bool TakesMove(GdkEvent* event);
   bool TakesPress(GdkEvent* event);
   bool TakesWheel(const GdkEventScroll& event);
@@ -68,6 +72,7 @@ class PopupGroup {
   bool grabbed_ = false;
   int tries_ = 0;
   unsigned retry_ = 0;
+  LoneAlt lone_alt_;
   double turned_ = 0;        // of the wheel's next notch
   std::set<guint16> taken_;  // keys whose press was taken: their release is nobody else's either
   Callbacks callbacks_;
