@@ -53,7 +53,8 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   // The command line behind the program's name, its arguments joined by blanks.
   virtual std::string CommandLine() = 0;
 
-  // One pass of the event pump: handles what is waiting, and doesn't wait for more.
+  // One pass of the event pump: handles what is waiting, and doesn't wait for more. Keys and presses come
+  // behind it.
   virtual void DoEvents() = 0;
   // Ends the process. Nothing of the program runs after it.
   [[noreturn]] virtual void End(int status) = 0;

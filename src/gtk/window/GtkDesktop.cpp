@@ -91,11 +91,7 @@ BrowserWorld& GtkDesktop::World() {
 }
 
 // What is typed meanwhile belongs to what comes up.
-void GtkDesktop::DoEvents() {
-  waiting_.During([] {
-    for (int i = 0; i < MostEventsInOnePass && gtk_events_pending(); ++i) gtk_main_iteration_do(FALSE);
-  });
-}
+void GtkDesktop::DoEvents() { waiting_.Pass(MostEventsInOnePass); }
 
 void GtkDesktop::End(int status) {
   if (world_) world_->Shutdown();

@@ -37,20 +37,26 @@ void Waiting::For(const std::function<bool()>& done) {
   const std::function<bool()> over = [&done, last] { return done() || g_get_monotonic_time() > last; };
   // Something else may be waited for in a handler that the pump serves.
   const auto* outer = std::exchange(done_, &over);
+  const bool passed = std::exchange(passing_, false);
   // Nothing else may wake the pump by then.
   const guint alarm = g_timeout_add(
       Longest / 1000 + 1, +[](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
   while (!over()) g_main_context_iteration(nullptr, TRUE);
   g_source_remove(alarm);
   done_ = outer;
+  passing_ = passed;
   if (!done_) LetGo();
 }
 
-void Waiting::During(const std::function<void()>& function) {
-  const std::function<bool()> never = [] { return false; };
-  const auto* outer = std::exchange(done_, &never);
-  function();
+void Waiting::Pass(int most) {
+  const int depth = g_main_depth();
+  // Further down there is another pump, of a dialog.
+  const std::function<bool()> over = [depth] { return g_main_depth() > depth + 1; };
+  const auto* outer = std::exchange(done_, &over);
+  const bool passed = std::exchange(passing_, true);
+  for (int i = 0; i < most && g_main_context_pending(nullptr); ++i) g_main_context_iteration(nullptr, FALSE);
   done_ = outer;
+  passing_ = passed;
   if (!done_) LetGo();
 }
 

@@ -12,9 +12,10 @@ class Waiting {
  public:
   // Until it is done, or has taken so long that it never will be.
   void For(const std::function<bool()>& done);
-  bool InCourse() const { return done_ != nullptr; }
-  // The same for as long as a function runs.
-  void During(const std::function<void()>& function);
+  bool InCourse() const { return done_ && !passing_; }
+  // One pass of the pump over what is there, `most` events at most. What the user does comes behind it, but
+  // for what a dialog is answered with that comes up meanwhile.
+  void Pass(int most);
 
   // Whether the event is to come later.
   bool Holds(const GdkEvent* event);
@@ -27,5 +28,6 @@ class Waiting {
   void LetGo();
 
   const std::function<bool()>* done_ = nullptr;  // of the innermost wait
+  bool passing_ = false;                         // it is a pass
   std::vector<std::unique_ptr<GdkEvent, FreeEvent>> held_;
 };
