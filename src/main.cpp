@@ -6,7 +6,16 @@
 #include "core/Program.h"
 #include "core/frmSplash.h"
 #include "gtk/base/CommandLine.h"
+#include "gtk/start/Entry.h"
 #include "gtk/window/GtkDesktop.h"
+#include "gtk/window/StillRunning.h"
+
+namespace {
+
+// How long another process may take to answer before the user hears of it.
+constexpr std::chrono::seconds Patience{5};
+
+}  // namespace
 
 int main(int argc, char** argv) {
   const CommandLine line = CommandLine::Read({argv + 1, argv + argc});
@@ -14,6 +23,9 @@ int main(int argc, char** argv) {
     std::fputs(line.answer->text.c_str(), line.answer->status == 0 ? stdout : stderr);
     return line.answer->status;
   }
+  Entry entry(line);
+  Entry::Way way = entry.Knock(Patience);
+  if (way == Entry::Way::Done) return 0;
   // The program places its own windows on the screen, which only X11 allows.
   gdk_set_allowed_backends("x11");
   if (!gtk_init_check(nullptr, nullptr)) {
@@ -22,7 +34,9 @@ int main(int argc, char** argv) {
                  display ? ('"' + std::string(display) + '"').c_str() : "not set");
     return 1;
   }
-  GtkDesktop desktop(line.address);
+  if (way == Entry::Way::NoAnswer) way = StillRunning::Wait(entry);
+  if (way != Entry::Way::Run) return way == Entry::Way::Done ? 0 : 1;
+  GtkDesktop desktop(entry);
   Program program(desktop);
   return desktop.Run([&program] {
 #ifndef NDEBUG

@@ -16,6 +16,7 @@
 #include "menus/frmFavMenu.h"
 #include "menus/frmLaunch.h"
 #include "menus/frmMenu.h"
+#include "platform/Text.h"
 #include "tabs/frmPopup.h"
 
 namespace {
@@ -42,11 +43,22 @@ Program::Program(Desktop& desktop)
       options(desktop.Gate, Maker<frmOptions>(*this)),
       about(desktop.Gate, Maker<frmAbout>(*this)) {
   desktop.SessionEnding = [this] { EndSession(); };
+  desktop.HandedOver = [this](const std::string& address) { return TakeOver(address); };
 }
 
-Program::~Program() { desktop.SessionEnding = nullptr; }
+Program::~Program() {
+  desktop.SessionEnding = nullptr;
+  desktop.HandedOver = nullptr;
+}
 
 void Program::Start() { splash(); }
+
+bool Program::TakeOver(const std::string& address) {
+  if (Unloading == 1 || !dummy.Loaded()) return false;
+  // As from this program's own command line.
+  if (!address.empty()) main().tabs.AddTab(Text::Replace(address, "\"", ""));
+  return true;
+}
 
 void Program::EndSession() {
   Unattended = true;

@@ -75,6 +75,8 @@ class Program {
   Slot<frmAbout> about;
 
  private:
+  // Opens what another start hands over in a new tab. False where it's too late.
+  bool TakeOver(const std::string& address);
   // Closes the program as the user does, without a question.
   void EndSession();
 };

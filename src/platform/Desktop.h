@@ -42,6 +42,11 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   // The system wants the process to end, as at a log-out, and nobody is there to answer a question.
   std::function<void()> SessionEnding;
 
+  // Another start of the program, with the same folder, hands its address over, as it would be on the command
+  // line; without one the program is only to come to the front, which the desktop sees to. False: the program
+  // goes down and takes nothing any more.
+  std::function<bool(const std::string& address)> HandedOver;
+
   // A window of the browser element's own wants a further one; as NewWindow2 of an element.
   std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
   // The user has chosen a tab for a link of such a window; as LinkChosen of an element.

@@ -12,7 +12,9 @@ struct CommandLine {
     int status = 0;  // 2: the text is a complaint
   };
 
-  std::string address;  // one address, its words joined by blanks; empty: none
+  std::string address;      // one address, its words joined by blanks; empty: none
+  bool new_window = false;  // a plain window, where the program runs already
+  bool service = false;     // started by the session's bus, which says what is wanted
   std::optional<Answer> answer;
 
   // `arguments` are those behind the program's name. A relative name of a file that is there becomes an

@@ -244,6 +244,12 @@ void PlainWindow::Show(const std::string& uri) {
   FocusPage();
 }
 
+GtkWindow* PlainWindow::Open(const std::string& typed) {
+  page_->Load().Start(Address::FromTyped(typed.empty() ? world_.Home() : typed));
+  gtk_widget_grab_focus(GTK_WIDGET(page_->View()));
+  return GTK_WINDOW(window_);
+}
+
 void PlainWindow::ReadyToShow() {
   // The size that the page asked for, as far as it is one that users can work with.
   GdkRectangle wanted{};

@@ -24,6 +24,8 @@ class PlainWindow : private PageOwner {
   void Show(const std::string& uri);
   // Gives the keyboard to the address field, with the whole address selected.
   void AskForAddress();
+  // Goes where people would by typing this, home where it is empty. The window hasn't come up by then.
+  GtkWindow* Open(const std::string& typed);
 
  private:
   void LoadBegan() override { Update(); }

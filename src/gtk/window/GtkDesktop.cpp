@@ -22,12 +22,14 @@
 #include "gtk/favourites/BookmarkReader.h"
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/GtkBrowser.h"
+#include "gtk/page/PlainWindow.h"
+#include "gtk/start/Entry.h"
 #include "gtk/window/GtkComboField.h"
 #include "gtk/window/MainHost.h"
 #include "gtk/window/PopupHost.h"
-#include "gtk/window/ProgramFiles.h"
 #include "gtk/window/RelayHost.h"
 #include "gtk/window/SplashHost.h"
+#include "gtk/window/Startup.h"
 #include "gtk/window/WorkArea.h"
 #include "platform/scene/Drawing.h"
 
@@ -38,8 +40,8 @@ constexpr int MostEventsInOnePass = 200;
 
 }  // namespace
 
-GtkDesktop::GtkDesktop(std::string command_line)
-    : command_line_(std::move(command_line)),
+GtkDesktop::GtkDesktop(Entry& entry)
+    : start_(entry),
       drawing_(MakeDrawing()),
       session_([this] { EndSession(); },
                [this](const std::function<void()>& handler) { Gate.Run(handler); }) {
@@ -61,20 +63,40 @@ void GtkDesktop::EndSession() {
 
 int GtkDesktop::Run(const std::function<void()>& start) {
   Gate.Run([&] {
+    if (start_.Trouble()) throw *start_.Trouble();
     // The engine comes up on the other processors while the program does on this one.
     World();
     start();
     files_->FinishLater();
   });
+  start_.Open([this](const Request& request) { return Receive(request); });
   gtk_main();
   return 0;
 }
 
 std::string GtkDesktop::ProgramFolder() {
   if (!files_)
-    files_ =
-        std::make_unique<ProgramFiles>([this](const std::function<void()>& handler) { Gate.Run(handler); });
+    files_ = std::make_unique<ProgramFiles>(
+        start_.Folder().path, [this](const std::function<void()>& handler) { Gate.Run(handler); });
   return files_->Folder();
+}
+
+std::string GtkDesktop::CommandLine() { return start_.Address(); }
+
+Reception GtkDesktop::Receive(const Request& request) {
+  if (waiting_.InCourse()) return Reception::Later;
+  Reception reception = Reception::Closing;
+  const bool tab = request.what == Request::What::Tab;
+  Gate.Run([&] {
+    popups_.EndAll();
+    if (!HandedOver || !HandedOver(tab ? request.address : "")) return;
+    reception = Reception::Taken;
+    if (tab)
+      Startup::ComeToFront(MainFrame(), request.startup_id);
+    else
+      Startup::ComeToFront(World().OpenPlainWindow().Open(request.address), request.startup_id);
+  });
+  return reception;
 }
 
 BrowserWorld& GtkDesktop::World() {

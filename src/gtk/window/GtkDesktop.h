@@ -6,6 +6,7 @@
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/engine/EngineCookies.h"
+#include "gtk/start/Request.h"
 #include "gtk/window/PopupGroup.h"
 #include "gtk/window/SessionEnd.h"
 #include "gtk/window/TaskBarEntry.h"
@@ -13,13 +14,14 @@
 #include "platform/Desktop.h"
 
 class BrowserWorld;
+class Entry;
 class ProgramFiles;
 
 // The desktop that the program really runs on: X11 (Wayland through XWayland), GTK 3 and WebKitGTK.
 class GtkDesktop : public Desktop {
  public:
-  // `command_line`: what the program was started with, without options.
-  explicit GtkDesktop(std::string command_line);
+  // `entry` has the program's folder, and outlives this.
+  explicit GtkDesktop(Entry& entry);
   ~GtkDesktop() override;
 
   // Starts the program and runs the event pump until the process ends.
@@ -27,7 +29,7 @@ class GtkDesktop : public Desktop {
 
   Drawing& Draws() override { return *drawing_; }
   std::string ProgramFolder() override;
-  std::string CommandLine() override { return command_line_; }
+  std::string CommandLine() override;
   void DoEvents() override;
   [[noreturn]] void End(int status) override;
   Moment Now() override;
@@ -64,8 +66,10 @@ class GtkDesktop : public Desktop {
   // Takes off the screen what would lie over a message or keep the mouse from it.
   void ClearTheWay();
   void EndSession();
+  // What another start hands over.
+  Reception Receive(const Request& request);
 
-  std::string command_line_;
+  Entry& start_;
   Registry registry_;
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<ProgramFiles> files_;

@@ -18,6 +18,14 @@ TEST(CommandLine, AnswersOptionsOnTheTerminal) {
   EXPECT_NE(unknown.answer->text.find("\"--nonsense\""), std::string::npos);
 }
 
+TEST(CommandLine, KnowsWhatTheDesktopAsksFor) {
+  const CommandLine window = CommandLine::Read({"--new-window", "--", "--x"});
+  EXPECT_TRUE(window.new_window);
+  EXPECT_EQ(window.address, "--x");
+  EXPECT_TRUE(CommandLine::Read({"--gapplication-service"}).service);
+  EXPECT_EQ(CommandLine::Read({"http://a.test/", "--new-window"}).address, "http://a.test/ --new-window");
+}
+
 TEST(CommandLine, EverythingElseIsOneAddress) {
   EXPECT_EQ(CommandLine::Read({}).address, "");
   EXPECT_EQ(CommandLine::Read({"http://a.test/", "--help"}).address, "http://a.test/ --help");

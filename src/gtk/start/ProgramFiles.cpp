@@ -1,4 +1,4 @@
-#include "gtk/window/ProgramFiles.h"
+#include "gtk/start/ProgramFiles.h"
 
 #include <fcntl.h>
 #include <glib.h>
@@ -41,11 +41,11 @@ void CopyFile(const files::path& from, const files::path& to) {
   files::permissions(to, files::perms::owner_read | files::perms::owner_write);
 }
 
-files::path ChosenFolder() {
+HomeFolder ChosenFolder() {
   const char* home = g_getenv("MARLOWICK_HOME");
-  if (home && *home) return files::absolute(home).lexically_normal();
-  if (files::exists(ExecutableFolder() / "browser.ini")) return ExecutableFolder();
-  return files::path(g_get_user_data_dir()) / "marlowick";
+  if (home && *home) return {files::absolute(home).lexically_normal(), false};
+  if (files::exists(ExecutableFolder() / "browser.ini")) return {ExecutableFolder(), false};
+  return {files::path(g_get_user_data_dir()) / "marlowick", true};
 }
 
 const char Mark[] = ".installing", Skins[] = "skins";
@@ -134,15 +134,14 @@ std::error_code InstallRest(const files::path& folder) try {
   return error.code();
 }
 
-// Returns the folder, with nothing in it that another start left half done.
-files::path FindFolder() {
-  files::path folder = ChosenFolder();
+}  // namespace
+
+HomeFolder HomeFolder::Find() {
+  HomeFolder found = ChosenFolder();
+  files::path& folder = found.path;
   if (!folder.has_filename()) folder = folder.parent_path();
   try {
-    if (!files::exists(folder) || files::is_empty(folder))
-      Install(folder);
-    else if (const std::error_code error = InstallRest(folder))
-      CantBeMade(folder, error);
+    if (!files::exists(folder) || files::is_empty(folder)) Install(folder);
   } catch (const files::filesystem_error& error) {
     CantBeMade(folder, error.code());
   }
@@ -151,12 +150,14 @@ files::path FindFolder() {
                   "\" can't be written: " + std::strerror(errno));
   // A folder that the program is carried about in is its owner's to share.
   if (folder != ExecutableFolder()) KeepPrivate(folder);
-  return folder;
+  return found;
 }
 
-}  // namespace
-
-ProgramFiles::ProgramFiles(Callbacks::Runner runner) : folder_(FindFolder()), callbacks_(std::move(runner)) {}
+ProgramFiles::ProgramFiles(files::path folder, Callbacks::Runner runner)
+    : folder_(std::move(folder)), callbacks_(std::move(runner)) {
+  // What another start left half done.
+  if (const std::error_code error = InstallRest(folder_)) CantBeMade(folder_, error);
+}
 
 void ProgramFiles::FinishLater() {
   std::error_code unknown;

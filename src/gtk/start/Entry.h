@@ -1,0 +1,56 @@
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "gtk/base/CommandLine.h"
+#include "gtk/start/BusName.h"
+#include "gtk/start/Door.h"
+#include "gtk/start/FolderLock.h"
+#include "gtk/start/HandOver.h"
+#include "gtk/start/ProgramFiles.h"
+#include "platform/Failure.h"
+
+// How a process comes to be the program of its folder, or hands what it was started with over to the one that
+// is. Needs no display.
+class Entry {
+ public:
+  enum class Way { Run, Done, NoAnswer };
+
+  explicit Entry(const CommandLine& line);
+
+  // Goes on for so long at most. NoAnswer: another process has the folder and takes nothing over; a further
+  // call goes on where this one ended. What can't be done at all becomes `Trouble`, and the way is to run:
+  // the program tells it.
+  Way Knock(std::chrono::milliseconds patience);
+
+  // For Run: what the first tab shows, the folder, and where other starts come.
+  std::string Address() const { return request_.address; }
+  const HomeFolder& Folder() const { return folder_; }
+  const std::optional<Failure>& Trouble() const { return trouble_; }
+  // Takes requests from now on.
+  void Open(const Door::Receive& receive);
+
+  // For NoAnswer: the process that has the folder, 0 where it isn't known.
+  pid_t Owner() const { return lock_->Owner(); }
+
+ private:
+  void Begin();
+  void WaitForSummons();
+  // Whether there was one that is still to be dealt with.
+  bool TakeNext();
+
+  Request request_;
+  const bool service_;
+  bool begun_ = false;
+  std::deque<Request> further_;
+  HomeFolder folder_;
+  std::optional<Failure> trouble_;
+  std::unique_ptr<FolderLock> lock_;
+  std::unique_ptr<HandOver> hand_over_;
+  std::unique_ptr<Door> door_;
+  std::unique_ptr<BusName> bus_;
+};
