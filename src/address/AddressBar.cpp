@@ -24,6 +24,9 @@ constexpr std::array Caret = {int16_t{35}, int16_t{36}, int16_t{37}, int16_t{39}
 // What is typed behind it is no address: it is to be looked for.
 constexpr const char* SearchMark = "? ";
 
+// How long what was typed may be lost by a kill, in ms.
+constexpr int SaveWithin = 30000;
+
 // Schemes that nobody types, in upper case.
 constexpr std::string_view Http = "HTTP://", File = "FILE:///";
 
@@ -43,7 +46,14 @@ bool Begins(std::string_view Key, std::string_view typed) {
 }  // namespace
 
 AddressBar::AddressBar(frmMain& main)
-    : Combo1(main.program.desktop.MakeComboBox(main.frame.CoolBar1, {4200, 100, 4785, 315})), main_(main) {
+    : Combo1(main.program.desktop.MakeComboBox(main.frame.CoolBar1, {4200, 100, 4785, 315})),
+      main_(main),
+      saving_(main.program.desktop, SaveWithin, false) {
+  saving_.Tick = [this] {
+    saving_.Enabled = false;
+    // Where it can't be written now, the closing tells.
+    Skipping([this] { SaveComplete(); });
+  };
   Combo1->KeyPress = [this](int key_ascii) { Combo1_KeyPress(ToInt16(key_ascii)); };
   Combo1->KeyUp = [this](int key_code) { Combo1_KeyUp(ToInt16(key_code)); };
   Combo1->Click = [this] { Combo1_Click(); };
@@ -78,7 +88,10 @@ void AddressBar::Combo1_KeyPress(int16_t KeyAscii) {
   // What is kept is read by others: a password isn't.
   const std::string kept = WebAddress::WithoutUser(address);
   const bool known = Lists(kept) || kept.empty();
-  if (!known) AddItem(kept);
+  if (!known) {
+    AddItem(kept);
+    saving_.Enabled = true;
+  }
   Combo1_Click();
 }
 
@@ -176,4 +189,5 @@ void AddressBar::SaveComplete() {
   slot.Open(main_.program.AppPath + "\\autocomplete.dat", FileSlot::Mode::Output);
   for (const auto& [Item, Key] : list_) slot.Print(Item);
   slot.Close();
+  saving_.Enabled = false;
 }

@@ -7,6 +7,7 @@
 
 #include "address/SortedList.h"
 #include "platform/ComboBox.h"
+#include "platform/Timer.h"
 
 class frmMain;
 
@@ -58,4 +59,5 @@ class AddressBar {
   bool typing_ = false;
   bool fresh_ = false;                // the field has been taken whole, and nothing has been typed yet
   std::optional<std::string> aside_;  // what was to be shown meanwhile
+  Timer saving_;                      // counts from the first addition that isn't on the disk
 };

@@ -20,7 +20,7 @@ FOLDER = "/tmp/marlowick-tests"  # where a run writes, in namespaces
 SOCKETS = "/tmp/.X11-unix"  # where X servers listen
 MARK = "MARLOWICK_TEST_RUN"  # in the environment of everything that a run starts
 # All that a run keeps of the environment it was started in.
-KEPT = ("PATH", "TERM", "USER", "RUNS", "MARLOWICK_PROGRAM", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS",
+KEPT = ("PATH", "TERM", "USER", "RUNS", "MARLOWICK_PROGRAM", "MARLOWICK_SANDBOX", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS",
         "PYTHONDONTWRITEBYTECODE")
 SPACES = 0x10000000 | 0x20000000 | 0x40000000 | 0x00020000  # users, processes, network, mounts
 PR_SET_PDEATHSIG = 1

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "gtk/base/Widgets.h"
 #include "platform/Text.h"
 #include "platform/scene/Scene.h"
 
@@ -135,6 +136,7 @@ void DialogBinder::TellSize(int width, int height) {
 }
 
 void DialogBinder::Show() {
+  if (IsScreenGone()) return;
   GtkWindow* owner = OwnerFor(gtk_window_get_modal(window_.get()), owner_ ? owner_() : nullptr);
   if (owner == window_.get()) return TakeFocus();
   gtk_window_set_transient_for(window_.get(), owner);

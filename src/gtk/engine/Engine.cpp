@@ -16,10 +16,13 @@ bool FindGraphicsProcessor() {
   return found;
 }
 
-Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string& cookies) {
-  const Owned<WebKitWebsiteDataManager> data(
-      webkit_website_data_manager_new("base-data-directory", (engine + "/data").c_str(),
-                                      "base-cache-directory", (engine + "/cache").c_str(), nullptr));
+// What sites have promised lies where it always lay: it is no copy of anything.
+std::string PromisesFolder(const EngineGround& ground) { return ground.folder + "/cache"; }
+
+Owned<WebKitWebContext> MakeContext(const EngineGround& ground, const std::string& cookies) {
+  const Owned<WebKitWebsiteDataManager> data(webkit_website_data_manager_new(
+      "base-data-directory", (ground.folder + "/data").c_str(), "base-cache-directory", ground.cache.c_str(),
+      "hsts-cache-directory", PromisesFolder(ground).c_str(), nullptr));
   // A page of another site gets a process of its own, so that what one site's process knows stays that
   // site's.
   Owned<WebKitWebContext> context(
@@ -30,7 +33,7 @@ Owned<WebKitWebContext> MakeContext(const std::string& engine, const std::string
   webkit_security_manager_register_uri_scheme_as_secure(security, Engine::OwnScheme);
   webkit_security_manager_register_uri_scheme_as_display_isolated(security, Engine::OwnScheme);
   webkit_security_manager_register_uri_scheme_as_no_access(security, Engine::OwnScheme);
-  webkit_web_context_set_sandbox_enabled(context.get(), TRUE);
+  webkit_web_context_set_sandbox_enabled(context.get(), ground.sandboxed);
   webkit_cookie_manager_set_persistent_storage(webkit_web_context_get_cookie_manager(context.get()),
                                                cookies.c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
   return context;
@@ -70,11 +73,11 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
 
 }  // namespace
 
-Engine::Engine(std::string folder, const Callbacks::Runner& runner)
-    : folder_(std::move(folder)),
-      settings_(ElementSettings::Load(folder_ + "/engine.ini")),
+Engine::Engine(EngineGround ground, const Callbacks::Runner& runner)
+    : ground_(std::move(ground)),
+      settings_(ElementSettings::Load(Folder() + "/engine.ini")),
       graphics_processor_(FindGraphicsProcessor()),
-      context_(MakeContext(folder_, CookieStore())),
+      context_(MakeContext(ground_, CookieStore())),
       downloads_(context_.get(), runner) {
   view_settings_ = MakeViewSettings(graphics_processor_);
   ApplySettings();
@@ -112,7 +115,7 @@ GtkWidget* Engine::MakeView() {
 void Engine::Change(const ElementSettings& settings) {
   settings_ = settings;
   ApplySettings();
-  settings_.Save(folder_ + "/engine.ini");
+  settings_.Save(Folder() + "/engine.ini");
 }
 
 void Engine::Trust(GTlsCertificate* certificate, const std::string& host) {
@@ -121,7 +124,7 @@ void Engine::Trust(GTlsCertificate* certificate, const std::string& host) {
 }
 
 bool Engine::PromisedHttps(const std::string& host) const {
-  return ::PromisedHttps(folder_ + "/cache/hsts-storage.sqlite", host);
+  return ::PromisedHttps(PromisesFolder(ground_) + "/hsts-storage.sqlite", host);
 }
 
 void Engine::SetOffline(bool offline) {

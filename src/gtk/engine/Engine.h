@@ -11,6 +11,13 @@
 #include "gtk/engine/Downloads.h"
 #include "gtk/engine/ElementSettings.h"
 
+// Where the engine keeps things, and what it keeps its pages in.
+struct EngineGround {
+  std::string folder;     // of cookies, storage and settings
+  std::string cache;      // of what can be fetched again
+  bool sandboxed = true;  // where not, pages reach whatever the user does
+};
+
 // What loads and shows pages, for the whole program: the context with its sandbox, cookies and cache, the
 // settings, the proxy, whether the program works offline, and the downloads. Knows no page.
 class Engine {
@@ -24,14 +31,16 @@ class Engine {
   static constexpr std::pair<const char*, const char*> NoGraphicsProcessor[] = {
       {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"}, {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"}};
 
-  // `folder` is that of the engine's own data. Its callbacks go through `runner`.
-  Engine(std::string folder, const Callbacks::Runner& runner);
+  // Its callbacks go through `runner`.
+  Engine(EngineGround ground, const Callbacks::Runner& runner);
   Engine(const Engine&) = delete;
 
   WebKitWebContext* Context() { return context_.get(); }
-  const std::string& Folder() const { return folder_; }
+  const std::string& Folder() const { return ground_.folder; }
+  // Whether pages run in a sandbox.
+  bool Sandboxed() const { return ground_.sandboxed; }
   // The file that keeps the cookies.
-  std::string CookieStore() const { return folder_ + "/cookies.sqlite"; }
+  std::string CookieStore() const { return Folder() + "/cookies.sqlite"; }
   Downloads& Fetches() { return downloads_; }
 
   // A view without an opener, floating. The first one was made ahead, with its process.
@@ -57,7 +66,7 @@ class Engine {
   void ApplySettings();
   void ApplyProxy();
 
-  std::string folder_;
+  const EngineGround ground_;
   ElementSettings settings_;
   const bool graphics_processor_;  // to be known before the context is made
   Owned<WebKitWebContext> context_;

@@ -20,14 +20,15 @@ Callbacks::Runner Through(Events& gate) {
 
 }  // namespace
 
-BrowserWorld::BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
-                           WindowPolicy window_policy, LinkChoice link_choice)
+BrowserWorld::BrowserWorld(std::string folder, EngineGround ground, Events& gate,
+                           std::function<GtkWindow*()> main_window, WindowPolicy window_policy,
+                           LinkChoice link_choice)
     : folder_(std::move(folder)),
       gate_(gate),
       main_window_(std::move(main_window)),
       window_policy_(std::move(window_policy)),
       link_choice_(std::move(link_choice)),
-      engine_(std::make_unique<Engine>(folder_ + "/engine", Through(gate))),
+      engine_(std::make_unique<Engine>(std::move(ground), Through(gate))),
       callbacks_(Through(gate)) {
   engine_->Fetches().Listen(*this);
 }

@@ -22,9 +22,9 @@ class BrowserWorld : private DownloadListener {
   using WindowPolicy = std::function<void(const std::string& asker, Browser*& taker, bool& cancel)>;
   using LinkChoice = std::function<void(const std::string& address, bool in_front)>;
 
-  // `folder` is the program's; the engine's own data lies in "engine" below it. Everything that enters the
+  // `folder` is the program's, `ground` the engine's. Everything that enters the
   // program goes through `gate`. `main_window` is the parent of dialogs and may give none.
-  BrowserWorld(std::string folder, Events& gate, std::function<GtkWindow*()> main_window,
+  BrowserWorld(std::string folder, EngineGround ground, Events& gate, std::function<GtkWindow*()> main_window,
                WindowPolicy window_policy, LinkChoice link_choice);
   BrowserWorld(const BrowserWorld&) = delete;
   ~BrowserWorld() override;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "gtk/dialog/OwnDialog.h"
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Address.h"
 #include "platform/Text.h"
@@ -14,6 +15,8 @@ namespace {
 
 // A page gives itself a title and an address as long as it likes.
 constexpr size_t MostCharacters = 2000;
+
+constexpr const char* NoSandbox = "\nPages run without a sandbox: one that breaks out reaches your files";
 
 std::string Security(Page& page) {
   GTlsCertificate* certificate = nullptr;
@@ -34,7 +37,7 @@ class PropertiesDialog : public OwnDialog {
   explicit PropertiesDialog(Page& page) : OwnDialog(page.Window(), "PageProperties") {
     Title.Caption = Text::Left(page.Title(), MostCharacters);
     Address.Caption = Text::Left(WebAddress::WithoutUser(page.Address()), MostCharacters);
-    SecurityOfPage.Caption = Security(page);
+    SecurityOfPage.Caption = Security(page) + (page.World().Base().Sandboxed() ? "" : NoSandbox);
     WebKitWebResource* source = webkit_web_view_get_main_resource(page.View());
     WebKitURIResponse* response = source ? webkit_web_resource_get_response(source) : nullptr;
     const guint64 length = response ? webkit_uri_response_get_content_length(response) : 0;

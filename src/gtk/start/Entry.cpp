@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "gtk/start/SandboxChoice.h"
+
 namespace {
 
 // How long the bus may take to say what it started the program for, in microseconds.
@@ -24,6 +26,7 @@ Entry::Way Entry::Knock(std::chrono::milliseconds patience) try {
       case HandOver::Outcome::FolderIsOurs:
         hand_over_.reset();
         door_ = std::make_unique<Door>(*lock_);
+        FindOut();
         return Way::Run;
       case HandOver::Outcome::NoAnswer:
         return Way::NoAnswer;
@@ -46,6 +49,16 @@ void Entry::Begin() {
   folder_ = HomeFolder::Find();
   lock_ = std::make_unique<FolderLock>(folder_.path);
   hand_over_ = std::make_unique<HandOver>(*lock_, request_);
+}
+
+// Beside the start, while the toolkit comes up.
+void Entry::FindOut() {
+  const std::filesystem::path folder = folder_.path;
+  if (!SandboxChoice::IsOff()) sandbox_ = std::make_unique<SandboxCheck>((folder / "engine").string());
+  damaged_ = std::async(std::launch::async, [folder] {
+    Leftovers::Clear(folder);
+    return Leftovers::PutAside(folder / "engine");
+  });
 }
 
 void Entry::WaitForSummons() {

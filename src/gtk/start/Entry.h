@@ -2,16 +2,20 @@
 
 #include <chrono>
 #include <deque>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "gtk/base/CommandLine.h"
 #include "gtk/start/BusName.h"
 #include "gtk/start/Door.h"
 #include "gtk/start/FolderLock.h"
 #include "gtk/start/HandOver.h"
+#include "gtk/start/Leftovers.h"
 #include "gtk/start/ProgramFiles.h"
+#include "gtk/start/SandboxCheck.h"
 #include "platform/Failure.h"
 
 // How a process comes to be the program of its folder, or hands what it was started with over to the one that
@@ -27,6 +31,13 @@ class Entry {
   // the program tells it.
   Way Knock(std::chrono::milliseconds patience);
 
+  // For Run: what earlier runs left damaged, and whether there can be a sandbox, none where there is to be
+  // none. Both wait for what was begun beside the start.
+  std::vector<Leftovers::Damaged> Damaged() {
+    return damaged_.valid() ? damaged_.get() : std::vector<Leftovers::Damaged>();
+  }
+  SandboxCheck* Sandbox() { return sandbox_.get(); }
+
   // For Run: what the first tab shows, the folder, and where other starts come.
   std::string Address() const { return request_.address; }
   const HomeFolder& Folder() const { return folder_; }
@@ -40,6 +51,7 @@ class Entry {
  private:
   void Begin();
   void WaitForSummons();
+  void FindOut();
   // Whether there was one that is still to be dealt with.
   bool TakeNext();
 
@@ -53,4 +65,6 @@ class Entry {
   std::unique_ptr<HandOver> hand_over_;
   std::unique_ptr<Door> door_;
   std::unique_ptr<BusName> bus_;
+  std::unique_ptr<SandboxCheck> sandbox_;
+  std::future<std::vector<Leftovers::Damaged>> damaged_;
 };

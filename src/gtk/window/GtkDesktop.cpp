@@ -19,11 +19,13 @@
 #include "gtk/dialog/ApplicationChooser.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "gtk/dialog/Dialogs.h"
+#include "gtk/dialog/Notice.h"
 #include "gtk/favourites/BookmarkReader.h"
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/GtkBrowser.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/start/Entry.h"
+#include "gtk/start/SandboxChoice.h"
 #include "gtk/window/GtkComboField.h"
 #include "gtk/window/MainHost.h"
 #include "gtk/window/PopupHost.h"
@@ -64,10 +66,13 @@ void GtkDesktop::EndSession() {
 int GtkDesktop::Run(const std::function<void()>& start) {
   Gate.Run([&] {
     if (start_.Trouble()) throw *start_.Trouble();
+    const std::vector<Leftovers::Damaged> damaged = start_.Damaged();
+    ChooseSandbox();
     // The engine comes up on the other processors while the program does on this one.
     World();
     start();
     files_->FinishLater();
+    TellOf(damaged);
   });
   start_.Open([this](const Request& request) { return Receive(request); });
   gtk_main();
@@ -99,6 +104,34 @@ Reception GtkDesktop::Receive(const Request& request) {
   return reception;
 }
 
+void GtkDesktop::ChooseSandbox() {
+  const auto ask = [this](const std::string& question) {
+    return MsgBox(question, Buttons::YesNo, "Marlowick") == Answer::Yes;
+  };
+  const SandboxChoice::Way way = SandboxChoice::Choose(start_.Sandbox(), ask);
+  if (way == SandboxChoice::Way::End) GtkDesktop::End(1);
+  sandboxed_ = way == SandboxChoice::Way::Sandbox;
+}
+
+void GtkDesktop::TellOf(const std::vector<Leftovers::Damaged>& damaged) {
+  if (damaged.empty()) return;
+  std::string names;
+  for (const Leftovers::Damaged& one : damaged)
+    names += "\n\"" + one.store.string() + "\", which is now \"" + one.aside.filename().string() + "\"";
+  Notice::Show(
+      MainFrame(), "What sites kept here was damaged",
+      "Marlowick has put aside what couldn't be read, and begun anew. You may have to log in again at some "
+      "sites." +
+          names);
+}
+
+EngineGround GtkDesktop::Ground() {
+  const std::string folder = ProgramFolder() + "/engine";
+  const std::string cache =
+      start_.Folder().usual ? std::string(g_get_user_cache_dir()) + "/marlowick" : folder + "/cache";
+  return {folder, cache, sandboxed_};
+}
+
 BrowserWorld& GtkDesktop::World() {
   const auto policy = [this](const std::string& asker, Browser*& taker, bool& cancel) {
     if (NewWindow2) NewWindow2(asker, taker, cancel);
@@ -108,7 +141,7 @@ BrowserWorld& GtkDesktop::World() {
   };
   if (!world_)
     world_ = std::make_unique<BrowserWorld>(
-        ProgramFolder(), Gate, [this] { return MainFrame(); }, policy, choice);
+        ProgramFolder(), Ground(), Gate, [this] { return MainFrame(); }, policy, choice);
   return *world_;
 }
 

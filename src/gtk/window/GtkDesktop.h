@@ -5,7 +5,9 @@
 #include <string>
 
 #include "gtk/base/Callbacks.h"
+#include "gtk/engine/Engine.h"
 #include "gtk/engine/EngineCookies.h"
+#include "gtk/start/Leftovers.h"
 #include "gtk/start/Request.h"
 #include "gtk/window/PopupGroup.h"
 #include "gtk/window/SessionEnd.h"
@@ -66,10 +68,15 @@ class GtkDesktop : public Desktop {
   // Takes off the screen what would lie over a message or keep the mouse from it.
   void ClearTheWay();
   void EndSession();
+  // Decides whether there is a sandbox, by the user's answer where there can't be one; may end the process.
+  void ChooseSandbox();
+  EngineGround Ground();
+  void TellOf(const std::vector<Leftovers::Damaged>& damaged);
   // What another start hands over.
   Reception Receive(const Request& request);
 
   Entry& start_;
+  bool sandboxed_ = true;
   Registry registry_;
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<ProgramFiles> files_;

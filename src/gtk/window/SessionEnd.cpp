@@ -1,14 +1,21 @@
 #include "gtk/window/SessionEnd.h"
 
+#include <X11/Xlib.h>
+#include <gdk/gdkx.h>
 #include <glib-unix.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <string>
 #include <utility>
 
+#include "gtk/base/Widgets.h"
+
 namespace {
 
 constexpr int Signals[] = {SIGTERM, SIGINT, SIGHUP};
+// How long an end without a screen may take, in seconds.
+constexpr unsigned MostAfterScreen = 15;
 
 // The session manager that most desktops have, and how it speaks to its clients.
 constexpr const char *Manager = "org.gnome.SessionManager", *ManagerPath = "/org/gnome/SessionManager",
@@ -24,6 +31,7 @@ SessionEnd::SessionEnd(std::function<void()> ended, Callbacks::Runner runner)
     return G_SOURCE_CONTINUE;
   };
   for (const int signal : Signals) g_unix_signal_add(signal, end, this);
+  HearOfTheScreen();
   // Behind the start.
   callbacks_.Later([this] {
     g_bus_get(G_BUS_TYPE_SESSION, nullptr, &Callbacks::Ended,
@@ -32,6 +40,26 @@ SessionEnd::SessionEnd(std::function<void()> ended, Callbacks::Runner runner)
                 if (bus_) Register(bus_.get());
               }));
   });
+}
+
+// Without its screen the X library would end the process on the spot. What the program has to write needs
+// none.
+void SessionEnd::HearOfTheScreen() {
+  GdkDisplay* display = gdk_display_get_default();
+  if (!GDK_IS_X11_DISPLAY(display)) return;
+  XSetIOErrorHandler(+[](Display*) { return 0; });
+  XSetIOErrorExitHandler(
+      gdk_x11_display_get_xdisplay(display),
+      +[](Display*, void* self) {
+        auto* watch = static_cast<SessionEnd*>(self);
+        if (std::exchange(watch->screen_gone_, true)) return;
+        g_object_set_data(G_OBJECT(gdk_display_get_default()), ScreenGone, watch);
+        // Should something wait for an answer of the screen's.
+        std::signal(SIGALRM, SIG_DFL);
+        ::alarm(MostAfterScreen);
+        watch->callbacks_.Later(watch->ended_);
+      },
+      this);
 }
 
 SessionEnd::~SessionEnd() {

@@ -8,8 +8,9 @@
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 
-// Hears of the end of the user's session: by the signals that a shut-down and a terminal send, and by the
-// desktop's session manager, which tells at a log-out while the screen is still there.
+// Hears of the end of the user's session: by the signals that a shut-down and a terminal send, by the
+// desktop's session manager, which tells at a log-out while the screen is still there, and by the screen's
+// own end.
 class SessionEnd {
  public:
   // `ended` ends the process, at once or soon; it may be called more than once.
@@ -23,6 +24,7 @@ class SessionEnd {
   static void LetSignalsKill();
 
  private:
+  void HearOfTheScreen();
   void Register(GDBusConnection* bus);
   void Subscribe(const char* client);
   void Told(const std::string& signal);
@@ -31,5 +33,6 @@ class SessionEnd {
   Owned<GDBusConnection> bus_;
   std::string client_;  // the program's object at the session manager
   guint subscription_ = 0;
+  bool screen_gone_ = false;
   Callbacks callbacks_;
 };
