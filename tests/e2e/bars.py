@@ -39,6 +39,11 @@ class PageTest(ProgramTest):
     def wait_told(self, text):
         wait_for(lambda: self.told(text), f'the text "{text}"')
 
+    def focused(self, name):
+        import pyatspi
+        node = self.find(lambda node: node.name == name)
+        return bool(node and node.getState().contains(pyatspi.STATE_FOCUSED))
+
     def press(self, name):
         import pyatspi
         roles = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX)

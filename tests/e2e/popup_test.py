@@ -4,7 +4,8 @@ import os
 import threading
 import time
 
-from harness import ProgramTest, main, reply, run, wait_for
+from bars import PageTest
+from harness import main, reply, run, wait_for
 
 QUESTION = "Open Popup?"
 LINK, SCRIPT = (350, 150), (350, 300)  # places in the main window: the page's link, and what runs a script
@@ -18,7 +19,7 @@ NEW = """<title>New page</title><body style='margin:0'>
 </div>"""
 
 
-class Popups(ProgramTest):
+class Popups(PageTest):
     def begin(self, policy, script="window.open(\"/new?script\")", title="Opener", allowed=""):
         """`allowed`: the site that may open windows without a press."""
         home = self.home(Popups=policy, Default=self.page("/default", "<title>Default</title>"))
@@ -118,6 +119,10 @@ class Popups(ProgramTest):
     def press(self, name):
         self.program.press(QUESTION, name)
 
+    def enter(self):
+        wait_for(lambda: self.focused("In new tab"), "the keyboard at the first answer")
+        self.program.key("Return")
+
     def test_each_answer_by_mouse_and_by_key(self):
         self.begin(3)
         program = self.program
@@ -147,7 +152,7 @@ class Popups(ProgramTest):
                 run("wmctrl", "-i", "-c", window)
                 self.gone(window)
 
-        for answer in (lambda: self.press("In new tab"), lambda: program.key("alt+t"), lambda: program.key("Return")):
+        for answer in (lambda: self.press("In new tab"), lambda: program.key("alt+t"), self.enter):
             question = self.ask()
             answer()
             self.gone(question)

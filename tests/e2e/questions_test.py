@@ -117,13 +117,7 @@ class Questions(PageTest):
         program.wait_active(question)
         self.assertIn(question, program.windows())
         # Who waits may answer by Enter.
-        import pyatspi
-
-        def focused():
-            node = self.find(lambda node: node.name == "In new tab")
-            return node and node.getState().contains(pyatspi.STATE_FOCUSED)
-
-        wait_for(focused, "the keyboard at the first answer")
+        wait_for(lambda: self.focused("In new tab"), "the keyboard at the first answer")
         program.key("Return")
         program.wait_title("New")
 

@@ -14,6 +14,9 @@
 
 namespace {
 
+// How long a page that is closed may take to let go: milliseconds.
+constexpr unsigned LetsGo = 800;
+
 Callbacks::Runner Through(Events& gate) {
   return [&gate](const std::function<void()>& handler) { gate.Run(handler); };
 }
@@ -38,6 +41,9 @@ BrowserWorld::~BrowserWorld() { Shutdown(); }
 void BrowserWorld::Shutdown() {
   if (!engine_) return;
   ClosePages();
+  // Nobody waits for a process that hangs.
+  for (const auto& view : ending_) webkit_web_view_terminate_web_process(view.get());
+  ending_.clear();
   engine_.reset();
 }
 
@@ -119,6 +125,11 @@ void BrowserWorld::Remove(Page& page) {
   }
 }
 
+bool BrowserWorld::HasAnotherOf(const Page& page) const {
+  return std::any_of(pages_.begin(), pages_.end(),
+                     [&page](const Page* other) { return other != &page && other->Site() == page.Site(); });
+}
+
 void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker,
                               bool& cancel) {
   Browser* element = nullptr;
@@ -150,6 +161,22 @@ void BrowserWorld::Begun(Download& download, WebKitWebView* view) {
                                      [view](Page* page) { return view && page->PresentView() == view; });
   Page* page = begun_on == pages_.end() ? pages_.front() : *begun_on;
   page->Downloads().Show(download);
+}
+
+void BrowserWorld::EndView(WebKitWebView* view, bool shared) {
+  const auto held = ending_.emplace_back(Share(view));
+  // What its scripts still want, nobody is there for.
+  callbacks_.On<gboolean(WebKitWebView*, gpointer)>(view, "script-dialog", [](auto*, auto) { return TRUE; });
+  callbacks_.On<gboolean(WebKitWebView*, gpointer)>(view, "print", [](auto*, auto) { return TRUE; });
+  const auto end = [this, held = std::weak_ptr<WebKitWebView>(held)](bool hangs) {
+    const auto view = held.lock();
+    if (!view || std::erase(ending_, view) == 0) return;
+    if (hangs) webkit_web_view_terminate_web_process(view.get());
+    DestroyLater(view.get());
+  };
+  webkit_web_view_evaluate_javascript(view, "0", -1, "marlowick", nullptr, nullptr, Callbacks::Ended,
+                                      callbacks_.Ending([end](auto*, auto*) { end(false); }));
+  callbacks_.After(LetsGo, [end, shared] { end(!shared); });
 }
 
 void BrowserWorld::DestroyLater(WebKitWebView* view) {

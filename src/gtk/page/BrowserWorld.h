@@ -58,6 +58,8 @@ class BrowserWorld : private DownloadListener {
   // What the page's downloads bar shows and still runs goes on below another page.
   void Remove(Page& page);
   const std::vector<Page*>& Pages() const { return pages_; }
+  // Pages of one site may share a process.
+  bool HasAnotherOf(const Page& page) const;
   // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
   // gone again: the user was free to act while the question was up.
   void AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker, bool& cancel);
@@ -71,6 +73,10 @@ class BrowserWorld : private DownloadListener {
 
   // The view ends when none of its own handlers can be running any more: the engine doesn't bear it earlier.
   void DestroyLater(WebKitWebView* view);
+
+  // The same for a view that the user has closed. Where its process doesn't answer soon, that is ended,
+  // unless other pages are `shared` in it.
+  void EndView(WebKitWebView* view, bool shared);
 
   // Ends all pages, those of the program and those outside it.
   void ClosePages();
@@ -90,5 +96,6 @@ class BrowserWorld : private DownloadListener {
   std::unique_ptr<Engine> engine_;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<PlainWindow>> windows_;
+  std::vector<std::shared_ptr<WebKitWebView>> ending_;  // closed, and asked to let go
   Callbacks callbacks_;
 };

@@ -97,7 +97,7 @@ void GtkBrowser::OpenWindow() {
 }
 
 void GtkBrowser::ShowFind() { page_->Find().Show(); }
-void GtkBrowser::ShowPrint() { PrintPage::Ask(*page_); }
+void GtkBrowser::ShowPrint() { page_->Print(); }
 void GtkBrowser::ShowProperties() { PageProperties::Show(*page_); }
 
 void GtkBrowser::RefreshPastCache() { PageCommands::RefreshPastCache(*page_); }

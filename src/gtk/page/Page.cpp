@@ -5,10 +5,12 @@
 
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
+#include "gtk/page/HangWatch.h"
 #include "gtk/page/LoadFaults.h"
 #include "gtk/page/PageMenu.h"
 #include "gtk/page/PagePolicy.h"
 #include "gtk/page/PlainWindow.h"
+#include "gtk/page/PrintPage.h"
 #include "gtk/page/SourceLoad.h"
 #include "gtk/page/text/SiteName.h"
 #include "platform/Failure.h"
@@ -65,6 +67,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
             if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
           },
           Runner()),
+      hang_(std::make_unique<HangWatch>(*this, bars_.get())),
       downloads_(world.Base().Fetches(), Runner()),
       held_(*this),
       callbacks_(Runner()) {
@@ -137,6 +140,7 @@ void Page::AddView(WebKitWebView* opener) {
   ListenToPage();
   PagePolicy::Attach(*this, view_);
   PageMenu::Attach(*this, view_);
+  hang_->Attach(view_);
 }
 
 void Page::ListenToLoad() {
@@ -164,8 +168,7 @@ void Page::ListenToLoad() {
         return TRUE;
       });
   callbacks_.On<void(WebKitWebView*, WebKitWebProcessTerminationReason)>(
-      view_, "web-process-terminated",
-      [this](auto*, auto reason) { load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT); });
+      view_, "web-process-terminated", [this](auto*, auto reason) { ProcessEnded(reason); });
   callbacks_.On<void(WebKitWebView*, GParamSpec*)>(
       view_, "notify::estimated-load-progress", [this](WebKitWebView* view, auto*) {
         load_.OnProgress(webkit_web_view_get_estimated_load_progress(view));
@@ -190,8 +193,19 @@ void Page::ListenToPage() {
   callbacks_.On<GtkWidget*(WebKitWebView*, WebKitNavigationAction*)>(
       view_, "create",
       [this](WebKitWebView* view, WebKitNavigationAction* action) { return Create(view, action); });
+  callbacks_.On<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
+      view_, "print", [this](auto*, WebKitPrintOperation* operation) {
+        AskToPrint(operation);
+        return TRUE;
+      });
+  for (const char* press : {"button-press-event", "key-press-event"})
+    callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(view_, press, [this](auto*, auto*) {
+      ++presses_;
+      return FALSE;
+    });
   callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(view_, "script-dialog",
                                                                [this](auto*, WebKitScriptDialog* dialog) {
+                                                                 Taken();
                                                                  dialogs_.Ask(dialog, Asker());
                                                                  return TRUE;
                                                                });
@@ -206,6 +220,7 @@ void Page::LetGoOfView() {
   find_.reset();
   WebKitWebView* view = std::exchange(view_, nullptr);
   load_.Abandon();
+  hang_->Detach();
   questions_.Forget();
   dialogs_.Dismiss();
   callbacks_.Off(view);
@@ -215,9 +230,11 @@ void Page::LetGoOfView() {
 void Page::DropView() {
   if (!view_) return;
   const auto view = Share(view_);
+  const bool hung = hang_->Hung();
   LetGoOfView();
+  if (hung) webkit_web_view_terminate_web_process(view.get());
   gtk_container_remove(GTK_CONTAINER(box_.get()), GTK_WIDGET(view.get()));
-  if (asking_ == 0) world_.DestroyLater(view.get());
+  if (asking_ == 0) world_.EndView(view.get(), world_.HasAnotherOf(*this));
 }
 
 GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
@@ -322,10 +339,16 @@ bool Page::WorksOffline() const { return world_.Base().Offline(); }
 std::optional<std::string> Page::BadProxy() const { return world_.Settings().BadProxy(); }
 bool Page::PromisedHttps(const std::string& host) const { return world_.Base().PromisedHttps(host); }
 
-void Page::LoadAddress(const std::string& uri) { webkit_web_view_load_uri(View(), uri.c_str()); }
+void Page::LoadAddress(const std::string& uri) {
+  View();
+  hang_->Leave([this, uri] { webkit_web_view_load_uri(View(), uri.c_str()); });
+}
 
 void Page::LoadHtml(const std::string& html, const std::string& address) {
-  webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), Engine::OwnOrigin);
+  View();
+  hang_->Leave([this, html, address] {
+    webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), Engine::OwnOrigin);
+  });
 }
 
 // A page that another one opened stays in its reach as long as it is in the same view.
@@ -337,8 +360,15 @@ bool Page::Isolate() {
   return true;
 }
 
-void Page::Reload() { webkit_web_view_reload(View()); }
-void Page::StopLoading() { webkit_web_view_stop_loading(View()); }
+void Page::Reload() {
+  View();
+  hang_->Leave([this] { webkit_web_view_reload(View()); });
+}
+
+void Page::StopLoading() {
+  webkit_web_view_stop_loading(View());
+  hang_->Stop();
+}
 
 void Page::Trust(GTlsCertificate* certificate, const std::string& host) {
   world_.Base().Trust(certificate, host);
@@ -389,8 +419,6 @@ void Page::LoadStatusChanged(const std::string& text) {
 }
 
 void Page::ProcessDied() {
-  // Nobody waits for an answer any more.
-  dialogs_.Dismiss();
   Tell([](PageOwner& owner) { owner.ProcessDied(); });
 }
 
@@ -401,6 +429,42 @@ void Page::ShowStatus() {
   shown_status_ = text;
   Tell([shown = text](PageOwner& owner) { owner.StatusChanged(shown); });
 }
+
+void Page::ProcessEnded(WebKitWebProcessTerminationReason reason) {
+  // Nobody waits for an answer any more.
+  questions_.Forget();
+  dialogs_.Dismiss();
+  if (hang_->MakesWay()) return;
+  load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? ProcessEnd::OutOfMemory
+               : reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API   ? ProcessEnd::ByUser
+                                                                  : ProcessEnd::Failed);
+}
+
+// What a press asks for comes at once, what a script asks for by itself when the user agrees; and one dialog
+// for one page.
+void Page::AskToPrint(WebKitPrintOperation* operation) {
+  if (printing_) return;
+  if (TakePress()) return ShowPrint(operation);
+  questions_.Ask({.text = Asker() + " wants to print.",
+                  .yes = "_Print…",
+                  .no = "_Cancel",
+                  .refusal = Questions::Refusal::MayBeStopped},
+                 [this, held = std::shared_ptr<WebKitPrintOperation>(Share(operation))](bool yes) {
+                   if (yes) ShowPrint(held.get());
+                 });
+}
+
+void Page::ShowPrint(WebKitPrintOperation* operation) {
+  if (std::exchange(printing_, true)) return;
+  PrintPage::Ask(*this, operation, [this] { printing_ = false; });
+}
+
+void Page::Print() {
+  const Owned<WebKitPrintOperation> operation(webkit_print_operation_new(View()));
+  ShowPrint(operation.get());
+}
+
+void Page::Taken() { hang_->Taken(); }
 
 void Page::TakeTitle() {
   // It is empty while the next page comes.

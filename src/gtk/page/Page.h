@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
@@ -19,6 +20,7 @@
 class Browser;
 class BrowserWorld;
 class FindBar;
+class HangWatch;
 class Page;
 
 // Where the user wants a link. Here: as the page has it.
@@ -95,12 +97,22 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // Has the frame that wants `wanted`, or bears the name, show another address. Needs the page's scripts.
   void ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead);
 
+  // The print dialog.
+  void Print();
   // Questions above the page.
   // A further bar among the questions, until it goes. The page takes it over.
   void AddBar(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(bars_.get()), bar, FALSE, TRUE, 0); }
   Questions& Asks() { return questions_; }
   // The site of the page on show, as the engine knows it, whatever is being loaded; empty where it has none.
   const std::string& Site() const { return sites_.Site(); }
+  // Nothing of a page has been shown yet.
+  bool Blank() const { return blank_; }
+  // A script waits for the user's answer.
+  bool ScriptAsks() const { return dialogs_.Asking(); }
+  // The process behind the page has taken what the user wants of it.
+  void Taken();
+  // True once for each press of the user's on the page, or key: what it may set going by that is bounded.
+  bool TakePress() { return std::exchange(taken_press_, presses_) != presses_; }
   // Who asks, to stand before "wants to": see Sites.
   std::string Asker() const { return sites_.Asker(); }
   // A document of the page's comes from a server: its own, or one of its frames'.
@@ -170,6 +182,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void DropView();
   void ShowStatus();
 
+  void ProcessEnded(WebKitWebProcessTerminationReason reason);
+  void ShowPrint(WebKitPrintOperation* operation);
+  void AskToPrint(WebKitPrintOperation* operation);
   void TakeTitle();
   void TakeHover(WebKitHitTestResult* hit);
   bool Paint(cairo_t* cairo);
@@ -185,10 +200,13 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   PageLoad load_;
   Questions questions_;
   ScriptDialogs dialogs_;
+  std::unique_ptr<HangWatch> hang_;
   DownloadBar downloads_;
   HeldWindows held_;
   std::unique_ptr<FindBar> find_;
   std::string load_status_, hovered_, shown_status_;
+  unsigned presses_ = 0, taken_press_ = 0;
+  bool printing_ = false;
   gint64 last_request_ = 0;              // for a window: when, in microseconds
   int requests_ = 0;                     // of those in a row
   int asking_ = 0;                       // questions about new windows that run now

@@ -5,11 +5,15 @@
 #include <algorithm>
 #include <array>
 
+#include "gtk/dialog/Notice.h"
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/PermissionBar.h"
+#include "platform/Text.h"
 
 namespace {
+
+constexpr size_t MostShown = 60;  // characters of an address in a question
 
 bool IsOneOf(const std::string& word, std::initializer_list<const char*> words) {
   return std::any_of(words.begin(), words.end(), [&](const char* one) { return word == one; });
@@ -20,12 +24,34 @@ bool BelongsToAnotherProgram(const std::string& scheme) {
                            "view-source", PageLoad::ButtonScheme, "webkit", "resource"});
 }
 
-// A link to mail and the like, which the user pressed.
-bool GiveAway(const std::string& uri) {
-  GAppInfo* program = g_app_info_get_default_for_uri_scheme(Address::Scheme(uri).c_str());
+// A link to mail and the like. The user's own wish is followed; a page's is asked about, once for each press.
+// False: there is no program for it.
+bool GiveAway(Page& page, const std::string& uri, bool pressed) {
+  const Owned<GAppInfo> program(g_app_info_get_default_for_uri_scheme(Address::Scheme(uri).c_str()));
   if (!program) return false;
-  g_object_unref(program);
-  return g_app_info_launch_default_for_uri(uri.c_str(), nullptr, nullptr);
+  const std::string name = TextOf(g_app_info_get_display_name(program.get()));
+  const auto open = [&page, uri, name] {
+    GError* error = nullptr;
+    if (g_app_info_launch_default_for_uri(uri.c_str(), nullptr, &error)) return;
+    const OwnedError reason(error);
+    Notice::Show(page.Window(), name + " wasn't started",
+                 "It was to open \"" + uri + "\": " + reason->message);
+  };
+  if (page.Load().Wanted() == uri) {
+    open();
+  } else if (pressed && page.TakePress()) {
+    page.Asks().Ask(
+        {.text = page.Asker() + " wants to open \"" + Text::Left(uri, MostShown) + "\" in " + name + ".",
+         .yes = "_Open",
+         .no = "_Cancel",
+         .refusal = Questions::Refusal::MayBeStopped,
+         .alone = "program"},
+        [open](bool yes) {
+          if (yes) open();
+        });
+  }
+  page.Load().Denied();
+  return true;
 }
 
 std::string Shown(Page& page) {
@@ -117,11 +143,9 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
   if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
       TakeMissingDay(page, uri, action))
     return true;
-  if (BelongsToAnotherProgram(Address::Scheme(uri)) && webkit_navigation_action_is_user_gesture(action) &&
-      GiveAway(uri)) {
-    page.Load().Denied();
+  if (BelongsToAnotherProgram(Address::Scheme(uri)) &&
+      GiveAway(page, uri, webkit_navigation_action_is_user_gesture(action)))
     return true;
-  }
   return TakeChoice(page, uri, action);
 }
 
@@ -161,6 +185,7 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
 
 // True: the decision has been made here, or has been made for later.
 bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+  page.Taken();
   if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE)
     return DecideResponse(page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
   WebKitNavigationAction* action =

@@ -26,20 +26,10 @@ void End(const Job& job) {
       "Printing \"" + job.title + "\" failed: " + job.failure + ". Look after the printer, and try again.");
 }
 
-// The dialog asks about a page that isn't there any more. It is modal, so there is no other one.
-void CancelDialog() {
-  GList* windows = gtk_window_list_toplevels();
-  for (GList* one = windows; one; one = one->next)
-    if (GTK_IS_PRINT_UNIX_DIALOG(one->data)) gtk_dialog_response(GTK_DIALOG(one->data), GTK_RESPONSE_CANCEL);
-  g_list_free(windows);
-}
-
 // The job lives in its handlers, until they are taken off.
-std::shared_ptr<Job> Begin(Page& page) {
-  WebKitWebView* view = page.View();
-  auto job =
-      std::make_shared<Job>(Job{Share(view), Owned<WebKitPrintOperation>(webkit_print_operation_new(view)),
-                                page.Title(), page.weak_from_this(), std::string()});
+std::shared_ptr<Job> Begin(Page& page, WebKitPrintOperation* operation) {
+  auto job = std::make_shared<Job>(
+      Job{Share(page.View()), Share(operation), page.Title(), page.weak_from_this(), std::string()});
   Callbacks& calls = page.World().Lasting();
   calls.On<void(WebKitPrintOperation*, GError*)>(
       job->operation.get(), "failed", [job](auto*, GError* error) { job->failure = error->message; });
@@ -59,18 +49,52 @@ Owned<GtkPrintSettings> SettingsFor(const std::string& title) {
   return settings;
 }
 
+GtkPrintUnixDialog* MakeDialog(Page& page, const std::string& title) {
+  auto* dialog = GTK_PRINT_UNIX_DIALOG(gtk_print_unix_dialog_new("Print", page.Window()));
+  gtk_print_unix_dialog_set_manual_capabilities(
+      dialog, static_cast<GtkPrintCapabilities>(GTK_PRINT_CAPABILITY_PAGE_SET | GTK_PRINT_CAPABILITY_COPIES |
+                                                GTK_PRINT_CAPABILITY_COLLATE | GTK_PRINT_CAPABILITY_REVERSE |
+                                                GTK_PRINT_CAPABILITY_SCALE | GTK_PRINT_CAPABILITY_NUMBER_UP |
+                                                GTK_PRINT_CAPABILITY_NUMBER_UP_LAYOUT));
+  gtk_print_unix_dialog_set_embed_page_setup(dialog, TRUE);
+  gtk_print_unix_dialog_set_settings(dialog, SettingsFor(title).get());
+  gtk_window_set_modal(GTK_WINDOW(dialog), FALSE);
+  return dialog;
+}
+
+void Print(GtkPrintUnixDialog* dialog, WebKitPrintOperation* operation) {
+  const Owned<GtkPrintSettings> settings(gtk_print_unix_dialog_get_settings(dialog));
+  // The operation finds the printer by its name.
+  if (GtkPrinter* printer = gtk_print_unix_dialog_get_selected_printer(dialog))
+    gtk_print_settings_set_printer(settings.get(), gtk_printer_get_name(printer));
+  webkit_print_operation_set_print_settings(operation, settings.get());
+  webkit_print_operation_set_page_setup(operation, gtk_print_unix_dialog_get_page_setup(dialog));
+  webkit_print_operation_print(operation);
+}
+
 }  // namespace
 
 namespace PrintPage {
 
-void Ask(Page& page) {
+void Ask(Page& page, WebKitPrintOperation* operation, std::function<void()> ended) {
   Callbacks& calls = page.World().Lasting();
-  const auto job = Begin(page);
-  webkit_print_operation_set_print_settings(job->operation.get(), SettingsFor(job->title).get());
-  Callbacks watch(page.Runner());
-  watch.On<void(GtkWidget*)>(job->view.get(), "destroy", [](auto*) { CancelDialog(); });
-  const auto response = webkit_print_operation_run_dialog(job->operation.get(), page.Window());
-  if (response != WEBKIT_PRINT_OPERATION_RESPONSE_PRINT) calls.Off(job->operation.get());
+  const auto job = Begin(page, operation);
+  GtkPrintUnixDialog* dialog = MakeDialog(page, job->title);
+  // The page's end is the dialog's.
+  calls.On<void(GtkWidget*)>(job->view.get(), "destroy",
+                             [held = std::shared_ptr<GtkPrintUnixDialog>(Share(dialog))](auto*) {
+                               gtk_widget_destroy(GTK_WIDGET(held.get()));
+                             });
+  calls.On<void(GtkPrintUnixDialog*, int)>(dialog, "response",
+                                           [job, &calls](GtkPrintUnixDialog* dialog, int response) {
+                                             if (response == GTK_RESPONSE_OK)
+                                               Print(dialog, job->operation.get());
+                                             else
+                                               calls.Off(job->operation.get());
+                                             gtk_widget_destroy(GTK_WIDGET(dialog));
+                                           });
+  page.Calls().On<void(GtkWidget*)>(dialog, "destroy", [ended = std::move(ended)](auto*) { ended(); });
+  gtk_window_present(GTK_WINDOW(dialog));
 }
 
 }  // namespace PrintPage

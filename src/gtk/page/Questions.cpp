@@ -35,7 +35,10 @@ void Questions::Ask(const Question& question, Answered answered) {
     return bar->question.text == question.text;
   });
   if (standing != bars_.end()) return (*standing)->waiting.push_back(std::move(answered));
-  if (bars_.size() == MostBars) return answered(false);
+  const bool barred = std::any_of(bars_.begin(), bars_.end(), [&question](const auto& bar) {
+    return !question.alone.empty() && bar->question.alone == question.alone;
+  });
+  if (barred || bars_.size() == MostBars) return answered(false);
   ++past.asked;
   AddBar(question, std::move(answered));
 }
@@ -50,6 +53,7 @@ void Questions::AddBar(const Question& question, Answered answered) {
   gtk_info_bar_set_message_type(info, GTK_MESSAGE_QUESTION);
   gtk_info_bar_set_show_close_button(info, TRUE);
   GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
+  gtk_widget_set_valign(rows, GTK_ALIGN_CENTER);
   gtk_container_add(GTK_CONTAINER(rows), MakeLabel(question.text));
   if (question.refusal == Refusal::MayBeStopped && past_[question.text].asked >= PatientQuestions) {
     bar->stop = Keep(gtk_check_button_new_with_mnemonic("The page _may not ask again"));

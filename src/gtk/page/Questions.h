@@ -26,6 +26,8 @@ class Questions {
     std::string text;
     std::string yes, no;  // of the buttons, "_" before the mnemonic's letter
     Refusal refusal = Refusal::Holds;
+    // Of the questions of one such kind only one stands at a time, and others aren't asked meanwhile.
+    std::string alone = {};
   };
   // Called once for each that was asked: at once where nobody is asked.
   using Answered = std::function<void(bool yes)>;

@@ -29,6 +29,8 @@ class ScriptDialogs {
   // Answers no, as the user. False: there is no question.
   bool Refuse();
   void Dismiss();
+  // A question is up, and the page waits.
+  bool Asking() const { return dialog_ != nullptr; }
   // The questions of the next page count anew.
   void Forget();
 

@@ -154,10 +154,17 @@ ErrorPage Refused(const std::string& uri) {
       "This address isn't asked", uri, "Its port belongs to another service than the web.", CheckAddress, {}};
 }
 
-ErrorPage Died(const std::string& uri, bool out_of_memory) {
+ErrorPage Died(const std::string& uri, ProcessEnd end) {
+  if (end == ProcessEnd::ByUser)
+    return {"This page was ended",
+            uri,
+            "It didn't answer any more.",
+            "The rest of the program isn't affected. What was typed into the page is lost.",
+            {{"Load it again", uri}}};
   return {"This page has come to a sudden end",
           uri,
-          out_of_memory ? "It used more memory than it may." : "The process that showed it has failed.",
+          end == ProcessEnd::OutOfMemory ? "It used more memory than it may."
+                                         : "The process that showed it has failed.",
           "The rest of the program isn't affected. What was typed into the page is lost.",
           {{"Load it again", uri}}};
 }

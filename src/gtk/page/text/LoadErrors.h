@@ -6,6 +6,9 @@
 
 #include "gtk/page/text/ErrorPage.h"
 
+// How a page's process came to its end.
+enum class ProcessEnd { Failed, OutOfMemory, ByUser };
+
 // Why a load has come to nothing, in words that need no engine.
 struct LoadFault {
   enum class Kind {
@@ -47,7 +50,7 @@ ErrorPage NoProxy(const std::string& uri, const std::string& typed);
 // The engine doesn't ask for it at all.
 ErrorPage Refused(const std::string& uri);
 ErrorPage NoAddress(const std::string& typed);
-ErrorPage Died(const std::string& uri, bool out_of_memory);
+ErrorPage Died(const std::string& uri, ProcessEnd end);
 ErrorPage EmptyAnswer(const std::string& uri, unsigned status);
 // Something of the program's own failed while it dealt with the page.
 ErrorPage Broken(const std::string& uri, const std::string& what);

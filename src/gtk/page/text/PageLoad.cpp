@@ -307,14 +307,15 @@ void PageLoad::OnBadCertificate(const std::string& uri, GTlsCertificate* certifi
   refusal_ = {uri, Share(certificate)};
 }
 
-void PageLoad::OnDied(bool out_of_memory) {
+void PageLoad::OnDied(ProcessEnd end) {
   const std::string uri = Address();
   // A process that can't even show the page about its end isn't started again and again.
   const bool again = crash_page_;
   more_comes_ = false;
   if (again) return End();
-  listener_.ProcessDied();
+  // Whoever ended it knows.
+  if (end != ProcessEnd::ByUser) listener_.ProcessDied();
   if (view_.Gone()) return;
-  ShowError(LoadErrors::Died(uri, out_of_memory));
+  ShowError(LoadErrors::Died(uri, end));
   crash_page_ = true;
 }

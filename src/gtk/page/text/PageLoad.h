@@ -97,6 +97,8 @@ class PageLoad {
   // As users know it: the address being loaded from its start on, the one that an own page stands for, or the
   // one that the user stayed on.
   std::string Address() const;
+  // What the user has asked for and what hasn't come yet; empty for nothing.
+  const std::string& Wanted() const { return wanted_; }
   bool ShowsOwnPage() const { return !own_address_.empty(); }
 
   // Shows a page of the element's own in place of whatever was wanted.
@@ -118,7 +120,7 @@ class PageLoad {
   void OnTitle();
   void OnFailed(const std::string& uri, bool committed, const LoadFault& fault);
   void OnBadCertificate(const std::string& uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
-  void OnDied(bool out_of_memory);
+  void OnDied(ProcessEnd end);
 
  private:
   enum class Phase { Idle, Waiting, Provisional, Committed };

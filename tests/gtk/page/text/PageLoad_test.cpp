@@ -359,12 +359,12 @@ TEST_F(Loads, ASourceIsShownUnderItsAddress) {
 TEST_F(Loads, ADeadProcessIsToldOnceAndNotStartedAgainAndAgain) {
   Complete("http://a.test/", "");
   EXPECT_TRUE(load.Busy()) << "for the title";
-  load.OnDied(false);
+  load.OnDied(ProcessEnd::Failed);
   EXPECT_EQ(asked.back(), "own http://a.test/");
   Complete("http://a.test/");
   ExpectCounts(1);
   EXPECT_TRUE(load.ShowsOwnPage());
-  load.OnDied(false);
+  load.OnDied(ProcessEnd::Failed);
   EXPECT_EQ(died, 1);
   EXPECT_EQ(asked.size(), 1u);
   EXPECT_FALSE(load.Busy());
