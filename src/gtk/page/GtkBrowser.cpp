@@ -7,7 +7,6 @@
 #include "gtk/page/PageCommands.h"
 #include "gtk/page/PageProperties.h"
 #include "gtk/page/PlainWindow.h"
-#include "gtk/page/PrintPage.h"
 #include "gtk/page/SavePage.h"
 #include "platform/Failure.h"
 #include "platform/WebAddress.h"

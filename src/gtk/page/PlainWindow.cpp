@@ -5,7 +5,6 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
 #include "gtk/page/PageCommands.h"
-#include "gtk/page/PrintPage.h"
 #include "gtk/page/SavePage.h"
 #include "gtk/window/Input.h"
 #include "platform/Text.h"
@@ -214,7 +213,7 @@ void PlainWindow::GoHome() {
 void PlainWindow::Find() { page_->Find().Show(); }
 void PlainWindow::FindNext() { page_->Find().Again(true); }
 void PlainWindow::FindPrevious() { page_->Find().Again(false); }
-void PlainWindow::Print() { PrintPage::Ask(*page_); }
+void PlainWindow::Print() { page_->Print(); }
 void PlainWindow::SaveAs() { SavePage::Ask(*page_); }
 void PlainWindow::Source() { page_->Load().Start({"view-source:" + page_->Address(), {}, true}); }
 void PlainWindow::Inspect() { PageCommands::SwitchInspector(*page_); }
