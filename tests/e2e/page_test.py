@@ -224,6 +224,41 @@ class Pages(PageTest):
             program.type_address(self.page(f"/between{number}", "<title>Between</title>"))
             program.wait_title("Between")
 
+    def history_without_its_days(self, engine=""):
+        """The program on its history, of which no day is left, with these lines in the engine's settings."""
+        home = self.home(History="0")
+        os.makedirs(os.path.join(home, "engine"))
+        with open(os.path.join(home, "engine", "engine.ini"), "w") as file:
+            file.write(f"[Element]\n{engine}\n")
+        self.program = self.start(self.page("/", "<title>Begin</title>"), home=home)
+        self.program.wait_title("Begin")
+        folder = os.path.join(home, "history")
+        wait_for(lambda: os.path.isdir(folder) and os.listdir(folder), "the first entry")
+        for day in os.listdir(folder):
+            os.remove(os.path.join(folder, day))
+        return home
+
+    def test_a_missing_day_is_told_with_scripts_off_too(self):
+        self.history_without_its_days("scripts=false")
+        self.program.click(227, 61)
+        self.program.wait_title("History")
+        self.wait_told("The file can't be opened")
+        # And no page's scripts have come on by it.
+        self.program.type_address(self.page("/still", "<title>Off</title><script>document.title = 'On'</script>"))
+        self.program.wait_title("Off")
+        self.assertEqual(self.program.close(), 0)
+
+    def test_a_handler_that_fails_is_told_on_its_page_alone(self):
+        import pyatspi
+        home = self.history_without_its_days()
+        os.mkdir(os.path.join(home, "engine", "frame-error.html"))  # so that it can't be written
+        self.program.click(227, 61)
+        self.wait_told("Something failed while this page was shown")
+        wait_for(lambda: self.find(lambda node: node.getRole() == pyatspi.ROLE_PARAGRAPH and
+                                   "frame-error.html" in node.queryText().getText(0, -1)), "what failed")
+        self.goes_on()
+        self.assertEqual(self.program.close(), 0)
+
     def press_link(self, name):
         import pyatspi
         link = wait_for(lambda: self.find(lambda node: node.name == name and node.getRole() == pyatspi.ROLE_LINK),

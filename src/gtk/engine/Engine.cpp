@@ -93,6 +93,15 @@ void Engine::ApplySettings() {
   ApplyProxy();
 }
 
+Owned<WebKitSettings> Engine::SettingsForOwnScript() const {
+  Owned<WebKitSettings> settings(MakeViewSettings(graphics_processor_));
+  settings_.Apply(settings.get());
+  if (settings_.scripts) return settings;
+  webkit_settings_set_enable_javascript(settings.get(), TRUE);
+  webkit_settings_set_enable_javascript_markup(settings.get(), FALSE);
+  return settings;
+}
+
 GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
   const Owned<WebKitWebsitePolicies> policies(MakePolicies());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",

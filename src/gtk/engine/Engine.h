@@ -47,6 +47,8 @@ class Engine {
   GtkWidget* MakeView();
   // A view for a window that the page in `opener` has asked for, floating.
   GtkWidget* MakeRelatedView(WebKitWebView* opener);
+  // For a view while a script of the program's own runs in it: with scripts off, no page's runs with it.
+  Owned<WebKitSettings> SettingsForOwnScript() const;
 
   const ElementSettings& Settings() const { return settings_; }
   // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.

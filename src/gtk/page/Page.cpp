@@ -284,8 +284,15 @@ void Page::ShowInFrame(const std::string& wanted, const std::string& name, const
   g_variant_dict_insert(&arguments, "wanted", "s", wanted.c_str());
   g_variant_dict_insert(&arguments, "name", "s", name.c_str());
   g_variant_dict_insert(&arguments, "instead", "s", instead.c_str());
+  // With scripts off the program's own doesn't run either.
+  const std::shared_ptr<WebKitSettings> usual = Share(webkit_web_view_get_settings(View()));
+  webkit_web_view_set_settings(view_, world_.Base().SettingsForOwnScript().get());
+  const auto restore = [usual](GObject* view, GAsyncResult*) {
+    webkit_web_view_set_settings(WEBKIT_WEB_VIEW(view), usual.get());
+  };
   webkit_web_view_call_async_javascript_function(View(), script, -1, g_variant_dict_end(&arguments),
-                                                 "marlowick", nullptr, nullptr, nullptr, nullptr);
+                                                 "marlowick", nullptr, nullptr, &Callbacks::Ended,
+                                                 callbacks_.Ending(restore));
 }
 
 FindBar& Page::Find() {
