@@ -6,9 +6,11 @@
 #include "core/Program.h"
 #include "core/frmSplash.h"
 #include "gtk/base/CommandLine.h"
+#include "gtk/base/TemporaryHome.h"
 #include "gtk/start/Entry.h"
 #include "gtk/window/GtkDesktop.h"
 #include "gtk/window/StillRunning.h"
+#include "platform/Failure.h"
 
 namespace {
 
@@ -22,6 +24,13 @@ int main(int argc, char** argv) {
   if (line.answer) {
     std::fputs(line.answer->text.c_str(), line.answer->status == 0 ? stdout : stderr);
     return line.answer->status;
+  }
+  try {
+    // Never on a user's own folder.
+    if (line.automation) g_setenv("MARLOWICK_HOME", TemporaryHome::Make().c_str(), TRUE);
+  } catch (const Failure& failure) {
+    std::fprintf(stderr, "marlowick: %s\n", failure.what());
+    return 1;
   }
   Entry entry(line);
   Entry::Way way = entry.Knock(Patience);

@@ -18,6 +18,8 @@ frmMain::frmMain(Program& program)
       events(*this),
       popups(*this),
       tabs(*this),
+      removed(*this),
+      recovery(*this),
       layouts(*this),
       address(*this),
       log(*this),
@@ -45,6 +47,10 @@ void frmMain::Form_Load() {
   frame.labCaption.ForeColor = 0;
   splash.Status("Loading preferences...");
   program.preferences.LoadIni(program);
+  if (program.desktop.Driven()) {
+    program.preferences.PopupPolicy = PopupHandling::PolicyTab;
+    program.Unattended = true;
+  }
   splash.Status("Analysing cookie cache...");
   cookies.GetCookies();
   splash.Status("Setting up initial tabs...");
@@ -68,6 +74,7 @@ void frmMain::Form_Load() {
   if (program.SplashMaximised == "1") frame.MaxiWindow();
   program.SplashUp = 0;
   program.dummy().Show();
+  if (!program.desktop.Driven()) recovery.Begin();
 }
 
 void frmMain::ResizeForm() {
@@ -93,6 +100,7 @@ void frmMain::SwapOwner(bool restore, long owner) {
 void frmMain::Form_Unload(bool& cancel) {
   if (program.SkinRestartNeeded == 1) return;
   program.Unloading = 1;
+  recovery.End(!program.Unattended);
   Skipping([&] { program.popup_menu.Unload(); });
   program.menu.FavOpenPath = "";
   program.fav_cascade.UnloadAll();

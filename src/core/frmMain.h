@@ -15,6 +15,8 @@
 #include "skin/Toolbar.h"
 #include "tabs/BrowserEvents.h"
 #include "tabs/PopupHandling.h"
+#include "tabs/Recovery.h"
+#include "tabs/RemovedTabs.h"
 #include "tabs/TabLayouts.h"
 #include "tabs/TabSet.h"
 #include "tabs/TabStrip.h"
@@ -34,6 +36,8 @@ class frmMain : public Window {
   BrowserEvents events;
   PopupHandling popups;
   TabSet tabs;
+  RemovedTabs removed;
+  Recovery recovery;
   TabLayouts layouts;
   AddressBar address;
   HistoryLog log;

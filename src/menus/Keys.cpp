@@ -30,6 +30,11 @@ bool Ask(frmMain& main, Operation&& operation) {
   return true;
 }
 
+bool ReopenTab(frmMain& main, const char*) {
+  main.removed.Reopen();
+  return true;
+}
+
 bool TakeField(frmMain& main, const char*) {
   main.address.TakeKeyboard();
   return true;
@@ -142,6 +147,7 @@ constexpr auto Bindings = std::to_array<Binding>({
     // Tabs
     {"t", Ctrl, Click, "New Tab"},
     {"New", 0, Click, "New Tab"},
+    {"t", Ctrl + Shift, ReopenTab},
     {"w", Ctrl, Click, "Del Tab"},
     {"F4", Ctrl, Click, "Del Tab"},
     {"Close", 0, Click, "Del Tab"},

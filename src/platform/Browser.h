@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/KeptPage.h"
 #include "platform/scene/Scene.h"
 
 // The browser element: one page. A control of the scene whose place a real page fills.
@@ -42,6 +43,19 @@ class Browser : public Control {
   // field.
   virtual void ExecWB(long command, long option) = 0;
 
+  // The page as it can be made again, also one whose process has died. Fails where nothing may be kept of it.
+  virtual KeptPage Keep(KeptPage::Where where) const = 0;
+  // Becomes a page that was kept, which shows its title and address at once and is loaded by Wake. Takes any
+  // bytes for its history; what can't be made of them is left out.
+  virtual void Restore(const KeptPage& page) = 0;
+  // The user looks at it: loads what was restored and isn't loaded yet.
+  virtual void Wake() = 0;
+
+  // Asks the user something in a bar above the page, which stays whatever page comes, and holds nothing up.
+  // "_" before a mnemonic's letter. The answer comes once, a "no" at the latest with the element's end.
+  virtual void Offer(const std::string& text, const std::string& yes, const std::string& no,
+                     std::function<void(bool yes)> answered) = 0;
+
   // Gives the page the keyboard.
   virtual void SetFocus() = 0;
 
@@ -64,6 +78,8 @@ class Browser : public Control {
 
   // Events. Index and array are the program's business: it wires each element when it is made.
   std::function<void()> DocumentComplete, DownloadBegin, OnQuit, TitleChange;
+  std::function<void()> Chosen;  // a tool that drives the program goes on in this page
+  std::function<void()> Used;    // the user has pressed, typed or scrolled in the page
   std::function<void(long progress, long maximum)> ProgressChange;  // 0 hides; -1 of 0 at the end of a load
   std::function<void(const std::string& text)> StatusTextChange;
   // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with

@@ -58,6 +58,9 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   // The command line behind the program's name, its arguments joined by blanks.
   virtual std::string CommandLine() = 0;
 
+  // True: a tool drives this run in place of a user, and nobody is there to answer a question.
+  virtual bool Driven() const = 0;
+
   // One pass of the event pump: handles what is waiting, and doesn't wait for more. Keys and presses come
   // behind it.
   virtual void DoEvents() = 0;

@@ -21,7 +21,14 @@ BrowserEvents::BrowserEvents(frmMain& main)
 
 void BrowserEvents::Wire(Browser& browser, int16_t Index) {
   browser.DownloadBegin = [this, Index] { DownloadBegin(Index); };
-  browser.DocumentComplete = [this] { DocumentComplete(); };
+  browser.DocumentComplete = [this] {
+    DocumentComplete();
+    main_.recovery.Changed();
+  };
+  browser.Chosen = [this, Index] {
+    if (Index != main_.tabs.CurrentTab) main_.tabs.ShowTab(Index);
+  };
+  browser.Used = [this] { main_.recovery.Changed(); };
   browser.TitleChange = [this] { DocumentComplete(); };
   browser.ProgressChange = [this, Index](long progress, long maximum) {
     ProgressChange(Index, progress, maximum);
@@ -54,6 +61,7 @@ void BrowserEvents::Timer1_Timer(int16_t Index) {
     EndWatch(Index);
     Record(Index);
   } catch (const Failure&) {
+    main_.removed.Keep(Index);
     // A dead browser. Where one of the three can't be unloaded, the others still go.
     Skipping([&] { tabs.picTab.Unload(Index); });
     Skipping([&] { tabs.Timer1.Unload(Index); });
@@ -134,6 +142,11 @@ void BrowserEvents::StatusTextChange(int16_t Index, const std::string& text) {
 }
 
 void BrowserEvents::OnQuit(int16_t Index) {
+  // The tool that closes a page means its tab.
+  if (main_.program.desktop.Driven() && Index != 0) {
+    main_.tabs.CurrentTab = Index;
+    return main_.tabs.DelTab();
+  }
   // Tab 0 keeps both, and a page may close itself twice.
   Skipping([&] { main_.tabs.picTab.Unload(Index); });
   Skipping([&] { main_.tabs.Timer1.Unload(Index); });

@@ -7,7 +7,7 @@
 namespace {
 
 // Values of the preference; all others let the element open a window of its own.
-constexpr int16_t PolicyNone = 0, PolicyTab = 2, PolicyAsk = 3;
+constexpr int16_t PolicyNone = 0, PolicyAsk = 3;
 
 // How many requests one answer may serve. Each waits inside the one before it, on the one stack.
 constexpr int MostAtOnce = 8;

@@ -13,6 +13,8 @@ class frmPopup;
 // What becomes of a page's request for a new window, and of a link that the user wants in a tab of its own.
 class PopupHandling {
  public:
+  // The value of the preference that asks nobody: a new tab for every window.
+  static constexpr int16_t PolicyTab = 2;
   // Values of PopupAnswer; 0: none given.
   static constexpr int16_t InNewTab = 1, InNewBrowser = 2, DoNotOpen = 3;
 

@@ -31,6 +31,20 @@ int16_t TabSet::LoadTab() {
   return n;
 }
 
+int16_t TabSet::LoadTabBehind() {
+  const int16_t n = LoadTab();
+  // Beside the last button that there is: a page that closed itself has none.
+  for (int i = 0; i < n; ++i)
+    if (picTab.Has(i)) picTab(n).Left = picTab(i).Left + picTab(i).Width;
+  picTab(n).Visible = true;
+  Browser& browser = WebBrowser1(n);
+  browser.ZOrder(1);
+  browser.Width = main_.frame.Picture1.Width;
+  browser.Height = main_.frame.Picture1.Height;
+  browser.Visible = true;
+  return n;
+}
+
 void TabSet::AddTab(const std::string& address) {
   const int16_t n = LoadTab();
   picTab(n).Left = picTab(n - 1).Left + picTab(n - 1).Width;
@@ -52,24 +66,26 @@ void TabSet::AddTab(const std::string& address) {
 
 void TabSet::AddChosenTab(const std::string& address, bool in_front) {
   if (in_front) return AddTab(address);
-  const int16_t n = LoadTab();
-  // Beside the last button that there is: a page that closed itself has none.
-  for (int i = 0; i < n; ++i)
-    if (picTab.Has(i)) picTab(n).Left = picTab(i).Left + picTab(i).Width;
-  picTab(n).Visible = true;
-  Browser& browser = WebBrowser1(n);
-  browser.ZOrder(1);
-  browser.Width = main_.frame.Picture1.Width;
-  browser.Height = main_.frame.Picture1.Height;
-  browser.Visible = true;
-  browser.Navigate(address);
+  const int16_t n = LoadTabBehind();
+  WebBrowser1(n).Navigate(address);
   Timer1(n).Enabled = true;
   main_.strip.UpdateTabs();
+}
+
+void TabSet::AddKeptTab(const KeptPage& page) {
+  WebBrowser1(LoadTabBehind()).Restore(page);
+  main_.strip.UpdateTabs();
+}
+
+void TabSet::ShowTab(int16_t index) {
+  CurrentTab = index;
+  UpdateBrowsers();
 }
 
 void TabSet::DelTab() {
   Skipping([this] {
     if (CurrentTab == 0) return;
+    main_.removed.Keep(CurrentTab);
     WebBrowser1.Unload(CurrentTab);
     picTab.Unload(CurrentTab);
     Timer1.Unload(CurrentTab);
@@ -101,8 +117,10 @@ void TabSet::UpdateBrowsers() {
   Skipping([this] { WebBrowser1(CurrentTab).Width = main_.frame.Picture1.Width; });
   Skipping([this] { WebBrowser1(CurrentTab).Height = main_.frame.Picture1.Height; });
   Skipping([this] { WebBrowser1(CurrentTab).ZOrder(0); });
+  Skipping([this] { WebBrowser1(CurrentTab).Wake(); });
   Skipping([this] { main_.strip.UpdateTabs(); });
   Skipping([this] { main_.address.SetAddressText(); });
+  main_.recovery.Changed();
 }
 
 void TabSet::FocusPage() {

@@ -29,6 +29,10 @@ class TabSet {
   // A new tab at the end for an address that the user chose: in front, or behind the one on show, which
   // stays.
   void AddChosenTab(const std::string& address, bool in_front);
+  // A new tab at the end, behind the one on show, for a page that was kept; loaded when it is looked at.
+  void AddKeptTab(const KeptPage& page);
+  // Shows another tab, as a click on it does.
+  void ShowTab(int16_t index);
   // Removes the tab on show, but never tab 0. Ends at the first failure, without a word.
   void DelTab();
   void RemoveAllTabs();
@@ -47,6 +51,8 @@ class TabSet {
  private:
   // Loads a tab's three parts, and says its index. Its button stands nowhere yet.
   int16_t LoadTab();
+  // The same, behind the one on show, with its button at the end.
+  int16_t LoadTabBehind();
   void PackTabs();
 
   frmMain& main_;

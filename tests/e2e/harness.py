@@ -144,6 +144,10 @@ class Server:
                 server.requests.append(self.path)
                 serve(self, server.pages.get(self.path.split("?")[0]))
 
+            def do_POST(self):
+                self.body = self.rfile.read(int(self.headers.get("Content-Length", 0)))
+                self.do_GET()
+
             def log_message(self, *_):
                 pass
 

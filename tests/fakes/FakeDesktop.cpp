@@ -7,6 +7,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "gtk/favourites/BookmarkReader.h"
 #include "platform/Failure.h"
@@ -80,6 +81,23 @@ void FakeBrowser::Navigate(const std::string& address) {
 
 void FakeBrowser::ExecWB(long command, long option) {
   Do("ExecWB " + std::to_string(command) + " " + std::to_string(option));
+}
+
+KeptPage FakeBrowser::Keep(KeptPage::Where where) const {
+  if (secret && where == KeptPage::Where::OnDisk) throw Failure("The page isn't kept");
+  return {url, title, history};
+}
+
+void FakeBrowser::Restore(const KeptPage& page) {
+  Do("Restore " + page.Address);
+  url = page.Address;
+  title = page.Title;
+  history = page.History;
+  asleep = true;
+}
+
+void FakeBrowser::Wake() {
+  if (std::exchange(asleep, false)) Do("Wake " + url);
 }
 
 bool FakeBrowser::Busy() const {

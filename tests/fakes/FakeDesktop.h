@@ -43,6 +43,14 @@ class FakeBrowser : public Browser {
     offline = value;
   }
   void ExecWB(long command, long option) override;
+  KeptPage Keep(KeptPage::Where where) const override;
+  void Restore(const KeptPage& page) override;
+  void Wake() override;
+  void Offer(const std::string& text, const std::string& yes, const std::string& no,
+             std::function<void(bool yes)> answered) override {
+    Do("Offer " + text + "|" + yes + "|" + no);
+    offer = std::move(answered);
+  }
   void SetFocus() override { keyboard_ = this; }
   void OpenWindow() override { Do("OpenWindow"); }
   void ShowFind() override { Do("ShowFind"); }
@@ -54,7 +62,10 @@ class FakeBrowser : public Browser {
   bool CloseTopBar() override { return std::exchange(bar, false); }
   void Zoom(int step) override { Do("Zoom " + std::to_string(step)); }
 
-  std::string title, url;
+  std::string title, url, history;
+  std::function<void(bool yes)> offer;  // how the user answers
+  bool secret = false;                  // nothing of it may be kept on disk
+  bool asleep = false;                  // restored, and not looked at yet
   bool busy = false, offline = false;
   bool bar = false;    // one stands over the page
   bool dead = false;   // every read fails
@@ -112,6 +123,7 @@ class FakeDesktop : public Desktop {
   Drawing& Draws() override { return *drawing; }
   std::string ProgramFolder() override { return folder; }
   std::string CommandLine() override { return command_line; }
+  bool Driven() const override { return driven; }
   void DoEvents() override;
   [[noreturn]] void End(int status) override;
   Moment Now() override { return now; }
@@ -140,6 +152,7 @@ class FakeDesktop : public Desktop {
   void Stop(int number) override;
 
   std::string folder, command_line;
+  bool driven = false;
   Moment now = {2026, 11, 22, 20, 15, 7};
   ScreenRect work_area = {0, 0, 15360, 11520};    // 1024 x 768 pixels
   std::deque<Answer> answers;                     // of message boxes

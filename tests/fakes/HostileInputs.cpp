@@ -10,7 +10,9 @@
 
 #include "core/General.h"
 #include "fakes/BmpFile.h"
+#include "gtk/page/text/HistoryBytes.h"
 #include "platform/Failure.h"
+#include "tabs/KeptTabs.h"
 
 namespace {
 
@@ -32,6 +34,23 @@ std::string Encoded(const char* format) {
   g_free(data);
   g_object_unref(pixels);
   return file;
+}
+
+// As the engine writes it: two entries, the second with a form that was sent and a frame in it.
+std::string EngineHistory() {
+  GVariant* value = g_variant_new_parsed(
+      "(@q 2, [('A', ('http://a.test/', 'http://a.test/', '', '', @as [], @may nothing, @x 1, @x 2, (3, 4), "
+      "1.0,"
+      " @m(sa(uaysxmxmds)) nothing, @av []), @u 1), ('B', ('http://b.test/', 'http://b.test/', "
+      "'http://a.test/', 't',"
+      " ['typed'], just [@y 1, 2], 5, 6, (7, 8), 2.0, just ('text/plain', [(@u 0, [@y 65], '', @x 0, @mx "
+      "nothing,"
+      " @md nothing, '')]), [<('http://c.test/', '', '', '', @as [], @may nothing, @x 1, @x 2, (3, 4), 1.0,"
+      " @m(sa(uaysxmxmds)) nothing, @av [])>]), 1)], just @u 1)");
+  g_variant_ref_sink(value);
+  std::string bytes(static_cast<const char*>(g_variant_get_data(value)), g_variant_get_size(value));
+  g_variant_unref(value);
+  return bytes;
 }
 
 void Check(bool fine, const char* what, const std::string& content) {
@@ -60,6 +79,8 @@ HostileInputs::HostileInputs(uint32_t seed)
                Encoded("jpeg")};
   ini_files_ = {"[name]\r\nSteel\r\n\r\n[animation]\r\n100\r\n[menutext]\r\n&hFF\r\n[title]\r\n0",
                 "[key]\n[key]\r\n[KEY]\r\n\xC3\xA4\r\n; a remark\r\n[key]"};
+  histories_ = {EngineHistory()};
+  tabs_ = {KeptTabs{{{"http://a.test/", "A", EngineHistory()}, {"http://b.test/", "", ""}}, 1}.Pack()};
 }
 
 HostileInputs::~HostileInputs() { ::close(file_); }
@@ -84,7 +105,12 @@ void HostileInputs::Write(const std::string& content) {
 }
 
 void HostileInputs::TryOne() {
-  if (Below(8) == 0)
+  const size_t kind = Below(8);
+  if (kind == 1) {
+    TryTabs(Spoil(tabs_[0]));
+    TryHistory(Spoil(histories_[0]));
+  }
+  if (kind == 0)
     TryIni(Spoil(ini_files_[Below(ini_files_.size())]));
   else
     TryPicture(Spoil(pictures_[Below(pictures_.size())]));
@@ -143,4 +169,19 @@ void HostileInputs::TryIni(const std::string& content) {
     Check(content.find(value) != content.npos, "The value isn't in the file", content);
     Check(!slot.IsOpen() || value.empty(), "There is a value though the file stayed open", content);
   }
+}
+
+void HostileInputs::TryTabs(const std::string& content) {
+  ++counts_.Tabs;
+  const KeptTabs tabs = KeptTabs::Unpack(content);
+  Check(tabs.Pages.empty() ? tabs.Shown == 0 : tabs.Shown < tabs.Pages.size(), "No such tab is on show",
+        content);
+  for (const KeptPage& page : tabs.Pages) Check(!page.Address.empty(), "A tab has no address", content);
+}
+
+void HostileInputs::TryHistory(const std::string& content) {
+  ++counts_.Histories;
+  const auto where = KeptPage::Where::OnDisk;
+  const std::string clean = HistoryBytes::Clean(content, {}, where);
+  Check(HistoryBytes::Clean(clean, {}, where) == clean, "A clean history isn't clean", content);
 }

@@ -19,7 +19,7 @@ class HostileInputs {
 
   struct Counts {
     long Pictures = 0, Taken = 0;  // tried; and of these, how many were pictures still
-    long IniFiles = 0;
+    long IniFiles = 0, Tabs = 0, Histories = 0;
   };
   // Goes on for so long. Throws std::logic_error for a nonsensical result, and leaves the input that made it
   // in the working folder as "hostile-input".
@@ -31,6 +31,8 @@ class HostileInputs {
   std::string Spoil(std::string content);
   void TryPicture(const std::string& content);
   void TryIni(const std::string& content);
+  void TryTabs(const std::string& content);
+  void TryHistory(const std::string& content);
   void TryOne();
   size_t Below(size_t limit);
   void Write(const std::string& content);
@@ -39,6 +41,6 @@ class HostileInputs {
   int file_;  // in memory: a disk would take most of the time
   std::string path_;
   std::unique_ptr<Drawing> drawing_ = MakeDrawing();
-  std::vector<std::string> pictures_, ini_files_;
+  std::vector<std::string> pictures_, ini_files_, tabs_, histories_;
   Counts counts_;
 };

@@ -13,6 +13,7 @@ constexpr std::string_view Help =
     "  --new-window  opens a plain window instead where Marlowick runs already\n"
     "  --help        tells this\n"
     "  --version     tells the version\n"
+    "  --automation  lets another program drive this start, in a folder of its own; stands alone\n"
     "  --            ends the options: what follows is an address\n";
 
 CommandLine Answered(std::string text, int status) {
@@ -30,9 +31,12 @@ CommandLine CommandLine::Read(const std::vector<std::string>& arguments) {
     const std::string& option = arguments[0];
     if (option == "--help") return Answered(std::string(Help), 0);
     if (option == "--version") return Answered("Marlowick " MARLOWICK_VERSION "\n", 0);
+    if (option == "--automation" && arguments.size() > 1)
+      return Answered("marlowick: \"--automation\" stands alone.\n" + std::string(Help), 2);
+    line.automation = option == "--automation";
     line.new_window = option == "--new-window";
     line.service = option == "--gapplication-service";
-    if (option != "--" && !line.new_window && !line.service)
+    if (option != "--" && !line.automation && !line.new_window && !line.service)
       return Answered("marlowick: there is no option \"" + option + "\".\n" + std::string(Help), 2);
     first = 1;
     // What an address begins with may look like an option.

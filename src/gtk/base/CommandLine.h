@@ -16,6 +16,7 @@ struct CommandLine {
   bool new_window = false;  // a plain window, where the program runs already
   bool service = false;     // started by the session's bus, which says what is wanted
   std::optional<Answer> answer;
+  bool automation = false;  // a tool drives this start
 
   // `arguments` are those behind the program's name. A relative name of a file that is there becomes an
   // absolute one, since the program's own working directory is nobody's business.

@@ -76,13 +76,16 @@ Owned<WebKitSettings> MakeViewSettings(bool graphics_processor) {
 Engine::Engine(EngineGround ground, const Callbacks::Runner& runner)
     : ground_(std::move(ground)),
       settings_(ElementSettings::Load(Folder() + "/engine.ini")),
-      graphics_processor_(FindGraphicsProcessor()),
+      // A tool's pictures of a page are made of the buffers that a graphics processor would share.
+      graphics_processor_(ground_.driven || FindGraphicsProcessor()),
       context_(MakeContext(ground_, CookieStore())),
       downloads_(context_.get(), runner) {
   view_settings_ = MakeViewSettings(graphics_processor_);
   ApplySettings();
+  // To be said before there is a view.
+  if (ground_.driven) webkit_web_context_set_automation_allowed(context_.get(), TRUE);
   // A message, to which nobody listens, starts the page's process: it comes up while the program does.
-  first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView())));
+  first_view_.reset(GTK_WIDGET(g_object_ref_sink(NewView(false))));
   webkit_web_view_send_message_to_page(WEBKIT_WEB_VIEW(first_view_.get()),
                                        webkit_user_message_new("start", nullptr), nullptr, nullptr, nullptr);
 }
@@ -105,17 +108,23 @@ Owned<WebKitSettings> Engine::SettingsForOwnScript() const {
 GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
   const Owned<WebKitWebsitePolicies> policies(MakePolicies());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
-                                 view_settings_.get(), "website-policies", policies.get(), nullptr));
+                                 view_settings_.get(), "website-policies", policies.get(),
+                                 "is-controlled-by-automation", ground_.driven, nullptr));
 }
 
-GtkWidget* Engine::NewView() {
+GtkWidget* Engine::NewView(bool window) {
   const Owned<WebKitWebsitePolicies> policies(MakePolicies());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context_.get(), "settings",
-                                 view_settings_.get(), "website-policies", policies.get(), nullptr));
+                                 view_settings_.get(), "website-policies", policies.get(),
+                                 "is-controlled-by-automation", ground_.driven,
+                                 "automation-presentation-type",
+                                 window ? WEBKIT_AUTOMATION_BROWSING_CONTEXT_PRESENTATION_WINDOW
+                                        : WEBKIT_AUTOMATION_BROWSING_CONTEXT_PRESENTATION_TAB,
+                                 nullptr));
 }
 
-GtkWidget* Engine::MakeView() {
-  if (!first_view_) return NewView();
+GtkWidget* Engine::MakeView(bool window) {
+  if (!first_view_ || window) return NewView(window);
   GtkWidget* view = first_view_.release();
   g_object_force_floating(G_OBJECT(view));
   return view;

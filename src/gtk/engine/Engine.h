@@ -16,6 +16,7 @@ struct EngineGround {
   std::string folder;     // of cookies, storage and settings
   std::string cache;      // of what can be fetched again
   bool sandboxed = true;  // where not, pages reach whatever the user does
+  bool driven = false;    // a tool may drive the pages
 };
 
 // What loads and shows pages, for the whole program: the context with its sandbox, cookies and cache, the
@@ -42,9 +43,11 @@ class Engine {
   // The file that keeps the cookies.
   std::string CookieStore() const { return Folder() + "/cookies.sqlite"; }
   Downloads& Fetches() { return downloads_; }
+  bool Driven() const { return ground_.driven; }
 
-  // A view without an opener, floating. The first one was made ahead, with its process.
-  GtkWidget* MakeView();
+  // A view without an opener, floating; `window`: not in a tab. The first one was made ahead, with its
+  // process.
+  GtkWidget* MakeView(bool window);
   // A view for a window that the page in `opener` has asked for, floating.
   GtkWidget* MakeRelatedView(WebKitWebView* opener);
   // For a view while a script of the program's own runs in it: with scripts off, no page's runs with it.
@@ -64,7 +67,7 @@ class Engine {
   void SetOffline(bool offline);
 
  private:
-  GtkWidget* NewView();
+  GtkWidget* NewView(bool window);
   void ApplySettings();
   void ApplyProxy();
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "gtk/page/Automation.h"
 #include "gtk/page/DownloadBar.h"
 #include "gtk/page/InternetOptions.h"
 #include "gtk/page/Page.h"
@@ -34,6 +35,7 @@ BrowserWorld::BrowserWorld(std::string folder, EngineGround ground, Events& gate
       engine_(std::make_unique<Engine>(std::move(ground), Through(gate))),
       callbacks_(Through(gate)) {
   engine_->Fetches().Listen(*this);
+  if (engine_->Driven()) automation_ = std::make_unique<Automation>(*this);
 }
 
 BrowserWorld::~BrowserWorld() { Shutdown(); }

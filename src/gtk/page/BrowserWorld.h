@@ -11,6 +11,7 @@
 #include "gtk/engine/Engine.h"
 #include "platform/Events.h"
 
+class Automation;
 class Browser;
 class Page;
 class PlainWindow;
@@ -97,5 +98,6 @@ class BrowserWorld : private DownloadListener {
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<PlainWindow>> windows_;
   std::vector<std::shared_ptr<WebKitWebView>> ending_;  // closed, and asked to let go
+  std::unique_ptr<Automation> automation_;              // where the program is driven
   Callbacks callbacks_;
 };

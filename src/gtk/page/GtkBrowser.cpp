@@ -1,10 +1,12 @@
 #include "gtk/page/GtkBrowser.h"
 
 #include <array>
+#include <utility>
 
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
 #include "gtk/page/PageCommands.h"
+#include "gtk/page/PageHistory.h"
 #include "gtk/page/PageProperties.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/SavePage.h"
@@ -28,9 +30,15 @@ constexpr std::array<EditingCommand, 4> EditingCommands = {
 GtkBrowser::GtkBrowser(Control& parent, BrowserWorld& world)
     : Browser(&parent, Place{}), world_(world), page_(Page::Open(world, *this)) {}
 
-GtkBrowser::~GtkBrowser() { page_->Close(); }
+GtkBrowser::~GtkBrowser() {
+  offers_.reset();
+  page_->Close();
+}
 
-void GtkBrowser::Navigate(const std::string& address) { page_->Load().Start(Address::FromTyped(address)); }
+void GtkBrowser::Navigate(const std::string& address) {
+  if (asleep_) PageHistory::Give(*page_, *std::exchange(asleep_, std::nullopt));
+  page_->Load().Start(Address::FromTyped(address));
+}
 void GtkBrowser::GoHome() { Navigate(world_.Home()); }
 
 void GtkBrowser::GoBack() { PageCommands::GoBack(*page_); }
@@ -61,11 +69,13 @@ bool GtkBrowser::Busy() const {
 }
 
 std::string GtkBrowser::LocationName() const {
+  if (asleep_) return asleep_->Title;
   FailIfDead();
   return page_->Title();
 }
 
 std::string GtkBrowser::LocationURL() const {
+  if (asleep_) return WebAddress::WithoutUser(asleep_->Address);
   FailIfDead();
   return WebAddress::WithoutUser(page_->Address());
 }
@@ -80,7 +90,40 @@ void GtkBrowser::ExecWB(long command, long) {
   throw Failure("The browser doesn't know the command " + std::to_string(command));
 }
 
+KeptPage GtkBrowser::Keep(KeptPage::Where where) const {
+  return PageHistory::Filter(asleep_ ? *asleep_ : PageHistory::Take(*page_), where);
+}
+
+void GtkBrowser::Restore(const KeptPage& page) {
+  page_->Renew();
+  asleep_ = page;
+}
+
+void GtkBrowser::Wake() {
+  if (!asleep_) return;
+  const KeptPage page = *std::exchange(asleep_, std::nullopt);
+  PageHistory::Give(*page_, page);
+  PageHistory::Load(*page_, page);
+}
+
+void GtkBrowser::Offer(const std::string& text, const std::string& yes, const std::string& no,
+                       std::function<void(bool yes)> answered) {
+  if (!offers_) {
+    GtkWidget* place = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
+    gtk_box_pack_start(GTK_BOX(page_->Widget()), place, FALSE, TRUE, 0);
+    gtk_box_reorder_child(GTK_BOX(page_->Widget()), place, 0);
+    gtk_widget_show(place);
+    offers_ = std::make_unique<Questions>(place, page_->Runner());
+  }
+  offers_->Ask({text, yes, no}, [this, answered = std::move(answered)](bool yes) {
+    world_.Gate().Run([&] { answered(yes); });
+  });
+}
+
 void GtkBrowser::SetFocus() {
+  if (page_->Closed()) throw Failure("The page is closed");
+  // One that has closed itself is an empty place.
+  if (!page_->PresentView()) return;
   GtkWidget* view = GTK_WIDGET(page_->View());
   if (GTK_IS_WINDOW(gtk_widget_get_toplevel(view))) return gtk_widget_grab_focus(view);
   // It comes into the window with the next frame, which then finds that nobody has the keyboard.
@@ -124,6 +167,8 @@ void GtkBrowser::StatusChanged(const std::string& text) {
 
 void GtkBrowser::NameChanged() { Raise(TitleChange); }
 void GtkBrowser::LoadEnded() { Raise(DocumentComplete); }
+void GtkBrowser::UserActed() { Raise(Used); }
+void GtkBrowser::Wanted() { Raise(Chosen); }
 
 void GtkBrowser::ProcessDied() {
   if (watched_) dead_ = true;

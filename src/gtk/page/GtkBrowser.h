@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "gtk/page/Page.h"
@@ -29,6 +30,11 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   bool Offline() const override;
   void SetOffline(bool offline) override;
   void ExecWB(long command, long option) override;
+  KeptPage Keep(KeptPage::Where where) const override;
+  void Restore(const KeptPage& page) override;
+  void Wake() override;
+  void Offer(const std::string& text, const std::string& yes, const std::string& no,
+             std::function<void(bool yes)> answered) override;
   void SetFocus() override;
   void OpenWindow() override;
   void ShowFind() override;
@@ -46,6 +52,8 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void StatusChanged(const std::string& text) override;
   void NameChanged() override;
   void LoadEnded() override;
+  void UserActed() override;
+  void Wanted() override;
   void ProcessDied() override;
   void CloseWanted() override;
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
@@ -61,6 +69,8 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
 
   BrowserWorld& world_;
   std::shared_ptr<Page> page_;
+  std::unique_ptr<Questions> offers_;
+  std::optional<KeptPage> asleep_;  // what is shown of a page that isn't loaded yet
   // The program reads Busy until it is false. A process that dies in between is told by failing reads, up to
   // and with the next of Busy.
   mutable bool watched_ = false, dead_ = false;

@@ -72,9 +72,21 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       held_(*this),
       callbacks_(Runner()) {
   gtk_box_pack_start(GTK_BOX(feet_.get()), downloads_.Widget(), FALSE, TRUE, 0);
+  if (world.Base().Driven()) SayDriven();
 }
 
 Page::~Page() { Close(); }
+
+void Page::SayDriven() {
+  GtkWidget* bar = gtk_info_bar_new();
+  gtk_info_bar_set_message_type(GTK_INFO_BAR(bar), GTK_MESSAGE_WARNING);
+  GtkWidget* text = gtk_label_new("Another program drives Marlowick here, in a folder that goes with it.");
+  gtk_label_set_ellipsize(GTK_LABEL(text), PANGO_ELLIPSIZE_END);
+  gtk_container_add(GTK_CONTAINER(gtk_info_bar_get_content_area(GTK_INFO_BAR(bar))), text);
+  gtk_box_pack_start(GTK_BOX(box_.get()), bar, FALSE, TRUE, 0);
+  gtk_box_reorder_child(GTK_BOX(box_.get()), bar, 0);
+  gtk_widget_show_all(bar);
+}
 
 Callbacks::Runner Page::Runner() {
   return [this](const std::function<void()>& handler) { RunHandler(handler); };
@@ -129,7 +141,7 @@ void Page::MakeView(WebKitWebView* opener) {
 
 void Page::AddView(WebKitWebView* opener) {
   Engine& engine = world_.Base();
-  GtkWidget* view = opener ? engine.MakeRelatedView(opener) : engine.MakeView();
+  GtkWidget* view = opener ? engine.MakeRelatedView(opener) : engine.MakeView(owner_ && !owner_->Element());
   view_ = WEBKIT_WEB_VIEW(view);
   // What a script writes into its new window comes without a load.
   blank_ = !opener;
@@ -186,7 +198,7 @@ void Page::ListenToPage() {
       view_, "mouse-target-changed", [this](auto*, WebKitHitTestResult* hit, guint) { TakeHover(hit); });
   // Only what a page opened may a page close.
   callbacks_.On<void(WebKitWebView*)>(view_, "close", [this](auto*) {
-    if (opened_by_page_) Tell([](PageOwner& owner) { owner.CloseWanted(); });
+    if (opened_by_page_ || world_.Base().Driven()) Tell([](PageOwner& owner) { owner.CloseWanted(); });
   });
   callbacks_.On<void(WebKitWebView*)>(view_, "ready-to-show",
                                       [this](auto*) { Tell([](PageOwner& owner) { owner.ReadyToShow(); }); });
@@ -205,10 +217,20 @@ void Page::ListenToPage() {
     });
   callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(view_, "script-dialog",
                                                                [this](auto*, WebKitScriptDialog* dialog) {
+                                                                 // A tool answers the engine's own dialog.
+                                                                 if (world_.Base().Driven()) return false;
                                                                  Taken();
                                                                  dialogs_.Ask(dialog, Asker());
-                                                                 return TRUE;
+                                                                 return true;
                                                                });
+  if (world_.Base().Driven())
+    callbacks_.On<void(GtkWidget*)>(view_, "grab-focus",
+                                    [this](auto*) { Tell([](PageOwner& owner) { owner.Wanted(); }); });
+  for (const char* signal : {"button-release-event", "key-press-event", "scroll-event"})
+    callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(view_, signal, [this](auto*, auto*) {
+      Tell([](PageOwner& owner) { owner.UserActed(); });
+      return FALSE;
+    });
   callbacks_.On<gboolean(GtkWidget*, cairo_t*)>(view_, "draw",
                                                 [this](auto*, cairo_t* cairo) { return Paint(cairo); });
   // The window around the page may go first.
@@ -245,6 +267,13 @@ GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
   for (Page* page : world_.Pages())
     if (page->PresentView() == opener) sites_ = page->sites_;
   return GTK_WIDGET(view_);
+}
+
+void Page::Renew() {
+  if (Closed()) throw Failure("The page is closed");
+  DropView();
+  MakeView(nullptr);
+  opened_by_page_ = quit_ = false;
 }
 
 bool Page::OpenWanted(const std::string& uri) {

@@ -37,6 +37,10 @@ class PageOwner {
   // Title or address.
   virtual void NameChanged() = 0;
   virtual void LoadEnded() = 0;
+  // The user has pressed, typed or scrolled in the page.
+  virtual void UserActed() {}
+  // A tool that drives the program goes on in the page.
+  virtual void Wanted() = 0;
   // The process behind the page has died; the page goes on with an own page that says so.
   virtual void ProcessDied() = 0;
   // A page that another page opened wants to be closed.
@@ -86,6 +90,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   // Makes this page the one that another page asked for: related to it, and empty.
   GtkWidget* TakeNewWindow(WebKitWebView* opener);
+  // Empty as at first, with no page before it.
+  void Renew();
   // The user has let a window through that the page wanted: it goes the way of one that a press asked for.
   // False where that way ends with no window.
   bool OpenWanted(const std::string& uri);
@@ -174,6 +180,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void LoadStatusChanged(const std::string& text) override;
   void ProcessDied() override;
 
+  // A bar above all, for as long as the page lives: a tool is at work.
+  void SayDriven();
   void MakeView(WebKitWebView* opener);
   void AddView(WebKitWebView* opener);
   void ListenToLoad();

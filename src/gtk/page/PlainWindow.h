@@ -33,6 +33,7 @@ class PlainWindow : private PageOwner {
   void StatusChanged(const std::string& text) override;
   void NameChanged() override { Update(); }
   void LoadEnded() override { Update(); }
+  void Wanted() override { gtk_window_present(GTK_WINDOW(window_)); }
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;

@@ -16,7 +16,8 @@ constexpr gint64 SummonsWithin = 20 * G_USEC_PER_SEC;
 Entry::Entry(const CommandLine& line)
     : request_{line.new_window ? Request::What::PlainWindow : Request::What::Tab, line.address,
                TextOf(g_getenv("DESKTOP_STARTUP_ID"))},
-      service_(line.service) {}
+      service_(line.service),
+      driven_(line.automation) {}
 
 Entry::Way Entry::Knock(std::chrono::milliseconds patience) try {
   if (!begun_) Begin();

@@ -41,6 +41,7 @@ class Entry {
   // For Run: what the first tab shows, the folder, and where other starts come.
   std::string Address() const { return request_.address; }
   const HomeFolder& Folder() const { return folder_; }
+  bool Driven() const { return driven_; }  // by a tool
   const std::optional<Failure>& Trouble() const { return trouble_; }
   // Takes requests from now on.
   void Open(const Door::Receive& receive);
@@ -56,7 +57,7 @@ class Entry {
   bool TakeNext();
 
   Request request_;
-  const bool service_;
+  const bool service_, driven_;
   bool begun_ = false;
   std::deque<Request> further_;
   HomeFolder folder_;

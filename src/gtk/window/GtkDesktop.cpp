@@ -56,6 +56,8 @@ GtkDesktop::~GtkDesktop() {
   gdk_event_handler_set(plain, nullptr, nullptr);
 }
 
+bool GtkDesktop::Driven() const { return start_.Driven(); }
+
 void GtkDesktop::EndSession() {
   session_ended_ = true;
   // Whoever waits in the middle of something comes to its end first.
@@ -129,7 +131,7 @@ EngineGround GtkDesktop::Ground() {
   const std::string folder = ProgramFolder() + "/engine";
   const std::string cache =
       start_.Folder().usual ? std::string(g_get_user_cache_dir()) + "/marlowick" : folder + "/cache";
-  return {folder, cache, sandboxed_};
+  return {folder, cache, sandboxed_, Driven()};
 }
 
 BrowserWorld& GtkDesktop::World() {

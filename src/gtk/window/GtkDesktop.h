@@ -32,6 +32,7 @@ class GtkDesktop : public Desktop {
   Drawing& Draws() override { return *drawing_; }
   std::string ProgramFolder() override;
   std::string CommandLine() override;
+  bool Driven() const override;
   void DoEvents() override;
   [[noreturn]] void End(int status) override;
   Moment Now() override;

@@ -47,4 +47,11 @@ TEST(CommandLine, AFileIsTakenFromTheWorkingDirectory) {
   std::filesystem::remove_all(folder);
 }
 
+TEST(CommandLine, IsDrivenByNothingBesides) {
+  EXPECT_TRUE(CommandLine::Read({"--automation"}).automation);
+  EXPECT_FALSE(CommandLine::Read({"--", "--automation"}).automation);
+  for (const char* more : {"http://a.test/", "--", "--automation"})
+    EXPECT_EQ(CommandLine::Read({"--automation", more}).answer.value().status, 2) << more;
+}
+
 }  // namespace

@@ -44,15 +44,27 @@ void PageLoad::Abandon() {
   StopWaiting();
 }
 
-void PageLoad::Start(const Address::Target& target) {
+void PageLoad::LeaveForAnother() {
   source_.reset();
   listener_.LoadWanted();
   kept_address_.clear();
-  fallback_ = target.fallback;
+  fallback_.clear();
   instead_.reset();
   own_coming_ = false;
   StopWaiting();
   wanted_.clear();
+}
+
+void PageLoad::Start(const std::string& uri, const std::function<void()>& load) {
+  LeaveForAnother();
+  phase_ = Phase::Waiting;
+  wanted_ = uri;
+  load();
+}
+
+void PageLoad::Start(const Address::Target& target) {
+  LeaveForAnother();
+  fallback_ = target.fallback;
   if (StaysOnPage(target.uri)) return view_.LoadAddress(target.uri);
   phase_ = Phase::Waiting;
   wanted_ = target.uri;

@@ -86,6 +86,8 @@ class PageLoad {
   void Abandon();
 
   void Start(const Address::Target& target);
+  // Starts what the engine knows by itself, such as a page of its history: `load` sets it going.
+  void Start(const std::string& uri, const std::function<void()>& load);
   void Stop();
   // The page once more, or the address that couldn't be loaded.
   void Again();
@@ -129,6 +131,7 @@ class PageLoad {
     Owned<GTlsCertificate> certificate;
   };
 
+  void LeaveForAnother();
   void ShowOwn(const std::string& address, const std::string& html);
   void ShowErrorAfter(const ErrorPage& error);
   void GoOn();
