@@ -60,6 +60,11 @@ AddressBar::AddressBar(frmMain& main)
   Combo1->Change = [this] {
     typing_ = true;
     fresh_ = false;
+    ShowNoMark();
+  };
+  Combo1->MarkPress = [this] {
+    TabSet& tabs = main_.tabs;
+    Skipping([&] { tabs.WebBrowser1(tabs.CurrentTab).ShowProperties(); });
   };
   Combo1->LostFocus = [this] { EndTyping(); };
   Combo1->ListCount = [this] { return list_.Size(); };
@@ -123,6 +128,7 @@ void AddressBar::CompleteWith(const std::string& Item, size_t P, size_t N) {
 void AddressBar::Combo1_Click() {
   typing_ = false;
   aside_.reset();
+  ShowNoMark();
   main_.frame.Picture3.Picture = main_.skin.PicStore(0).Picture;
   TabSet& tabs = main_.tabs;
   // A page that closed itself has taken its timer along, and its element may be gone too.
@@ -135,7 +141,7 @@ void AddressBar::Combo1_Click() {
 void AddressBar::SetAddressText() {
   TabSet& tabs = main_.tabs;
   const Browser& shown = tabs.WebBrowser1(tabs.CurrentTab);
-  std::string U = shown.LocationURL();
+  std::string U = shown.ShownURL();
   // A site's address is shown as it is, and nothing else as a site's.
   if (!WebAddress::IsOfSite(U)) {
     U = Text::Replace(U, "%20", " ");
@@ -147,17 +153,31 @@ void AddressBar::SetAddressText() {
     aside_ = U;
   else
     Show(U);
-  tabs.picTab(tabs.CurrentTab).ToolTipText = shown.LocationName() + " (" + U + ")";
+  tabs.picTab(tabs.CurrentTab).ToolTipText = WebAddress::Beside(shown.LocationName(), U);
 }
 
 void AddressBar::Show(const std::string& text) {
   aside_.reset();
+  ShowMark();
   // Where nothing is new, the caret stays where the user has put it.
   if (text == Combo1->Text()) return;
   const long length = static_cast<long>(Text::Length(Combo1->Text()));
   const bool whole = Combo1->SelLength() == length && (length > 0 || fresh_);
   Combo1->SetText(text);
   if (whole) Combo1->Select(0, static_cast<long>(Text::Length(Combo1->Text())));
+}
+
+void AddressBar::ShowMark() {
+  Skipping([this] {
+    const Browser& shown = main_.tabs.WebBrowser1(main_.tabs.CurrentTab);
+    Combo1->SetMark(shown.PageSafety(), shown.OutsideSandbox());
+  });
+}
+
+void AddressBar::ShowNoMark() {
+  Skipping([this] {
+    Combo1->SetMark(Safety::Unknown, main_.tabs.WebBrowser1(main_.tabs.CurrentTab).OutsideSandbox());
+  });
 }
 
 void AddressBar::TakeKeyboard() {
@@ -177,6 +197,7 @@ void AddressBar::TakeSearch() {
   Combo1->Select(static_cast<long>(Text::Length(SearchMark)), 0);
   typing_ = true;
   fresh_ = false;
+  ShowNoMark();
 }
 
 void AddressBar::EndTyping() {

@@ -51,8 +51,12 @@ class AddressBar {
   // Shows an item with what stands behind its prefix and the typed characters selected.
   void CompleteWith(const std::string& Item, size_t P, size_t N);
   bool Lists(const std::string& address) const;
-  // Sets the text; what was selected whole stays so.
+  // Sets the text, and the mark of the tab on show; what was selected whole stays so.
   void Show(const std::string& text);
+  // Of the tab on show.
+  void ShowMark();
+  // What stands in the field is no page's address.
+  void ShowNoMark();
 
   frmMain& main_;
   SortedList list_;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/KeptPage.h"
+#include "platform/Safety.h"
 #include "platform/scene/Scene.h"
 
 // The browser element: one page. A control of the scene whose place a real page fills.
@@ -34,6 +35,14 @@ class Browser : public Control {
   // Of the page that is really on show, or of the one that the user has asked for; never with a user's name
   // or password. Empty before the first page.
   virtual std::string LocationURL() const = 0;
+
+  // LocationURL as people read it: an international name of a site is in its own script where it can't be
+  // mistaken for another one.
+  virtual std::string ShownURL() const = 0;
+  // What vouches for the page of LocationURL.
+  virtual Safety PageSafety() const = 0;
+  // True: pages run without a sandbox, on the user's own wish.
+  virtual bool OutsideSandbox() const = 0;
 
   // True: no request of any element leaves this machine; local files go on working.
   virtual bool Offline() const = 0;

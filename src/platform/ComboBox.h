@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Safety.h"
 #include "platform/scene/Scene.h"
 
 // An editable field with a drop-down of a list that is always sorted: ascending, without regard to case. What
@@ -23,6 +24,9 @@ class ComboBox : public Control {
   virtual void Select(long start, long length) = 0;
   virtual long SelLength() const = 0;
   virtual void SetFocus() = 0;
+  // The mark at the field's start: what vouches for the page that the text is the address of, and a further
+  // one where pages run without a sandbox.
+  virtual void SetMark(Safety safety, bool outside_sandbox) = 0;
 
   // What the drop-down shows; it asks for the items in view only. A reference holds until the list changes.
   std::function<size_t()> ListCount;
@@ -38,6 +42,7 @@ class ComboBox : public Control {
   std::function<void(int key_code)> KeyUp;
   // The user has changed the text, by whatever means; the keyboard has left the field.
   std::function<void()> Change, LostFocus;
+  std::function<void()> MarkPress;
   std::function<void()> Click;  // an item of the drop-down was chosen; Text is that item
 
  protected:

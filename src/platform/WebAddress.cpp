@@ -44,6 +44,39 @@ size_t UserLength(std::string_view place) {
   return user == place.npos ? 0 : user + 1;
 }
 
+// Those that set or turn the direction of what follows; each is three bytes.
+bool IsDirection(std::string_view text) {
+  static constexpr std::array<std::string_view, 12> all = {"\u200E", "\u200F", "\u202A", "\u202B",
+                                                           "\u202C", "\u202D", "\u202E", "\u2066",
+                                                           "\u2067", "\u2068", "\u2069", "\u2029"};
+  return std::any_of(all.begin(), all.end(), [&](std::string_view one) { return text.starts_with(one); });
+}
+
+// Roughly: letters from Hebrew on to the last script of that direction begin with these bytes, and so do the
+// characters that turn it.
+bool MayTurnDirection(std::string_view text) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+    if ((byte >= 0xD6 && byte <= 0xDF) || (byte == 0xE0 && next >= 0xA0 && next <= 0xA3) ||
+        (byte == 0xEF && next >= 0xAC && next <= 0xBB) || (byte == 0xF0 && (next == 0x90 || next == 0x9E)) ||
+        IsDirection(text.substr(i)))
+      return true;
+  }
+  return false;
+}
+
+std::string WithoutDirections(std::string_view text) {
+  std::string kept;
+  for (size_t i = 0; i < text.size();) {
+    if (IsDirection(text.substr(i)))
+      i += 3;
+    else
+      kept += text[i++];
+  }
+  return kept;
+}
+
 }  // namespace
 
 namespace WebAddress {
@@ -69,6 +102,15 @@ std::string WithoutUser(std::string_view address) {
 
 bool BeginsWithUser(std::string_view typed) {
   return !SchemeOf(typed).empty() && PlaceStart(typed) == 0 && UserLength(typed) > 0;
+}
+
+std::string Beside(std::string_view title, std::string_view address) {
+  constexpr std::string_view from_left = "\u200E", isolate = "\u2068", left_isolate = "\u2066",
+                             end = "\u2069";
+  if (!MayTurnDirection(title)) return std::string(title).append(" (").append(address).append(")");
+  std::string text(from_left);
+  text.append(isolate).append(WithoutDirections(title)).append(end).append(" (");
+  return text.append(left_isolate).append(address).append(end).append(")");
 }
 
 }  // namespace WebAddress

@@ -235,6 +235,31 @@ TEST_F(AddressBarTest, ShowsWhereTheTabOnShowIs) {
                            [](const std::string& line) { return line.starts_with("Navigate"); }));
 }
 
+TEST_F(AddressBarTest, TheMarkIsOfThePageWhoseAddressIsShown) {
+  StartWith("");
+  using Mark = std::pair<Safety, bool>;
+  Page().url = "https://bank.test/";
+  Page().safety = Safety::Secure;
+  Page().TitleChange();
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Secure, false));
+  Type("evil");
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Unknown, false)) << "what is typed is nobody's address";
+  Page().TitleChange();
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Unknown, false));
+  Combo1().LostFocus();
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Secure, false));
+  Combo1().PressEnter();
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Unknown, false)) << "what is wished for hasn't come";
+  Page().safety = Safety::NotSecure;
+  Page().outside_sandbox = true;
+  Page().DocumentComplete();
+  EXPECT_EQ(Combo1().mark, Mark(Safety::NotSecure, true));
+  program.main().tabs.AddTab("other.test");
+  EXPECT_EQ(Combo1().mark, Mark(Safety::Unknown, false)) << "of the tab on show";
+  Combo1().MarkPress();
+  EXPECT_EQ(desktop.log.back(), "ShowProperties");
+}
+
 TEST_F(AddressBarTest, ShowsTheAddressOfATabWithoutItsButton) {
   StartWith("");
   TabSet& tabs = program.main().tabs;

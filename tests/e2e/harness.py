@@ -383,19 +383,21 @@ class Marlowick:
         import pyatspi
         from gi.repository import GLib
 
-        def below(node):
-            if node.getState().contains(pyatspi.STATE_SHOWING) and node.getRoleName() in roles:
-                yield node.name or node.queryText().getText(0, -1)
-            for child in node:
-                if child is not None:
-                    yield from below(child)
+        names = []
 
-        with contextlib.suppress(GLib.Error, NotImplementedError, AttributeError):  # something went away meanwhile
-            for application in pyatspi.Registry.getDesktop(0):
-                if application is not None and application.get_process_id() == self.process.pid:
-                    application.clear_cache()
-                    return [name for top in application if top for name in below(top)]
-        return []
+        def look(node):
+            with contextlib.suppress(GLib.Error, NotImplementedError, AttributeError):  # it went away meanwhile
+                if node.getState().contains(pyatspi.STATE_SHOWING) and node.getRoleName() in roles:
+                    names.append(node.name or node.queryText().getText(0, -1))
+            with contextlib.suppress(GLib.Error, NotImplementedError, AttributeError):
+                for child in node:
+                    look(child)
+
+        for application in pyatspi.Registry.getDesktop(0):
+            if application is not None and application.get_process_id() == self.process.pid:
+                application.clear_cache()
+                look(application)
+        return names
 
     def menu(self):
         """Left, top, width, height of the open menu; None while there is none."""

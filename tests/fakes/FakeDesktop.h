@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fakes/FakeCookieCache.h"
@@ -37,6 +38,9 @@ class FakeBrowser : public Browser {
   bool Busy() const override;
   std::string LocationName() const override;
   std::string LocationURL() const override;
+  std::string ShownURL() const override { return LocationURL(); }
+  Safety PageSafety() const override { return safety; }
+  bool OutsideSandbox() const override { return outside_sandbox; }
   bool Offline() const override { return offline; }
   void SetOffline(bool value) override {
     Do(value ? "Offline" : "Online");
@@ -66,7 +70,8 @@ class FakeBrowser : public Browser {
   std::function<void(bool yes)> offer;  // how the user answers
   bool secret = false;                  // nothing of it may be kept on disk
   bool asleep = false;                  // restored, and not looked at yet
-  bool busy = false, offline = false;
+  Safety safety = Safety::Unknown;
+  bool busy = false, offline = false, outside_sandbox = false;
   bool bar = false;    // one stands over the page
   bool dead = false;   // every read fails
   bool fails = false;  // every operation fails
@@ -90,6 +95,7 @@ class FakeComboBox : public ComboBox {
   long SelLength() const override { return length; }
   void Select(long from, long count) override;
   void SetFocus() override { keyboard_ = this; }
+  void SetMark(Safety of_page, bool no_sandbox) override { mark = {of_page, no_sandbox}; }
 
   // Replaces the selection by one key's text and raises the key's events.
   void Type(const std::string& key, int key_code = 65);
@@ -103,6 +109,7 @@ class FakeComboBox : public ComboBox {
 
   std::string text;
   long start = 0, length = 0;
+  std::pair<Safety, bool> mark;
   std::function<void()> list_changed;
 
  private:

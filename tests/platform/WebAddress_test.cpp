@@ -31,4 +31,12 @@ TEST(WebAddress, LosesNameAndPasswordAndNothingElse) {
   EXPECT_FALSE(WebAddress::IsOfSite("https:/a"));
 }
 
+TEST(WebAddress, StandsBesideATitleOfAnyDirection) {
+  EXPECT_EQ(WebAddress::Beside("Käse — 日本", "http://a.test/"), "Käse — 日本 (http://a.test/)");
+  EXPECT_EQ(WebAddress::Beside("שלום", "http://a.test/"),
+            "\u200E\u2068שלום\u2069 (\u2066http://a.test/\u2069)");
+  EXPECT_EQ(WebAddress::Beside("a\u202Eb\u2069", "http://a.test/"),
+            "\u200E\u2068ab\u2069 (\u2066http://a.test/\u2069)");
+}
+
 }  // namespace

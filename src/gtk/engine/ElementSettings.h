@@ -16,6 +16,7 @@ struct ElementSettings {
   Proxy proxy = Proxy::System;
   std::string proxy_address;  // "host:port" or a full address; used by hand only
   bool scripts = true;
+  bool https_only = false;          // the user is asked before each page that comes without encryption
   bool tracking_prevention = true;  // sites that follow the user from one site to another are hampered
   int minimum_font_size = 0;        // 0: none
   int zoom = 100;

@@ -79,7 +79,8 @@ Engine::Engine(EngineGround ground, const Callbacks::Runner& runner)
       // A tool's pictures of a page are made of the buffers that a graphics processor would share.
       graphics_processor_(ground_.driven || FindGraphicsProcessor()),
       context_(MakeContext(ground_, CookieStore())),
-      downloads_(context_.get(), runner) {
+      downloads_(context_.get(), runner),
+      plain_(Folder() + "/rules", runner) {
   view_settings_ = MakeViewSettings(graphics_processor_);
   ApplySettings();
   // To be said before there is a view.
@@ -94,6 +95,10 @@ void Engine::ApplySettings() {
   settings_.Apply(view_settings_.get());
   settings_.ApplyTo(webkit_web_context_get_website_data_manager(context_.get()));
   ApplyProxy();
+  const auto tell = [this] {
+    if (GuardChanged) GuardChanged();
+  };
+  settings_.https_only ? plain_.Prepare(tell) : tell();
 }
 
 Owned<WebKitSettings> Engine::SettingsForOwnScript() const {
@@ -105,11 +110,14 @@ Owned<WebKitSettings> Engine::SettingsForOwnScript() const {
   return settings;
 }
 
+// Each view is guarded for itself.
 GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
   const Owned<WebKitWebsitePolicies> policies(MakePolicies());
+  const Owned<WebKitUserContentManager> content(webkit_user_content_manager_new());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
                                  view_settings_.get(), "website-policies", policies.get(),
-                                 "is-controlled-by-automation", ground_.driven, nullptr));
+                                 "is-controlled-by-automation", ground_.driven, "user-content-manager",
+                                 content.get(), nullptr));
 }
 
 GtkWidget* Engine::NewView(bool window) {

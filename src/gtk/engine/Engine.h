@@ -2,6 +2,7 @@
 
 #include <webkit2/webkit2.h>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "gtk/base/GObjects.h"
 #include "gtk/engine/Downloads.h"
 #include "gtk/engine/ElementSettings.h"
+#include "gtk/engine/PlainGuard.h"
 
 // Where the engine keeps things, and what it keeps its pages in.
 struct EngineGround {
@@ -57,6 +59,12 @@ class Engine {
   // Takes new settings into use, then keeps them. Fails where they can't be written; they are in use then.
   void Change(const ElementSettings& settings);
 
+  // True for what is to be asked about before it comes without encryption.
+  bool GuardsPlain() const { return settings_.https_only; }
+  PlainGuard& Plain() { return plain_; }
+  // Views are to be guarded anew, or no longer.
+  std::function<void()> GuardChanged;
+
   // Takes a certificate for its host's own, for this session.
   void Trust(GTlsCertificate* certificate, const std::string& host);
   bool Trusts(const std::string& host) const { return trusted_.contains(host); }
@@ -78,6 +86,7 @@ class Engine {
   Owned<WebKitSettings> view_settings_;
   Owned<GtkWidget> first_view_;  // made ahead, until the first page takes it
   Downloads downloads_;
+  PlainGuard plain_;
   std::set<std::string> trusted_;  // hosts
   bool offline_ = false;
 };

@@ -36,6 +36,9 @@ BrowserWorld::BrowserWorld(std::string folder, EngineGround ground, Events& gate
       callbacks_(Through(gate)) {
   engine_->Fetches().Listen(*this);
   if (engine_->Driven()) automation_ = std::make_unique<Automation>(*this);
+  engine_->GuardChanged = [this] {
+    for (Page* page : pages_) page->Guard();
+  };
 }
 
 BrowserWorld::~BrowserWorld() { Shutdown(); }

@@ -80,6 +80,13 @@ std::string GtkBrowser::LocationURL() const {
   return WebAddress::WithoutUser(page_->Address());
 }
 
+std::string GtkBrowser::ShownURL() const {
+  FailIfDead();
+  return page_->ShownAddress();
+}
+
+bool GtkBrowser::OutsideSandbox() const { return !world_.Base().Sandboxed(); }
+
 bool GtkBrowser::Offline() const { return world_.Base().Offline(); }
 void GtkBrowser::SetOffline(bool offline) { world_.Base().SetOffline(offline); }
 

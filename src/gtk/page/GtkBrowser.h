@@ -27,6 +27,9 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   bool Busy() const override;
   std::string LocationName() const override;
   std::string LocationURL() const override;
+  std::string ShownURL() const override;
+  Safety PageSafety() const override { return page_->Security(); }
+  bool OutsideSandbox() const override;
   bool Offline() const override;
   void SetOffline(bool offline) override;
   void ExecWB(long command, long option) override;

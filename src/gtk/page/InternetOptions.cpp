@@ -29,7 +29,8 @@ class OptionsDialog : public OwnDialog {
   Controls::OptionButton proxy_system{*this, "proxy_system", proxies},
       proxy_none{*this, "proxy_none", proxies}, proxy_by_hand{*this, "proxy_by_hand", proxies};
   Controls::TextBox proxy_address{*this, "proxy_address"};
-  Controls::CheckBox scripts{*this, "scripts"}, tracking_prevention{*this, "tracking_prevention"};
+  Controls::CheckBox scripts{*this, "scripts"}, https_only{*this, "https_only"},
+      tracking_prevention{*this, "tracking_prevention"};
   Controls::NumberBox font_size{*this, "font_size", ElementSettings::LeastFontSize,
                                 ElementSettings::MostFontSize};
   Controls::NumberBox zoom{*this, "zoom", ElementSettings::LeastZoom, ElementSettings::MostZoom};
@@ -77,6 +78,7 @@ void OptionsDialog::Fill(const ElementSettings& settings) {
   proxies.Members()[static_cast<size_t>(settings.proxy)]->Value = true;
   proxy_address.Text = settings.proxy_address;
   scripts.Value = settings.scripts ? 1 : 0;
+  https_only.Value = settings.https_only ? 1 : 0;
   tracking_prevention.Value = settings.tracking_prevention ? 1 : 0;
   font_size.Value = settings.minimum_font_size;
   zoom.Value = settings.zoom;
@@ -89,6 +91,7 @@ ElementSettings OptionsDialog::Read() const {
   settings.proxy = proxy_by_hand.Value ? Proxy::ByHand : proxy_none.Value ? Proxy::None : Proxy::System;
   settings.proxy_address = proxy_address.Text;
   settings.scripts = scripts.Value != 0;
+  settings.https_only = https_only.Value != 0;
   settings.tracking_prevention = tracking_prevention.Value != 0;
   settings.minimum_font_size = font_size.Value;
   settings.zoom = zoom.Value;

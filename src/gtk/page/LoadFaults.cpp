@@ -11,6 +11,8 @@ namespace {
 using Kind = LoadFault::Kind;
 
 constexpr int AnyCode = -1;
+// By a rule of the content filter; the library has no name for it.
+constexpr int KeptBack = 104;
 
 struct Meaning {
   GQuark domain;
@@ -19,13 +21,14 @@ struct Meaning {
 };
 
 // The first that fits counts.
-const std::array<Meaning, 14>& Meanings() {
-  static const std::array<Meaning, 14> meanings = {{
+const std::array<Meaning, 15>& Meanings() {
+  static const std::array<Meaning, 15> meanings = {{
       {WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED, Kind::Interrupted},
       {WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE, Kind::Interrupted},
       {G_IO_ERROR, G_IO_ERROR_CANCELLED, Kind::Interrupted},
       {WEBKIT_PLUGIN_ERROR, AnyCode, Kind::Interrupted},
       {WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_UNKNOWN_PROTOCOL, Kind::UnknownKind},
+      {WEBKIT_POLICY_ERROR, KeptBack, Kind::Plain},
       {WEBKIT_POLICY_ERROR, AnyCode, Kind::UnknownKind},
       {G_RESOLVER_ERROR, AnyCode, Kind::NoSuchHost},
       {G_IO_ERROR, G_IO_ERROR_HOST_NOT_FOUND, Kind::NoSuchHost},

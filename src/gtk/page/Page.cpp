@@ -12,6 +12,7 @@
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/PrintPage.h"
 #include "gtk/page/SourceLoad.h"
+#include "gtk/page/text/HostName.h"
 #include "gtk/page/text/SiteName.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
@@ -148,6 +149,7 @@ void Page::AddView(WebKitWebView* opener) {
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
   webkit_web_view_set_zoom_level(view_, engine.Settings().zoom / 100.0);
+  Guard();
   ListenToLoad();
   ListenToPage();
   PagePolicy::Attach(*this, view_);
@@ -338,6 +340,21 @@ std::string Page::Title() const {
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
+std::string Page::ShownAddress() const { return HostName::Shown(WebAddress::WithoutUser(Address())); }
+
+Safety Page::Security() const {
+  if (!view_ || !load_.AddressHasCome()) return Safety::Unknown;
+  if (load_.ShowsOwnPage()) return Safety::OwnPage;
+  const std::string scheme = Address::Scheme(Address());
+  if (scheme == "file") return Safety::LocalFile;
+  if (scheme != "http" && scheme != "https") return Safety::Unknown;
+  GTlsCertificate* certificate = nullptr;
+  GTlsCertificateFlags flags{};
+  const bool encrypted = webkit_web_view_get_tls_info(view_, &certificate, &flags) && scheme == "https";
+  if (!encrypted) return Safety::NotSecure;
+  return flags == G_TLS_CERTIFICATE_NO_FLAGS ? Safety::Secure : Safety::Exception;
+}
+
 void Page::DocumentAnswered(const std::string& uri, bool main) {
   main ? sites_.MainAnswered() : sites_.FrameAnswered(SiteOf(uri));
 }
@@ -374,6 +391,21 @@ bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view
 bool Page::WorksOffline() const { return world_.Base().Offline(); }
 std::optional<std::string> Page::BadProxy() const { return world_.Settings().BadProxy(); }
 bool Page::PromisedHttps(const std::string& host) const { return world_.Base().PromisedHttps(host); }
+
+bool Page::AsksBeforePlain() const { return world_.Base().GuardsPlain(); }
+
+void Page::LetPlainThrough(bool through) {
+  if (std::exchange(plain_through_, through) != through) Guard();
+}
+
+void Page::Guard() {
+  if (view_) world_.Base().Plain().Guard(view_, AsksBeforePlain() && !plain_through_);
+}
+
+bool Page::ComesTooEarly(const std::string& uri) const {
+  return Address::Scheme(uri) == "http" && AsksBeforePlain() && !plain_through_ &&
+         !world_.Base().Plain().Ready();
+}
 
 void Page::LoadAddress(const std::string& uri) {
   View();
@@ -511,7 +543,9 @@ void Page::TakeTitle() {
 
 void Page::TakeHover(WebKitHitTestResult* hit) {
   const bool link = webkit_hit_test_result_context_is_link(hit);
-  hovered_ = link ? WebAddress::WithoutUser(TextOf(webkit_hit_test_result_get_link_uri(hit))) : std::string();
+  hovered_.clear();
+  if (link)
+    hovered_ = HostName::Shown(WebAddress::WithoutUser(TextOf(webkit_hit_test_result_get_link_uri(hit))));
   ShowStatus();
 }
 

@@ -16,6 +16,7 @@
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
 #include "gtk/page/text/Sites.h"
+#include "platform/Safety.h"
 
 class Browser;
 class BrowserWorld;
@@ -78,6 +79,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   PageLoad& Load() { return load_; }
   FindBar& Find();
   DownloadBar& Downloads() { return downloads_; }
+  // Has the engine keep back what the user wants to be asked about, as far as that isn't let through now.
+  void Guard();
+  // Such a page is on its way while the engine isn't ready yet to keep it back.
+  bool ComesTooEarly(const std::string& uri) const;
   // For handlers that belong to this page, and for those of what belongs to it.
   Callbacks& Calls() { return callbacks_; }
   Callbacks::Runner Runner();
@@ -85,6 +90,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // As users know them: the address being loaded from its start on; what stands for a missing title.
   std::string Address() const { return view_ ? load_.Address() : last_address_; }
   std::string Title() const;
+  // The address as people read it, without a user's name.
+  std::string ShownAddress() const;
+  // What vouches for the page of Address().
+  Safety Security() const;
 
   std::string DocumentAddress() const override;
 
@@ -160,6 +169,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool WorksOffline() const override;
   std::optional<std::string> BadProxy() const override;
   bool PromisedHttps(const std::string& host) const override;
+  bool AsksBeforePlain() const override;
+  void LetPlainThrough(bool through) override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
   bool Isolate() override;
@@ -221,6 +232,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   gint64 commanded_at_ = -CommandHolds;  // microseconds
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
+  bool plain_through_ = false;  // the load under way may come without encryption
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
   Callbacks callbacks_;

@@ -143,6 +143,10 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
   if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
       TakeMissingDay(page, uri, action))
     return true;
+  if (page.ComesTooEarly(uri)) {
+    page.Load().Denied();
+    return true;
+  }
   if (BelongsToAnotherProgram(Address::Scheme(uri)) &&
       GiveAway(page, uri, webkit_navigation_action_is_user_gesture(action)))
     return true;

@@ -6,9 +6,7 @@
 #include "gtk/dialog/OwnDialog.h"
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
-#include "gtk/page/text/Address.h"
 #include "platform/Text.h"
-#include "platform/WebAddress.h"
 #include "platform/dialog/Controls.h"
 
 namespace {
@@ -16,19 +14,19 @@ namespace {
 // A page gives itself a title and an address as long as it likes.
 constexpr size_t MostCharacters = 2000;
 
-constexpr const char* NoSandbox = "\nPages run without a sandbox: one that breaks out reaches your files";
-
-std::string Security(Page& page) {
+std::string SecurityOf(Page& page) {
+  const Safety safety = page.Security();
+  std::string text = InWords(safety);
   GTlsCertificate* certificate = nullptr;
   GTlsCertificateFlags flags{};
-  const std::string scheme = Address::Scheme(page.Address());
-  if (scheme == "file") return "A file on this computer";
-  if (scheme != "http" && scheme != "https") return "Made by the program itself";
-  if (!webkit_web_view_get_tls_info(page.View(), &certificate, &flags)) return "The connection isn't secure";
-  const std::string issuer =
-      certificate ? TakeText(g_tls_certificate_get_issuer_name(certificate)) : std::string();
-  const std::string how = flags ? "Encrypted, but the certificate has problems" : "Secure connection";
-  return issuer.empty() ? how : how + "\nCertificate issued by " + issuer;
+  if (safety == Safety::Secure || safety == Safety::Exception)
+    webkit_web_view_get_tls_info(page.View(), &certificate, &flags);
+  if (certificate)
+    text += "\nCertificate issued by " + TakeText(g_tls_certificate_get_issuer_name(certificate));
+  if (!page.World().Base().Sandboxed())
+    text +=
+        std::string("\n") + NoSandboxInWords + ": one that breaks out of its place gets at all your files";
+  return text;
 }
 
 // Each value stands beside its name; what isn't known has neither.
@@ -36,8 +34,8 @@ class PropertiesDialog : public OwnDialog {
  public:
   explicit PropertiesDialog(Page& page) : OwnDialog(page.Window(), "PageProperties") {
     Title.Caption = Text::Left(page.Title(), MostCharacters);
-    Address.Caption = Text::Left(WebAddress::WithoutUser(page.Address()), MostCharacters);
-    SecurityOfPage.Caption = Security(page) + (page.World().Base().Sandboxed() ? "" : NoSandbox);
+    Address.Caption = Text::Left(page.ShownAddress(), MostCharacters);
+    Security.Caption = SecurityOf(page);
     WebKitWebResource* source = webkit_web_view_get_main_resource(page.View());
     WebKitURIResponse* response = source ? webkit_web_resource_get_response(source) : nullptr;
     const guint64 length = response ? webkit_uri_response_get_content_length(response) : 0;
@@ -48,7 +46,7 @@ class PropertiesDialog : public OwnDialog {
     Command1.Click = [this] { Close(); };
   }
 
-  Controls::Label Title{*this, "Title"}, Address{*this, "Address"}, SecurityOfPage{*this, "Security"};
+  Controls::Label Title{*this, "Title"}, Address{*this, "Address"}, Security{*this, "Security"};
   Controls::Label TypeName{*this, "TypeName"}, Type{*this, "Type"};
   Controls::Label SizeName{*this, "SizeName"}, Size{*this, "Size"};
   Controls::CommandButton Command1{*this, "Command1"};

@@ -5,6 +5,7 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/FindBar.h"
 #include "gtk/page/PageCommands.h"
+#include "gtk/page/PageProperties.h"
 #include "gtk/page/SavePage.h"
 #include "gtk/window/Input.h"
 #include "platform/Text.h"
@@ -75,9 +76,11 @@ PlainWindow::PlainWindow(BrowserWorld& world)
       bar_(gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 4)),
       status_(gtk_label_new(nullptr)),
       page_(Page::Open(world, *this)),
+      mark_([this] { PageProperties::Show(*page_); }, page_->Runner()),
       callbacks_(page_->Runner()) {
   GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
   AddButtons();
+  gtk_box_pack_start(GTK_BOX(bar_), mark_.Widget(), FALSE, TRUE, 0);
   gtk_box_pack_start(GTK_BOX(bar_), address_, TRUE, TRUE, 2);
   atk_object_set_name(gtk_widget_get_accessible(address_), "Address");
   gtk_style_context_add_class(gtk_widget_get_style_context(bar_), "toolbar");
@@ -94,7 +97,9 @@ PlainWindow::PlainWindow(BrowserWorld& world)
   ListenToKeys();
   callbacks_.On<void(GtkEntry*)>(address_, "activate", [this](auto*) { GoToTyped(); });
   callbacks_.On<void(GtkEntry*)>(address_, "changed", [this](auto*) {
-    if (!setting_) typing_ = true;
+    if (setting_) return;
+    typing_ = true;
+    ShowMark(Safety::Unknown);
   });
   callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(window_, "delete-event", [this](auto*, auto*) {
     End();
@@ -269,6 +274,7 @@ void PlainWindow::Update() {
   const std::string title = Text::ForTitleBar(page_->Title());
   gtk_window_set_title(GTK_WINDOW(window_), title.empty() ? "New window" : title.c_str());
   if (!typing_) ShowAddress();
+  if (!typing_) ShowMark(page_->Security());
   gtk_widget_set_sensitive(back_, webkit_web_view_can_go_back(view));
   gtk_widget_set_sensitive(forward_, webkit_web_view_can_go_forward(view));
   gtk_widget_set_sensitive(stop_, page_->Load().Busy());
@@ -276,7 +282,7 @@ void PlainWindow::Update() {
 
 // What was selected whole stays so.
 void PlainWindow::ShowAddress() {
-  const std::string address = WebAddress::WithoutUser(page_->Address());
+  const std::string address = page_->ShownAddress();
   if (address == gtk_entry_get_text(GTK_ENTRY(address_))) return;
   int start = 0, end = 0;
   gtk_editable_get_selection_bounds(GTK_EDITABLE(address_), &start, &end);
@@ -285,6 +291,11 @@ void PlainWindow::ShowAddress() {
   gtk_entry_set_text(GTK_ENTRY(address_), address.c_str());
   setting_ = false;
   if (whole && gtk_widget_has_focus(address_)) gtk_editable_select_region(GTK_EDITABLE(address_), 0, -1);
+}
+
+void PlainWindow::ShowMark(Safety safety) {
+  mark_.Show(safety, !world_.Base().Sandboxed());
+  gtk_widget_set_size_request(mark_.Widget(), FieldMark::Width * mark_.Count(), -1);
 }
 
 // The handler that asked for it still runs in the page.

@@ -8,6 +8,7 @@
 
 #include "gtk/base/GObjects.h"
 #include "gtk/page/Page.h"
+#include "gtk/window/FieldMark.h"
 #include "platform/scene/KeyPress.h"
 
 // A window of the element's own outside the program: a page with its title, its address, the way back and
@@ -51,6 +52,7 @@ class PlainWindow : private PageOwner {
   void GoToTyped();
   void Update();
   void ShowAddress();
+  void ShowMark(Safety safety);
   void End();
 
   void Back();
@@ -77,6 +79,7 @@ class PlainWindow : private PageOwner {
   GtkWidget *window_, *address_, *bar_, *status_;
   GtkWidget *back_ = nullptr, *forward_ = nullptr, *refresh_ = nullptr, *stop_ = nullptr;
   std::shared_ptr<Page> page_;
+  FieldMark mark_;
   bool ended_ = false;
   bool setting_ = false;  // the address field's text is ours, not the user's
   bool typing_ = false;   // the user has begun to change it

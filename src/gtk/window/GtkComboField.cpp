@@ -17,10 +17,11 @@ constexpr int NarrowestEntry = 10;  // pixels; in a narrower field the button hi
 // The field is as low as the bar that it stands on: nothing of a theme may make it taller.
 constexpr const char* EntryStyle = R"(
   entry {
-    min-height: 0; min-width: 0; padding: 0 4px; margin: 0;
+    min-height: 0; min-width: 0; padding: 0 4px 0 22px; margin: 0;
     font-size: 11px; color: #000000; caret-color: #000000; background: #ffffff;
     border: 1px solid #7f8a99; border-right-width: 0; border-radius: 0; box-shadow: none; outline-width: 0;
   }
+  entry.two-marks { padding-left: 42px; }
   entry selection { color: #ffffff; background: #316ac5; }
 )";
 constexpr const char* ButtonStyle = R"(
@@ -74,6 +75,7 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
       pair_(GTK_WIDGET(g_object_ref_sink(gtk_overlay_new()))),
       entry_(GTK_ENTRY(gtk_entry_new())),
       button_(gtk_button_new_from_icon_name("pan-down-symbolic", GTK_ICON_SIZE_MENU)),
+      mark_([this] { PressMark(); }, [&gate](const auto& handler) { gate.Run(handler); }),
       callbacks_([&gate](const auto& handler) { gate.Run(handler); }) {
   Dress();
   LayOut();
@@ -83,6 +85,9 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
     if (setting_) return;
     text_ = gtk_entry_get_text(entry_);
     if (Change) Change();
+  });
+  callbacks_.On<void(GtkWidget*, GdkRectangle*)>(entry_, "size-allocate", [this](GtkWidget* entry, auto*) {
+    if (!gtk_widget_has_focus(entry)) ShowWhose();
   });
   callbacks_.On<void(GtkWidget*)>(entry_, "unmap", [this](auto*) { list_.Close(); });
   list_.Chosen = [this](size_t index) { Choose(index); };
@@ -118,13 +123,18 @@ void GtkComboField::LayOut() {
     const int button = std::min(ButtonWidth, room);
     int least = 0;
     gtk_widget_get_preferred_width(child, &least, nullptr);  // the toolkit wants to be asked
-    *place = child == button_
-                 ? GdkRectangle{room - button, 0, button, gtk_widget_get_allocated_height(pair_.get())}
-                 : GdkRectangle{0, 0, std::max(room - button, NarrowestEntry),
-                                gtk_widget_get_allocated_height(pair_.get())};
+    const int height = gtk_widget_get_allocated_height(pair_.get());
+    if (child == button_)
+      *place = {room - button, 0, button, height};
+    else if (child == mark_.Widget())
+      // Within the entry's border.
+      *place = {1, 1, std::clamp(room - button - 1, 1, FieldMark::Width * mark_.Count()), height - 2};
+    else
+      *place = {0, 0, std::max(room - button, NarrowestEntry), height};
     return TRUE;
   });
   gtk_overlay_add_overlay(pair, GTK_WIDGET(entry_));
+  gtk_overlay_add_overlay(pair, mark_.Widget());
   gtk_overlay_add_overlay(pair, button_);
   gtk_widget_show_all(pair_.get());
 }
@@ -150,6 +160,7 @@ void GtkComboField::ListenToKeys() {
     list_.Close();
     // A window of the program's own may take the keyboard for a moment, as the list does.
     if (LostFocus && gtk_window_is_active(GTK_WINDOW(gtk_widget_get_toplevel(pair_.get())))) LostFocus();
+    if (gtk_window_is_active(GTK_WINDOW(gtk_widget_get_toplevel(pair_.get())))) ShowWhose();
     return FALSE;
   });
 }
@@ -173,7 +184,20 @@ void GtkComboField::SetText(const std::string& text) {
     gtk_entry_set_text(entry_, text_.c_str());
     setting_ = false;
   }
-  gtk_editable_set_position(GTK_EDITABLE(entry_), 0);
+  ShowWhose();
+}
+
+void GtkComboField::ShowWhose() {
+  const size_t scheme = text_.find("://");
+  const size_t end =
+      scheme == text_.npos ? 0 : std::min(text_.find_first_of("/?#", scheme + 3), text_.size());
+  GdkRectangle room{};
+  gtk_entry_get_text_area(entry_, &room);
+  PangoRectangle behind{};
+  pango_layout_index_to_pos(gtk_entry_get_layout(entry_), static_cast<int>(end), &behind);
+  const bool fits = PANGO_PIXELS(behind.x) <= room.width || gtk_widget_has_focus(GTK_WIDGET(entry_));
+  const size_t place = fits ? 0 : Text::Length(std::string_view(text_).substr(0, end));
+  gtk_editable_set_position(GTK_EDITABLE(entry_), static_cast<int>(place));
 }
 
 long GtkComboField::SelStart() const {
@@ -257,6 +281,18 @@ void GtkComboField::ListenToMouse() {
   for (const char* signal : {"button-press-event", "button-release-event"})
     callbacks_.On<Button>(pair_.get(), signal, [](auto*, auto*) { return TRUE; });
   callbacks_.On<void(GtkButton*)>(button_, "clicked", [this](auto*) { ToggleList(); });
+}
+
+void GtkComboField::SetMark(Safety safety, bool outside_sandbox) {
+  mark_.Show(safety, outside_sandbox);
+  GtkStyleContext* style = gtk_widget_get_style_context(GTK_WIDGET(entry_));
+  if (outside_sandbox == gtk_style_context_has_class(style, "two-marks")) return;
+  (outside_sandbox ? gtk_style_context_add_class : gtk_style_context_remove_class)(style, "two-marks");
+  gtk_widget_queue_resize(pair_.get());
+}
+
+void GtkComboField::PressMark() {
+  if (MarkPress) MarkPress();
 }
 
 void GtkComboField::ToggleList() {

@@ -9,6 +9,7 @@
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/window/DropDown.h"
+#include "gtk/window/FieldMark.h"
 #include "gtk/window/HasWidget.h"
 #include "platform/ComboBox.h"
 #include "platform/Events.h"
@@ -29,6 +30,7 @@ class GtkComboField : public ComboBox, public HasWidget {
   long SelLength() const override;
   void Select(long start, long length) override;
   void SetFocus() override { gtk_widget_grab_focus(GTK_WIDGET(entry_)); }
+  void SetMark(Safety safety, bool outside_sandbox) override;
   void ListChanged() override { list_.Refresh(); }
 
  private:
@@ -42,6 +44,10 @@ class GtkComboField : public ComboBox, public HasWidget {
   bool GoesToList(const GdkEventKey& event);
   void EntryKeyRelease(const GdkEventKey& event);
   bool PressEnter(GdkEventKey* event);
+  void PressMark();
+  // Scrolls to where an address that nobody edits can be told by: its beginning, or the end of a host that is
+  // longer than the field, which says whose it is.
+  void ShowWhose();
   void ToggleList();
   void Choose(size_t index);
 
@@ -49,6 +55,7 @@ class GtkComboField : public ComboBox, public HasWidget {
   Owned<GtkWidget> pair_;
   GtkEntry* entry_;    // in the pair
   GtkWidget* button_;  // in the pair
+  FieldMark mark_;     // over the entry's start
   std::string text_;
   bool setting_ = false;    // the text is the program's, not the user's
   bool composing_ = false;  // an input method is at work

@@ -6,11 +6,12 @@
 // The browser element's own page in place of one that can't be shown.
 struct ErrorPage {
   struct Action {
-    enum class Kind { Open, GoOn };
+    enum class Kind { Open, GoOn, Openly };
 
     std::string text;
-    std::string address;     // what the button opens
-    Kind kind = Kind::Open;  // GoOn: opens it in spite of the certificate that was refused
+    std::string address;  // what the button opens
+    // GoOn: opens it in spite of the certificate that was refused. Openly: even without encryption.
+    Kind kind = Kind::Open;
   };
 
   std::string title;    // what happened, in a few words

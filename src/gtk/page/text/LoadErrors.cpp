@@ -47,6 +47,7 @@ Reason ForFault(const std::string& uri, const LoadFault& fault) {
     case Kind::Connection:
       return {"The connection failed", "The connection to " + host + " failed: " + fault.message + ".",
               CheckConnection};
+    case Kind::Plain:
     case Kind::Interrupted:
     case Kind::Other:
       break;
@@ -120,6 +121,22 @@ ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags, Sta
       "Someone may be listening in, or the site is set up wrongly. Go on only if you know why, and give no "
       "passwords to it.",
       {again, go_on}};
+}
+
+ErrorPage Plain(const std::string& uri) {
+  const std::string plain = "http:";
+  const bool itself = uri.starts_with(plain);
+  const ErrorPage::Action without = {"Open it without encryption", uri, ErrorPage::Action::Kind::Openly};
+  const ErrorPage::Action with =
+      itself ? ErrorPage::Action{"Try with encryption", "https:" + uri.substr(plain.size())}
+             : ErrorPage::Action{"Try again", uri};
+  return {"This page comes without encryption",
+          uri,
+          (itself ? Address::Host(uri) + " is to be asked without encryption"
+                  : std::string("The way to this page leads over one without encryption")) +
+              ": anyone in between can read and change what comes and goes.",
+          "You have chosen in Internet Options to be asked before each such page.",
+          {with, without}};
 }
 
 ErrorPage WorksOffline(const std::string& uri) {

@@ -20,6 +20,7 @@ struct LoadFault {
     TimedOut,
     Connection,   // any other failure on the way
     UnknownKind,  // of address
+    Plain,        // kept back, since it would come without encryption
     File,         // of this machine, missing or not to be read
     Other
   };
@@ -44,6 +45,8 @@ enum class Standing {
   Promised   // the site has promised to be there by https: only, so there is no way past a bad certificate
 };
 ErrorPage BadCertificate(const std::string& uri, GTlsCertificateFlags flags, Standing standing);
+// It would come without encryption, or be led to over one that does, which the user wants to be asked about.
+ErrorPage Plain(const std::string& uri);
 ErrorPage WorksOffline(const std::string& uri);
 // No connection is made, since the proxy that was named by hand, `typed`, is none.
 ErrorPage NoProxy(const std::string& uri, const std::string& typed);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "gtk/page/text/HostName.h"
 #include "platform/WebAddress.h"
 
 namespace {
@@ -44,8 +45,16 @@ void PageLoad::Abandon() {
   StopWaiting();
 }
 
-void PageLoad::LeaveForAnother() {
+void PageLoad::Start(const Address::Target& target) { Begin(target, false); }
+
+bool PageLoad::IsToBeAskedAbout(const std::string& uri) const {
+  return !openly_ && Address::Scheme(uri) == "http" && view_.AsksBeforePlain();
+}
+
+void PageLoad::LeaveForAnother(bool openly) {
   source_.reset();
+  openly_ = openly;
+  view_.LetPlainThrough(openly);
   listener_.LoadWanted();
   kept_address_.clear();
   fallback_.clear();
@@ -56,14 +65,14 @@ void PageLoad::LeaveForAnother() {
 }
 
 void PageLoad::Start(const std::string& uri, const std::function<void()>& load) {
-  LeaveForAnother();
+  LeaveForAnother(false);
   phase_ = Phase::Waiting;
   wanted_ = uri;
-  load();
+  IsToBeAskedAbout(uri) ? ShowError(LoadErrors::Plain(uri)) : load();
 }
 
-void PageLoad::Start(const Address::Target& target) {
-  LeaveForAnother();
+void PageLoad::Begin(const Address::Target& target, bool openly) {
+  LeaveForAnother(openly);
   fallback_ = target.fallback;
   if (StaysOnPage(target.uri)) return view_.LoadAddress(target.uri);
   phase_ = Phase::Waiting;
@@ -72,6 +81,8 @@ void PageLoad::Start(const Address::Target& target) {
     ShowError(LoadErrors::NoAddress(target.uri));
   else if (Address::HasForeignPort(target.uri))
     ShowError(LoadErrors::Refused(target.uri));
+  else if (IsToBeAskedAbout(target.uri))
+    ShowError(LoadErrors::Plain(target.uri));
   else if (target.uri == Blank && view_.EngineAddress().empty() && own_address_.empty())
     StartBlank();
   else if (target.uri.starts_with(SourcePrefix))
@@ -108,6 +119,12 @@ void PageLoad::EndBlank() {
 void PageLoad::ShowSource(const std::string& uri) {
   const std::string wanted = uri.substr(SourcePrefix.size());
   const bool shown = own_address_.empty() && wanted == view_.EngineAddress();
+  if (!shown && IsToBeAskedAbout(wanted)) {
+    ErrorPage error = LoadErrors::Plain(wanted);
+    error.address = uri;
+    for (ErrorPage::Action& action : error.actions) action.address.insert(0, SourcePrefix);
+    return ShowError(error);
+  }
   own_address_ = uri;
   own_coming_ = true;
   source_ = view_.ReadSource(
@@ -156,6 +173,11 @@ std::string PageLoad::Address() const {
   return own_address_.empty() ? committed_ : own_address_;
 }
 
+bool PageLoad::AddressHasCome() const {
+  const bool coming = phase_ == Phase::Waiting || phase_ == Phase::Provisional;
+  return !coming || (wanted_.empty() && !own_coming_);
+}
+
 void PageLoad::ShowOwn(const std::string& address, const std::string& html) {
   if (view_.Gone()) return;
   source_.reset();
@@ -200,7 +222,7 @@ void PageLoad::Press(const std::string& button) {
     const ErrorPage::Action action = actions_[n];
     actions_.clear();
     if (action.kind == ErrorPage::Action::Kind::GoOn) return GoOn();
-    return Start({action.address, {}, true});
+    return Begin({action.address, {}, true}, action.kind == ErrorPage::Action::Kind::Openly);
   }
   Denied();
 }
@@ -212,21 +234,26 @@ void PageLoad::GoOn() {
   Start({refusal.uri, {}, true});
 }
 
+void PageLoad::KeepPlainBack() {
+  if (std::exchange(openly_, false) && !view_.Gone()) view_.LetPlainThrough(false);
+}
+
 void PageLoad::OnStarted() {
   // The page before is complete, its title or not.
   if (title_wait_) End();
   phase_ = Phase::Provisional;
   kept_address_.clear();
-  listener_.LoadStatusChanged("Opening " + WebAddress::WithoutUser(Address()));
+  listener_.LoadStatusChanged("Opening " + HostName::Shown(WebAddress::WithoutUser(Address())));
   if (!std::exchange(announced_, true)) listener_.LoadBegan();
 }
 
 void PageLoad::OnRedirected() {
-  listener_.LoadStatusChanged("Opening " + WebAddress::WithoutUser(Address()));
+  listener_.LoadStatusChanged("Opening " + HostName::Shown(WebAddress::WithoutUser(Address())));
 }
 
 void PageLoad::OnCommitted() {
   phase_ = Phase::Committed;
+  KeepPlainBack();
   fallback_.clear();
   wanted_.clear();
   committed_ = view_.EngineAddress();
@@ -267,6 +294,7 @@ void PageLoad::End() {
   // An own page that never came leaves the one that is shown.
   if (own_coming_ && phase_ != Phase::Committed) own_address_.clear();
   phase_ = Phase::Idle;
+  KeepPlainBack();
   wanted_.clear();
   StopWaiting();
   announced_ = own_coming_ = false;
@@ -284,13 +312,14 @@ bool PageLoad::FallBack(const std::string& uri, const LoadFault& fault) {
       view_.PromisedHttps(Address::Host(uri)))
     return false;
   more_comes_ = true;
-  view_.LoadAddress(std::exchange(fallback_, {}));
+  const std::string plain = std::exchange(fallback_, {});
+  IsToBeAskedAbout(plain) ? ShowError(LoadErrors::Plain(plain)) : view_.LoadAddress(plain);
   return true;
 }
 
 ErrorPage PageLoad::WithOpenWay(ErrorPage error, const std::string& uri) {
   if (!fallback_.empty() && Address::Scheme(uri) == "https" && !view_.PromisedHttps(Address::Host(uri)))
-    error.actions.push_back({"Try without encryption", fallback_});
+    error.actions.push_back({"Try without encryption", fallback_, ErrorPage::Action::Kind::Openly});
   return error;
 }
 
@@ -305,6 +334,7 @@ void PageLoad::OnFailed(const std::string& uri, bool committed, const LoadFault&
   const auto bad_proxy = view_.BadProxy();
   if (view_.WorksOffline() && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::WorksOffline(uri));
   if (bad_proxy && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::NoProxy(uri, *bad_proxy));
+  if (fault.kind == LoadFault::Kind::Plain) return ShowErrorAfter(LoadErrors::Plain(uri));
   if (FallBack(uri, fault)) return;
   const ErrorPage error = LoadErrors::Failed(uri, fault);
   ShowErrorAfter(LoadErrors::WasSpokenWith(fault) ? WithOpenWay(error, uri) : error);

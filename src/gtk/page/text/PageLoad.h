@@ -32,6 +32,12 @@ class LoadView {
   // The host has promised to be there by https: only.
   virtual bool PromisedHttps(const std::string& host) const = 0;
 
+  // The user wants to be asked before a page comes without encryption. The engine keeps those back that
+  // weren't let through, by a fault of their own kind.
+  virtual bool AsksBeforePlain() const = 0;
+  // For the load that follows, until it has come.
+  virtual void LetPlainThrough(bool through) = 0;
+
   virtual void LoadAddress(const std::string& uri) = 0;
   // A page of the element's own, which stands for an address. Its origin is no web page's.
   virtual void LoadHtml(const std::string& html, const std::string& address) = 0;
@@ -101,6 +107,8 @@ class PageLoad {
   std::string Address() const;
   // What the user has asked for and what hasn't come yet; empty for nothing.
   const std::string& Wanted() const { return wanted_; }
+  // False while Address() is what is wished for, and another page is still on show.
+  bool AddressHasCome() const;
   bool ShowsOwnPage() const { return !own_address_.empty(); }
 
   // Shows a page of the element's own in place of whatever was wanted.
@@ -131,7 +139,11 @@ class PageLoad {
     Owned<GTlsCertificate> certificate;
   };
 
-  void LeaveForAnother();
+  void LeaveForAnother(bool openly);
+  // `openly`: without encryption, too, whatever the user wants to be asked about.
+  void Begin(const Address::Target& target, bool openly);
+  void KeepPlainBack();
+  bool IsToBeAskedAbout(const std::string& uri) const;
   void ShowOwn(const std::string& address, const std::string& html);
   void ShowErrorAfter(const ErrorPage& error);
   void GoOn();
@@ -163,6 +175,7 @@ class PageLoad {
   std::string buttons_;
   std::vector<ErrorPage::Action> actions_;
   std::string fallback_;
+  bool openly_ = false;
   std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::shared_ptr<void> source_;

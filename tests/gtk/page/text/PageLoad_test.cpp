@@ -34,6 +34,8 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
   bool WorksOffline() const override { return offline; }
   std::optional<std::string> BadProxy() const override { return bad_proxy; }
   bool PromisedHttps(const std::string&) const override { return promised; }
+  bool AsksBeforePlain() const override { return asks_before_plain; }
+  void LetPlainThrough(bool through) override { plain_through = through; }
   void LoadAddress(const std::string& uri) override { asked.push_back(uri); }
   void LoadHtml(const std::string& html, const std::string& uri) override {
     shown = html;
@@ -111,6 +113,7 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
 
   bool opened = false;  // by another page
   bool gone = false, engine_loads = false, offline = false, promised = false;
+  bool asks_before_plain = false, plain_through = false;
   std::optional<std::string> bad_proxy;
   std::string address, document, title, shown, status;
   std::vector<std::string> asked;
@@ -256,6 +259,41 @@ TEST_F(Loads, WhoeverSpeaksIsAskedOpenlyOnlyByTheUsersPress) {
     EXPECT_EQ(asked.back(), "own https://a.test/");
     EXPECT_EQ(shown.find("without encryption"), std::string::npos);
   }
+}
+
+TEST_F(Loads, APageWithoutEncryptionIsAskedAboutWhereTheUserWantsThat) {
+  asks_before_plain = true;
+  for (const char* uri : {"http://a.test/", "view-source:http://s.test/"}) {
+    Want(uri);
+    EXPECT_EQ(asked.back(), std::string("own ") + uri);
+    Complete(uri);
+    load.Press(Button(1));
+    EXPECT_EQ(asked.back(), uri[0] == 'v' ? "source http://s.test/" : uri);
+    EXPECT_TRUE(plain_through);
+    if (uri[0] == 'v') source_done("");
+    Complete(uri);
+    EXPECT_FALSE(plain_through) << "for that page alone";
+  }
+  // One that the page itself leads to, and one that is fallen back to.
+  Begin("http://b.test/");
+  Fail(Kind::Plain);
+  EXPECT_EQ(asked.back(), "own http://b.test/");
+  Complete("http://b.test/");
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  Fail(Kind::Refused);
+  EXPECT_EQ(asked.back(), "own http://a.test/");
+  Complete("http://a.test/");
+  load.Press(Button(0));
+  EXPECT_EQ(asked.back(), "https://a.test/");
+  EXPECT_FALSE(plain_through);
+  // Given up, it isn't let through any more.
+  Want("http://a.test/");
+  Complete("http://a.test/");
+  load.Press(Button(1));
+  EXPECT_TRUE(plain_through);
+  Want("https://c.test/");
+  EXPECT_FALSE(plain_through);
 }
 
 TEST_F(Loads, AProxyThatIsNoneIsNamed) {
@@ -406,16 +444,21 @@ TEST_F(Loads, AnOwnPageIsCutOffFromTheOpener) {
 }
 
 TEST_F(Loads, OnlyTheUsersWishIsShownBeforeItHasCome) {
+  EXPECT_TRUE(load.AddressHasCome());
   Want("http://bank.test/");
   EXPECT_EQ(load.Address(), "http://bank.test/");
+  EXPECT_FALSE(load.AddressHasCome());
   Begin("http://bank.test/");
   EXPECT_EQ(load.Address(), "http://bank.test/");
+  EXPECT_FALSE(load.AddressHasCome());
   Commit();
+  EXPECT_TRUE(load.AddressHasCome());
   load.OnFinished();
   load.OnTitle();
   Complete("http://bank.test/");
   Begin("http://evil.test/");
   EXPECT_EQ(load.Address(), "http://bank.test/") << "what the page itself wishes for";
+  EXPECT_TRUE(load.AddressHasCome());
   Commit();
   EXPECT_EQ(load.Address(), "http://evil.test/");
 }
