@@ -26,6 +26,8 @@ class Browser : public Control {
   virtual void GoHome() = 0;
   virtual void GoBack() = 0;     // fails where there is no earlier page
   virtual void GoForward() = 0;  // fails where there is no later page
+  virtual bool CanGoBack() const = 0;
+  virtual bool CanGoForward() const = 0;
   virtual void Stop() = 0;
   virtual void Refresh() = 0;
   virtual void RefreshPastCache() = 0;  // as Refresh, and nothing comes from the cache

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <vector>
 
 #include "platform/Text.h"
 
@@ -111,6 +112,26 @@ std::string Beside(std::string_view title, std::string_view address) {
   std::string text(from_left);
   text.append(isolate).append(WithoutDirections(title)).append(end).append(" (");
   return text.append(left_isolate).append(address).append(end).append(")");
+}
+
+std::string OneLine(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r\v\f";
+  std::vector<std::string> lines;
+  bool words = false;
+  for (size_t start = 0; start <= text.size();) {
+    const size_t end = std::min(text.find_first_of("\n\r", start), text.size());
+    std::string_view line = text.substr(start, end - start);
+    line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+    line = line.substr(0, line.find_last_not_of(blanks) + 1);
+    if (!line.empty()) lines.emplace_back(line);
+    words = words || line.find_first_of(blanks) != line.npos;
+    start = end + 1;
+  }
+  // Without a sign of an address in the first line these are words, too.
+  words = words || lines.empty() || lines.front().find_first_of(".:/") == std::string::npos;
+  std::string result;
+  for (const std::string& line : lines) result += (words && !result.empty() ? " " : "") + line;
+  return result;
 }
 
 }  // namespace WebAddress

@@ -20,4 +20,8 @@ bool BeginsWithUser(std::string_view typed);
 // that turn the direction, neither reaches into the other.
 std::string Beside(std::string_view title, std::string_view address);
 
+// Pasted or dropped text on one line: the lines of an address that was broken come together, words keep a
+// blank between them.
+std::string OneLine(std::string_view text);
+
 }  // namespace WebAddress

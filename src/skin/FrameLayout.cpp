@@ -17,6 +17,9 @@ constexpr Twips GripMinimumWidth = 3400, GripMinimumHeight = 3000;
 
 constexpr Colour WindowColour = 0x00BCA698;
 
+// Of the colour of the status bar's text, in the progress' edge and trough: parts of a hundred.
+constexpr uint32_t EdgeStrength = 50, TroughStrength = 12;
+
 }  // namespace
 
 FrameLayout::FrameLayout(frmMain& main)
@@ -42,6 +45,8 @@ FrameLayout::FrameLayout(frmMain& main)
       picMax(&Picture4, {9000, 75, 225, 225}),
       picClose(&Picture4, {9360, 75, 225, 225}),
       StatusBar1(&Picture10, {120, 15, 495, 195}, "Status:"),
+      picProgressEdge(&Picture10, {8385, 15, 1410, 225}),
+      picProgressTrough(&picProgressEdge, {15, 15, 1380, 195}),
       picProgress(&Picture10, {8400, 30, 1380, 195}),
       labDummy(&main, {0, 0, 0, 0}, "labDummy"),
       main_(main) {
@@ -49,7 +54,7 @@ FrameLayout::FrameLayout(frmMain& main)
   for (Surface* edge : {&Picture5, &Picture6, &Picture7, &Picture8}) edge->BackColor = WindowColour;
   labDummy.Visible = false;
   StatusBar1.AccessibleRole = Role::Text;
-  picProgress.Visible = false;
+  ShowProgress(false);
   Skipping([&] { Image1.Picture = main.program.desktop.Draws().BuiltInPicture("icon-16.png"); });
   main.Resize = [this] { Form_Resize(); };
   WireTitle(Picture4);
@@ -118,6 +123,7 @@ void FrameLayout::Form_Resize() {
   });
   // The status bar with its text and progress, and the animation.
   picProgress.Left = W - 1800;
+  picProgressEdge.Left = picProgress.Left - TwipsPerPixel;
   StatusBar1.Width = picProgress.Left - StatusBar1.Left - 60;
   Picture10.Top = Picture1.Height + Picture1.Top;
   Picture3.Left = W - Picture3.Width - Picture6.Width;
@@ -131,6 +137,25 @@ void FrameLayout::Form_Resize() {
   main_.tabs.CheckTabLeft();
 }
 
+void FrameLayout::ShowProgress(bool shown) {
+  picProgressEdge.Visible = shown;
+  picProgress.Visible = shown;
+}
+
+void FrameLayout::DressProgress(const Picture& bar) {
+  const uint32_t text = ToPixel(main_.program.colours.StatusTextColour);
+  const uint32_t behind = bar && !bar->Pixels.empty() ? bar->Pixels[bar->Pixels.size() / 2] : text;
+  // So many of a hundred parts text.
+  const auto mixed = [text, behind](uint32_t parts) {
+    const auto one = [&](int shift) {
+      return ((behind >> shift & 0xFF) * (100 - parts) + (text >> shift & 0xFF) * parts) / 100;
+    };
+    return static_cast<Colour>(one(16) | one(8) << 8 | one(0) << 16);
+  };
+  picProgressEdge.BackColor = mixed(EdgeStrength);
+  picProgressTrough.BackColor = mixed(TroughStrength);
+}
+
 void FrameLayout::FillFrame() {
   Skin& skin = main_.skin;
   TileBitmap(Picture6, skin.picRight);
@@ -140,6 +165,7 @@ void FrameLayout::FillFrame() {
   TileBitmap(Picture4, skin.picTitleBar);
   TileBitmap(Picture2, skin.picBrowserTop);
   TileBitmap(Picture10, skin.picStatusBar);
+  DressProgress(skin.picStatusBar.Picture);
   TileBitmap(CoolBar1, skin.picButtonBar);
   TileBitmap(Picture9, skin.picMenuBar);
   TileBitmap(Picture12, skin.picTopLeft);

@@ -34,7 +34,9 @@ class FrameLayout {
   Surface Image1;    // the program's icon, on the title bar
   Label labCaption;  // window title
   Surface picMin, picMax, picClose;
-  Label StatusBar1;     // status text
+  Label StatusBar1;  // status text
+  // Around the whole place of the progress, and behind it.
+  Surface picProgressEdge, picProgressTrough;
   Surface picProgress;  // its width is the progress
   Label labDummy;       // hidden: stands for no menu label at all
 
@@ -42,6 +44,8 @@ class FrameLayout {
 
   // The layout. Runs at every change of the window's size or state.
   void Form_Resize();
+  // The progress with what is around it.
+  void ShowProgress(bool shown);
   // Between the program's maximised state and the rectangle before it.
   void MaxiWindow();
 
@@ -61,6 +65,8 @@ class FrameLayout {
   // One side of the window follows the mouse, which is `inward` twips nearer to the middle than at the press.
   void MoveEdge(const Mouse& mouse, Control::Property<Twips>& side, Twips least, Twips inward);
   void FillFrame();
+  // By the status bar's picture, and the colour of the text on it.
+  void DressProgress(const Picture& bar);
 
   frmMain& main_;
   int16_t MaxiState = 0;  // 1 while maximised

@@ -1,6 +1,7 @@
 #include "skin/Toolbar.h"
 
 #include <array>
+#include <utility>
 
 #include "core/Program.h"
 #include "core/frmMain.h"
@@ -27,6 +28,9 @@ constexpr std::array<Button, 8> Rows = {{
     {3585, "Search", "Search", &Skin::picSearchBut, &Skin::picSearchHiBut, &Skin::picSearchDown},
 }};
 static_assert(Rows.back().Word, "a row for each button");
+
+// Rest, hover, pressed.
+constexpr size_t ButtonStates = 3;
 
 constexpr Twips ButtonTop = 15, ButtonSize = 495;
 
@@ -62,7 +66,7 @@ void Toolbar::ResetButtons(int16_t Index) {
   Skin& skin = main_.skin;
   for (int i = 0; i <= picButton.UBound(); ++i) {
     const Button& row = Rows[static_cast<size_t>(i)];
-    picButton(i).Picture = (skin.*(i == Index ? row.Hover : row.Rest)).Picture;
+    Show(i, (skin.*(i == Index ? row.Hover : row.Rest)).Picture);
   }
   main_.frame.picTabLeft.Picture = (Index == -2 ? skin.TabLeftHi : skin.TabLeft).Picture;
   main_.frame.picTabRight.Picture = (Index == -3 ? skin.TabRightHi : skin.TabRight).Picture;
@@ -70,10 +74,46 @@ void Toolbar::ResetButtons(int16_t Index) {
   TimerMenus.Enabled = true;
 }
 
+void Toolbar::Show(int i, const Picture& picture) {
+  const auto way = static_cast<size_t>(i);
+  const bool pales = way < ways_.size() && !ways_[way];
+  if (way < ways_.size()) way_pictures_[way] = picture;
+  picButton(i).Picture = pales ? Pale(picture) : picture;
+}
+
+void Toolbar::UpdateWays() {
+  std::array<bool, 2> ways = {};
+  Skipping([&] {
+    const Browser& shown = main_.tabs.WebBrowser1(main_.tabs.CurrentTab);
+    ways = {shown.CanGoBack(), shown.CanGoForward()};
+  });
+  if (ways == std::exchange(ways_, ways)) return;
+  for (int i = 0; i < static_cast<int>(ways_.size()); ++i) Show(i, way_pictures_[static_cast<size_t>(i)]);
+}
+
+// Two thirds of the way to what each row begins with, which is the toolbar behind the button.
+Picture Toolbar::Pale(const Picture& picture) {
+  if (!picture || picture->Width <= 0) return picture;
+  // Those of a skin that has gone aren't kept.
+  if (pale_.size() > 2 * ButtonStates) pale_.clear();
+  Picture& pale = pale_[picture];
+  if (pale) return pale;
+  Bitmap made = *picture;
+  const auto width = static_cast<size_t>(made.Width);
+  for (size_t at = 0; at < made.Pixels.size(); ++at) {
+    const uint32_t behind = picture->Pixels[at / width * width], pixel = made.Pixels[at];
+    uint32_t mixed = 0xFF000000;
+    for (const int shift : {0, 8, 16})
+      mixed |= ((behind >> shift & 0xFF) * 2 + (pixel >> shift & 0xFF)) / 3 << shift;
+    made.Pixels[at] = mixed;
+  }
+  return pale = std::make_shared<const Bitmap>(std::move(made));
+}
+
 void Toolbar::ButtonDown(int16_t Index) {
   for (int i = 0; i <= picButton.UBound(); ++i) {
     const Button& row = Rows[static_cast<size_t>(i)];
-    picButton(i).Picture = (main_.skin.*(i == Index ? row.Pressed : row.Rest)).Picture;
+    Show(i, (main_.skin.*(i == Index ? row.Pressed : row.Rest)).Picture);
   }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,6 +23,8 @@ class Toolbar {
 
   // Which button is under the mouse: 0 to 7; -1 none; -2 the left tab arrow, -3 the right one.
   void ResetButtons(int16_t Index);
+  // Shows "Back" and "Forward" paler while the page on show has nowhere to go that way.
+  void UpdateWays();
   // Shows a button pressed and the others at rest.
   void ButtonDown(int16_t Index);
   // Carries out a toolbar word; an unknown one does nothing. Ends silently at a failure.
@@ -28,9 +32,14 @@ class Toolbar {
 
  private:
   std::unique_ptr<Surface> MakeButton(Surface& strip, int16_t Index);
+  void Show(int i, const Picture& picture);
+  Picture Pale(const Picture& picture);
   void picButton_MouseMove(int16_t Index, const Mouse& mouse);
   void Strip_MouseMove();
   void TimerMenus_Timer();
 
   frmMain& main_;
+  std::array<Picture, 2> way_pictures_;  // of "Back" and "Forward", as they are without paling
+  std::array<bool, 2> ways_ = {true, true};
+  std::map<Picture, Picture> pale_;  // made so far, by what they were made from
 };

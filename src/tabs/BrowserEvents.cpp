@@ -98,6 +98,7 @@ void BrowserEvents::DocumentComplete() {
   // The tab on show may have lost its element to a page that closed itself.
   Skipping([this] { main_.address.SetAddressText(); });
   main_.strip.UpdateTabs();
+  main_.toolbar.UpdateWays();
 }
 
 void BrowserEvents::ProgressChange(int16_t Index, long Progress, long ProgressMax) {
@@ -117,17 +118,17 @@ void BrowserEvents::ProgressChange(int16_t Index, long Progress, long ProgressMa
   try {
     if (Index != main_.tabs.CurrentTab) return;
     if (Progress != 0) {
-      bar.Visible = true;
+      main_.frame.ShowProgress(true);
       if (ProgressMax == 0) throw Failure("A progress out of nothing can't be shown");
       bar.Width = (FullProgress / static_cast<double>(ProgressMax)) * static_cast<double>(Progress);
       main_.Refresh();
     } else {
-      bar.Visible = false;
+      main_.frame.ShowProgress(false);
     }
     limit();
   } catch (const Failure&) {
     limit();
-    bar.Visible = false;
+    main_.frame.ShowProgress(false);
   }
 }
 

@@ -121,6 +121,7 @@ void TabSet::UpdateBrowsers() {
   Skipping([this] { main_.strip.UpdateTabs(); });
   Skipping([this] { main_.address.SetAddressText(); });
   main_.recovery.Changed();
+  main_.toolbar.UpdateWays();
 }
 
 void TabSet::FocusPage() {

@@ -155,6 +155,13 @@ class Frame(ProgramTest):
         self.drop("file", "file:///etc/hostname\r\n", 75, 93)
         self.program.wait_title("Dropped")
 
+    def test_what_is_dropped_on_the_field_replaces_its_text_and_loads(self):
+        self.page("/to/the/field", "<title>Dropped</title>")
+        for kind, dropped, title in (("text", self.server.address + "/to/the\n  /field\n", "Dropped"),
+                                     ("file", "file:///etc/hostname\r\n", "hostname")):
+            self.drop(kind, dropped, 500, 57)
+            self.program.wait_title(title)
+
 
 class Doubled(ProgramTest):
     def test_everything_shows_at_double_size_with_sharp_edges(self):

@@ -1,8 +1,9 @@
 """What the user types into the address field while pages come and go."""
 
+import os
 import time
 
-from harness import ProgramTest, main, wait_for
+from harness import ProgramTest, main, reply, run, wait_for
 from inputs import key, type_text
 
 
@@ -34,6 +35,67 @@ class Typing(ProgramTest):
                 program.wait_title("Typed page")
         self.assertFalse([path for path in self.server.requests if path not in ("/first", "/slow", "/typed")])
         self.assertEqual(program.close(), 0)
+
+
+class FromOutside(ProgramTest):
+    """Words, and what comes from other programs."""
+
+    def test_words_are_searched_for_and_what_is_neither_is_offered(self):
+        for path in ("/find", "/wiki"):
+            self.server.pages[path] = lambda handler: reply(handler, f"<title>{handler.path}</title>")
+        home = self.home()
+        os.makedirs(os.path.join(home, "engine"))
+        with open(os.path.join(home, "engine", "engine.ini"), "w") as file:
+            file.write(f"[Element]\nsearch={self.server.address}/find?q=%s\nkeywords=w {self.server.address}/wiki?q=%s\n")
+        program = self.start("about:blank", home=home)
+        for typed, title in (("naive words & more", "/find?q=naive%20words%20%26%20more"),
+                             ("w weather", "/wiki?q=weather"), ("oneword", "/find?q=oneword")):
+            key("ctrl+l")
+            type_text(typed)
+            key("Return")
+            program.wait_title(title)
+        for search in ("ctrl+k", "ctrl+e"):
+            key(search)
+            type_text("example.org")
+            key("Return")
+            program.wait_title("/find?q=example.org")
+            program.key("alt+Left")
+            program.wait_title("/find?q=oneword")
+        key("ctrl+l")
+        type_text("not..an.address")
+        key("Return")
+        program.wait_title("This is no address")
+        program.press("This is no address", "Search for it", "link")
+        program.wait_title("/find?q=not..an.address")
+
+    def test_pasted_lines_become_one_and_may_be_loaded_at_once(self):
+        self.page("/in/two/lines", "<title>Pasted</title>")
+        address = self.server.address + "/in/two"
+        program = self.start(self.page("/text", f"<title>Text</title><pre>{address}\n   /lines</pre>"))
+        program.wait_title("Text")
+        for go in (lambda: key("ctrl+v", "Return"), self.paste_and_go):
+            key("ctrl+a", "ctrl+c", "ctrl+l")
+            go()
+            program.wait_title("Pasted")
+            key("alt+Left")
+            program.wait_title("Text")
+
+    def paste_and_go(self):
+        key("Menu")
+        wait_for(self.screen_has_menu, "the field's menu")
+        key("g")
+
+    def screen_has_menu(self):
+        return run("xdotool", "search", "--onlyvisible", "--class", "marlowick", check=False).count("\n") > 0
+
+    def test_an_address_reads_well(self):
+        self.page("/%C3%BCber/%D0%BF%D1%83%D1%82%D1%8C", "<title>Read</title>")
+        program = self.start(self.server.address + "/%C3%BCber/%D0%BF%D1%83%D1%82%D1%8C")
+        program.wait_title("Read")
+        wait_for(lambda: self.server.address + "/\u00fcber/\u043f\u0443\u0442\u044c" in program.field_texts("Read"),
+                 "the address in its own letters")
+        key("ctrl+l", "Return")  # and it leads there
+        wait_for(lambda: self.server.requests.count("/%C3%BCber/%D0%BF%D1%83%D1%82%D1%8C") == 2, "the page again")
 
 
 if __name__ == "__main__":

@@ -32,6 +32,8 @@ class FakeBrowser : public Browser {
   void GoHome() override { Do("GoHome"); }
   void GoBack() override { Do("GoBack"); }
   void GoForward() override { Do("GoForward"); }
+  bool CanGoBack() const override { return back; }
+  bool CanGoForward() const override { return forward; }
   void Stop() override { Do("Stop"); }
   void Refresh() override { Do("Refresh"); }
   void RefreshPastCache() override { Do("RefreshPastCache"); }
@@ -72,9 +74,10 @@ class FakeBrowser : public Browser {
   bool asleep = false;                  // restored, and not looked at yet
   Safety safety = Safety::Unknown;
   bool busy = false, offline = false, outside_sandbox = false;
-  bool bar = false;    // one stands over the page
-  bool dead = false;   // every read fails
-  bool fails = false;  // every operation fails
+  bool back = true, forward = true;  // there is such a page
+  bool bar = false;                  // one stands over the page
+  bool dead = false;                 // every read fails
+  bool fails = false;                // every operation fails
 
  private:
   void Do(const std::string& what);

@@ -39,4 +39,15 @@ TEST(WebAddress, StandsBesideATitleOfAnyDirection) {
             "\u200E\u2068ab\u2069 (\u2066http://a.test/\u2069)");
 }
 
+TEST(WebAddress, SeveralLinesBecomeOne) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"http://a.test/long\r\n  path\n", "http://a.test/longpath"},
+      {"\n\na.test/x\n", "a.test/x"},
+      {"two words\nmore", "two words more"},
+      {"one\n\ntwo\nthree", "one two three"},
+      {"a b", "a b"},
+      {"\n \n", ""}};
+  for (const auto& [text, line] : cases) EXPECT_EQ(WebAddress::OneLine(text), line) << text;
+}
+
 }  // namespace

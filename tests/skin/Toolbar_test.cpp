@@ -145,4 +145,35 @@ TEST_F(Bar, EndsACommandThatFailsWithoutAWord) {
   EXPECT_EQ(tabs().CurrentTab, 0);
 }
 
+TEST_F(Bar, IsPalerWhereThereIsNowhereToGo) {
+  const auto shown = [this](int button) { return main().toolbar.picButton(button).Picture(); };
+  const Picture strong = skin().picBackBut.Picture();
+  EXPECT_EQ(shown(0), strong);
+  Page(0).back = false;
+  Do([this] { Page(0).TitleChange(); });
+  const Picture pale = shown(0);
+  ASSERT_NE(pale, strong);
+  EXPECT_EQ(shown(1), skin().picForwardBut.Picture());
+  // Everywhere nearer to what lies behind the button, or as near.
+  const auto width = static_cast<size_t>(strong->Width);
+  for (size_t at = 0; at < strong->Pixels.size(); ++at) {
+    const auto distance = [&](uint32_t pixel) {
+      const uint32_t behind = strong->Pixels[at / width * width];
+      int sum = 0;
+      for (const int shift : {0, 8, 16})
+        sum += std::abs(static_cast<int>(pixel >> shift & 0xFF) - static_cast<int>(behind >> shift & 0xFF));
+      return sum;
+    };
+    ASSERT_LE(distance(pale->Pixels[at]), distance(strong->Pixels[at]) / 2 + 3) << at;
+  }
+  // Under the mouse too, and the same picture each time.
+  Do([this] { main().toolbar.ResetButtons(0); });
+  EXPECT_NE(shown(0), skin().picBackHiBut.Picture());
+  Do([this] { main().toolbar.ResetButtons(-1); });
+  EXPECT_EQ(shown(0), pale);
+  // Another tab has its own ways.
+  Do([this] { tabs().AddTab("about:blank"); });
+  EXPECT_EQ(shown(0), strong);
+}
+
 }  // namespace

@@ -93,6 +93,8 @@ ElementSettings ElementSettings::Load(const std::string& path) {
   const KeyFile file(g_key_file_new());
   if (!LoadLines(file.get(), path)) return settings;
   ReadText(file.get(), "home", settings.home);
+  ReadText(file.get(), "search", settings.search);
+  ReadText(file.get(), "keywords", settings.keywords);
   ReadProxy(file.get(), "proxy", settings.proxy);
   ReadText(file.get(), "proxy address", settings.proxy_address);
   ReadChoice(file.get(), "scripts", settings.scripts);
@@ -107,6 +109,8 @@ ElementSettings ElementSettings::Load(const std::string& path) {
 void ElementSettings::Save(const std::string& path) const {
   const KeyFile file(g_key_file_new());
   g_key_file_set_string(file.get(), Group, "home", home.c_str());
+  g_key_file_set_string(file.get(), Group, "search", search.c_str());
+  g_key_file_set_string(file.get(), Group, "keywords", keywords.c_str());
   g_key_file_set_string(file.get(), Group, "proxy", ProxyNames[static_cast<size_t>(proxy)]);
   g_key_file_set_string(file.get(), Group, "proxy address", proxy_address.c_str());
   g_key_file_set_boolean(file.get(), Group, "scripts", scripts);

@@ -12,6 +12,9 @@ struct ElementSettings {
   static constexpr int LeastFontSize = 0, MostFontSize = 36;  // pixels
   static constexpr int LeastZoom = 30, MostZoom = 300;        // per cent
 
+  // The searches that the address field knows; see page/text/Search.
+  std::string search = "https://html.duckduckgo.com/html/?q=%s";
+  std::string keywords = "w https://en.wikipedia.org/w/index.php?search=%s";
   std::string home;  // an address as people type it; empty: the delivered start page
   Proxy proxy = Proxy::System;
   std::string proxy_address;  // "host:port" or a full address; used by hand only

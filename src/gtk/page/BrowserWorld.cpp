@@ -10,6 +10,7 @@
 #include "gtk/page/Page.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/text/Address.h"
+#include "gtk/page/text/Search.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
 
@@ -64,6 +65,10 @@ void BrowserWorld::Change(const ElementSettings& settings) {
     if (WebKitWebView* view = page->PresentView(); view && zoomed)
       webkit_web_view_set_zoom_level(view, settings.zoom / 100.0);
   engine_->Change(settings);
+}
+
+Address::Target BrowserWorld::FromTyped(std::string_view typed) const {
+  return Search::FromTyped(typed, {Settings().search, Settings().keywords});
 }
 
 std::string BrowserWorld::Home() const {

@@ -9,6 +9,7 @@
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/engine/Engine.h"
+#include "gtk/page/text/Address.h"
 #include "platform/Events.h"
 
 class Automation;
@@ -39,6 +40,8 @@ class BrowserWorld : private DownloadListener {
   const ElementSettings& Settings() const { return engine_->Settings(); }
   // Takes new settings into use and keeps them. Fails where they can't be written; they are in use then.
   void Change(const ElementSettings& settings);
+  // What people type as an address, or as a search by the settings.
+  Address::Target FromTyped(std::string_view typed) const;
   // The home page's address.
   std::string Home() const;
   // True for the address of a file of the program's history.

@@ -37,12 +37,22 @@ GtkBrowser::~GtkBrowser() {
 
 void GtkBrowser::Navigate(const std::string& address) {
   if (asleep_) PageHistory::Give(*page_, *std::exchange(asleep_, std::nullopt));
-  page_->Load().Start(Address::FromTyped(address));
+  page_->Load().Start(world_.FromTyped(address));
 }
 void GtkBrowser::GoHome() { Navigate(world_.Home()); }
 
 void GtkBrowser::GoBack() { PageCommands::GoBack(*page_); }
 void GtkBrowser::GoForward() { PageCommands::GoForward(*page_); }
+bool GtkBrowser::CanGoBack() const {
+  WebKitWebView* view = page_->PresentView();
+  return view && webkit_web_view_can_go_back(view);
+}
+
+bool GtkBrowser::CanGoForward() const {
+  WebKitWebView* view = page_->PresentView();
+  return view && webkit_web_view_can_go_forward(view);
+}
+
 void GtkBrowser::Stop() { page_->Load().Stop(); }
 void GtkBrowser::Refresh() {
   page_->Command();

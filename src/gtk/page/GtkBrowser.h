@@ -21,6 +21,8 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void GoHome() override;
   void GoBack() override;
   void GoForward() override;
+  bool CanGoBack() const override;
+  bool CanGoForward() const override;
   void Stop() override;
   void Refresh() override;
   void RefreshPastCache() override;

@@ -9,6 +9,7 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/text/Proxy.h"
+#include "gtk/page/text/Search.h"
 #include "platform/Failure.h"
 #include "platform/WebAddress.h"
 #include "platform/dialog/Controls.h"
@@ -23,6 +24,7 @@ class OptionsDialog : public OwnDialog {
   ~OptionsDialog() override { g_cancellable_cancel(cancel_.get()); }
 
   Controls::TextBox home{*this, "home"};
+  Controls::TextBox search{*this, "search"}, keywords{*this, "keywords"};
   Controls::CommandButton use_current{*this, "use_current"}, use_start{*this, "use_start"},
       use_blank{*this, "use_blank"};
   Controls::Group proxies;
@@ -43,6 +45,7 @@ class OptionsDialog : public OwnDialog {
   void Fill(const ElementSettings& settings);
   ElementSettings Read() const;
   void Update();
+  bool SearchFits(const ElementSettings& settings);
   bool ProxyFits(const ElementSettings& settings);
   void Apply();
   void Clear();
@@ -75,6 +78,8 @@ OptionsDialog::OptionsDialog(BrowserWorld& world)
 
 void OptionsDialog::Fill(const ElementSettings& settings) {
   home.Text = settings.home;
+  search.Text = settings.search;
+  keywords.Text = settings.keywords;
   proxies.Members()[static_cast<size_t>(settings.proxy)]->Value = true;
   proxy_address.Text = settings.proxy_address;
   scripts.Value = settings.scripts ? 1 : 0;
@@ -86,8 +91,10 @@ void OptionsDialog::Fill(const ElementSettings& settings) {
 
 ElementSettings OptionsDialog::Read() const {
   using Proxy = ElementSettings::Proxy;
-  ElementSettings settings;
+  ElementSettings settings = world_.Settings();
   settings.home = home.Text;
+  settings.search = search.Text;
+  settings.keywords = keywords.Text;
   settings.proxy = proxy_by_hand.Value ? Proxy::ByHand : proxy_none.Value ? Proxy::None : Proxy::System;
   settings.proxy_address = proxy_address.Text;
   settings.scripts = scripts.Value != 0;
@@ -101,6 +108,18 @@ ElementSettings OptionsDialog::Read() const {
 void OptionsDialog::Update() {
   proxy_address.Enabled = proxy_by_hand.Value;
   clear.Enabled = !clearing_ && (clear_cache.Value || clear_data.Value);
+}
+
+bool OptionsDialog::SearchFits(const ElementSettings& settings) {
+  std::string wrong;
+  if (Search::Fit({settings.search, settings.keywords}, wrong)) return true;
+  Notice::Show(
+      world_.MainWindow(), "This is no search",
+      "\"" + wrong +
+          "\" can't be searched by. Type an address of the web with %s where the words belong, such as "
+          "https://search.example.org/?q=%s; in front of each further one its keyword.");
+  (wrong == settings.search ? search : keywords).SetFocus();
+  return false;
 }
 
 bool OptionsDialog::ProxyFits(const ElementSettings& settings) {
@@ -122,7 +141,7 @@ bool OptionsDialog::ProxyFits(const ElementSettings& settings) {
 
 void OptionsDialog::Apply() {
   const ElementSettings settings = Read();
-  if (!ProxyFits(settings)) return;
+  if (!SearchFits(settings) || !ProxyFits(settings)) return;
   try {
     world_.Change(settings);
   } catch (const Failure& failure) {

@@ -340,7 +340,16 @@ std::string Page::Title() const {
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
-std::string Page::ShownAddress() const { return HostName::Shown(WebAddress::WithoutUser(Address())); }
+// The place's name by our own rules, what follows it in its own letters by the engine's.
+std::string Page::ShownAddress() const {
+  const std::string address = WebAddress::WithoutUser(Address()), shown = HostName::Shown(address);
+  const std::string readable = TakeText(webkit_uri_for_display(address.c_str()));
+  const auto path_of = [](const std::string& text) { return text.find('/', text.find("://") + 3); };
+  if (address.find("://") == address.npos || path_of(shown) == shown.npos ||
+      path_of(readable) == readable.npos)
+    return shown;
+  return shown.substr(0, path_of(shown)) + readable.substr(path_of(readable));
+}
 
 Safety Page::Security() const {
   if (!view_ || !load_.AddressHasCome()) return Safety::Unknown;

@@ -319,5 +319,5 @@ void PlainWindow::GoToTyped() {
   typing_ = false;
   const std::string typed = gtk_entry_get_text(GTK_ENTRY(address_));
   FocusPage();
-  page_->Load().Start(Address::FromTyped(typed));
+  page_->Load().Start(world_.FromTyped(typed));
 }

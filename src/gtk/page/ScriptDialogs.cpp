@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "gtk/window/Style.h"
 #include "platform/Text.h"
 
 namespace {
@@ -77,6 +78,8 @@ void ScriptDialogs::MakeBar() {
   message_ = MakeLabel();
   scroller_ = MakeScroller(message_.get());
   entry_ = Keep(gtk_entry_new());
+  // The bar's own colours leave selected text without a contrast.
+  AddStyle(entry_.get(), "entry selection { color: #ffffff; background: #316ac5; }");
   enough_ = Keep(gtk_check_button_new_with_mnemonic("The page may not ask _again"));
   GtkWidget* rows = gtk_box_new(GTK_ORIENTATION_VERTICAL, 6);
   for (const auto* part : {&heading_, &scroller_, &entry_, &enough_})

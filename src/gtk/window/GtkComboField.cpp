@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <initializer_list>
+#include <memory>
+#include <string_view>
 #include <utility>
 
 #include "gtk/window/Style.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -81,6 +85,7 @@ GtkComboField::GtkComboField(Control& parent, const Place& place, Events& gate)
   LayOut();
   ListenToKeys();
   ListenToMouse();
+  ListenToText();
   callbacks_.On<void(GtkEntry*)>(entry_, "changed", [this](auto*) {
     if (setting_) return;
     text_ = gtk_entry_get_text(entry_);
@@ -107,7 +112,6 @@ void GtkComboField::Dress() {
   gtk_entry_set_width_chars(entry_, 0);
   gtk_entry_set_input_purpose(entry_, GTK_INPUT_PURPOSE_URL);
   gtk_entry_set_input_hints(entry_, GTK_INPUT_HINT_NO_SPELLCHECK);
-  g_object_set(entry_, "truncate-multiline", TRUE, nullptr);
   atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(entry_)), "Address");
   gtk_widget_set_can_focus(button_, FALSE);
   atk_object_set_name(gtk_widget_get_accessible(button_), "Show addresses");
@@ -293,6 +297,54 @@ void GtkComboField::SetMark(Safety safety, bool outside_sandbox) {
 
 void GtkComboField::PressMark() {
   if (MarkPress) MarkPress();
+}
+
+void GtkComboField::ListenToText() {
+  callbacks_.On<void(GtkEditable*, const char*, int, gpointer)>(
+      entry_, "insert-text", [this](GtkEditable* entry, const char* text, int length, gpointer position) {
+        const std::string_view all(text, length < 0 ? std::strlen(text) : static_cast<size_t>(length));
+        if (all.find_first_of("\n\r") == all.npos) return;
+        g_signal_stop_emission_by_name(entry, "insert-text");
+        const std::string line = WebAddress::OneLine(all);
+        gtk_editable_insert_text(entry, line.data(), static_cast<int>(line.size()),
+                                 static_cast<int*>(position));
+      });
+  callbacks_.On<void(GtkEntry*, GtkWidget*)>(entry_, "populate-popup", [this](auto*, GtkWidget* menu) {
+    if (GTK_IS_MENU_SHELL(menu)) AddPasteAndGo(GTK_MENU_SHELL(menu));
+  });
+  gtk_drag_dest_add_uri_targets(GTK_WIDGET(entry_));
+  callbacks_.On<void(GtkWidget*, GdkDragContext*, int, int, GtkSelectionData*, guint, guint)>(
+      entry_, "drag-data-received",
+      [this](GtkWidget* entry, GdkDragContext* context, int, int, GtkSelectionData* data, guint, guint time) {
+        // A part of the text that is moved within it stays the entry's own affair.
+        if (gtk_drag_get_source_widget(context) == entry) return;
+        g_signal_stop_emission_by_name(entry, "drag-data-received");
+        const std::unique_ptr<char*, decltype(&g_strfreev)> links(gtk_selection_data_get_uris(data),
+                                                                  &g_strfreev);
+        const std::string text = links && *links
+                                     ? links.get()[0]
+                                     : TakeText(reinterpret_cast<char*>(gtk_selection_data_get_text(data)));
+        gtk_drag_finish(context, !text.empty(), FALSE, time);
+        if (!text.empty()) GoTo(text);
+      });
+}
+
+void GtkComboField::AddPasteAndGo(GtkMenuShell* menu) {
+  GtkWidget* item = gtk_menu_item_new_with_mnemonic("Paste and _Go");
+  GtkClipboard* clipboard = gtk_widget_get_clipboard(GTK_WIDGET(entry_), GDK_SELECTION_CLIPBOARD);
+  gtk_widget_set_sensitive(item, gtk_clipboard_wait_is_text_available(clipboard));
+  // Below "Cut", "Copy" and "Paste".
+  gtk_menu_shell_insert(menu, item, 3);
+  gtk_widget_show(item);
+  callbacks_.On<void(GtkMenuItem*)>(item, "activate", [this, clipboard](auto*) {
+    const std::string text = TakeText(gtk_clipboard_wait_for_text(clipboard));
+    if (!text.empty()) GoTo(text);
+  });
+}
+
+void GtkComboField::GoTo(const std::string& text) {
+  SetText(WebAddress::OneLine(text));
+  if (KeyPress) KeyPress(13);
 }
 
 void GtkComboField::ToggleList() {

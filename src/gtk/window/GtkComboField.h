@@ -48,6 +48,10 @@ class GtkComboField : public ComboBox, public HasWidget {
   // Scrolls to where an address that nobody edits can be told by: its beginning, or the end of a host that is
   // longer than the field, which says whose it is.
   void ShowWhose();
+  void ListenToText();
+  void AddPasteAndGo(GtkMenuShell* menu);
+  // Loads a text from outside as if it had been typed.
+  void GoTo(const std::string& text);
   void ToggleList();
   void Choose(size_t index);
 

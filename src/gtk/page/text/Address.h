@@ -7,9 +7,10 @@
 namespace Address {
 
 struct Target {
-  std::string uri;       // what to load; the typed text itself where it makes no address
-  std::string fallback;  // to load instead where no secure connection can be made; empty for none
-  bool valid = true;     // false: no address can be made of the text
+  std::string uri;          // what to load; the typed text itself where it makes no address
+  std::string fallback;     // to load instead where no secure connection can be made; empty for none
+  bool valid = true;        // false: no address can be made of the text
+  std::string search = {};  // looks for the text where it makes no address, or where there is no such host
 };
 
 // A full address stays as it is; an absolute path becomes a file: address; a host, with or without port and

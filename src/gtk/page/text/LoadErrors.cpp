@@ -158,12 +158,14 @@ ErrorPage NoProxy(const std::string& uri, const std::string& typed) {
           {{"Try again", uri}}};
 }
 
-ErrorPage NoAddress(const std::string& typed) {
-  return {"This is no address",
-          typed,
-          "No page can have this address.",
-          "Type the address of a page, such as example.org, or a path that begins with \"/\".",
-          {}};
+ErrorPage NoAddress(const std::string& typed, const std::string& search) {
+  ErrorPage error{"This is no address",
+                  typed,
+                  "No page can have this address.",
+                  "Type the address of a page, such as example.org, or a path that begins with \"/\".",
+                  {}};
+  if (!search.empty()) error.actions.push_back({"Search for it", search});
+  return error;
 }
 
 ErrorPage Refused(const std::string& uri) {

@@ -52,7 +52,8 @@ ErrorPage WorksOffline(const std::string& uri);
 ErrorPage NoProxy(const std::string& uri, const std::string& typed);
 // The engine doesn't ask for it at all.
 ErrorPage Refused(const std::string& uri);
-ErrorPage NoAddress(const std::string& typed);
+// `search`: the address that looks for the text; may be empty.
+ErrorPage NoAddress(const std::string& typed, const std::string& search = {});
 ErrorPage Died(const std::string& uri, ProcessEnd end);
 ErrorPage EmptyAnswer(const std::string& uri, unsigned status);
 // Something of the program's own failed while it dealt with the page.

@@ -58,6 +58,7 @@ void PageLoad::LeaveForAnother(bool openly) {
   listener_.LoadWanted();
   kept_address_.clear();
   fallback_.clear();
+  search_.clear();
   instead_.reset();
   own_coming_ = false;
   StopWaiting();
@@ -74,11 +75,12 @@ void PageLoad::Start(const std::string& uri, const std::function<void()>& load) 
 void PageLoad::Begin(const Address::Target& target, bool openly) {
   LeaveForAnother(openly);
   fallback_ = target.fallback;
+  if (target.valid) search_ = target.search;
   if (StaysOnPage(target.uri)) return view_.LoadAddress(target.uri);
   phase_ = Phase::Waiting;
   wanted_ = target.uri;
   if (!target.valid)
-    ShowError(LoadErrors::NoAddress(target.uri));
+    ShowError(LoadErrors::NoAddress(target.uri, target.search));
   else if (Address::HasForeignPort(target.uri))
     ShowError(LoadErrors::Refused(target.uri));
   else if (IsToBeAskedAbout(target.uri))
@@ -255,6 +257,7 @@ void PageLoad::OnCommitted() {
   phase_ = Phase::Committed;
   KeepPlainBack();
   fallback_.clear();
+  search_.clear();
   wanted_.clear();
   committed_ = view_.EngineAddress();
   if (!own_coming_) {
@@ -336,6 +339,12 @@ void PageLoad::OnFailed(const std::string& uri, bool committed, const LoadFault&
   if (bad_proxy && !Address::IsLocal(uri)) return ShowErrorAfter(LoadErrors::NoProxy(uri, *bad_proxy));
   if (fault.kind == LoadFault::Kind::Plain) return ShowErrorAfter(LoadErrors::Plain(uri));
   if (FallBack(uri, fault)) return;
+  if (fault.kind == LoadFault::Kind::NoSuchHost && !search_.empty()) {
+    more_comes_ = true;
+    fallback_.clear();
+    wanted_ = std::exchange(search_, {});
+    return view_.LoadAddress(wanted_);
+  }
   const ErrorPage error = LoadErrors::Failed(uri, fault);
   ShowErrorAfter(LoadErrors::WasSpokenWith(fault) ? WithOpenWay(error, uri) : error);
 }

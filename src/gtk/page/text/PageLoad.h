@@ -176,6 +176,7 @@ class PageLoad {
   std::vector<ErrorPage::Action> actions_;
   std::string fallback_;
   bool openly_ = false;
+  std::string search_;  // to load instead where there is no such host
   std::optional<ErrorPage> instead_;
   Refusal refusal_;
   std::shared_ptr<void> source_;

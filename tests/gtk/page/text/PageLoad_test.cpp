@@ -201,6 +201,22 @@ TEST_F(Loads, OneThatIsGivenUpForAnotherIsOneLoad) {
   ExpectCounts(1);
 }
 
+TEST_F(Loads, AWordWithoutAHostIsSearchedFor) {
+  load.Start({"https://word/", "http://word/", true, "https://find.test/?word"});
+  Begin("https://word/");
+  Fail(Kind::NoSuchHost);
+  EXPECT_EQ(asked.back(), "https://find.test/?word");
+  EXPECT_EQ(load.Address(), "https://find.test/?word");
+  Complete("https://find.test/?word");
+  ExpectCounts(1);
+  // The search itself may fail, once.
+  load.Start({"https://word/", "http://word/", true, "https://find.test/?word"});
+  Begin("https://word/");
+  Fail(Kind::NoSuchHost);
+  Fail(Kind::NoSuchHost);
+  EXPECT_EQ(asked.back().substr(0, 4), "own ");
+}
+
 TEST_F(Loads, AFailedOneEndsWithItsErrorPage) {
   Want("https://a.test/");
   Begin("https://a.test/");
