@@ -176,6 +176,12 @@ TEST_F(WindowPicture, FollowsTheMouseAndThePages) {
   Do([this] { Page(6).ProgressChange(50, 100); });
   EXPECT_EQ(At(587, 436), ProgressColour);
   EXPECT_EQ(At(632, 448), ProgressColour);
+  // The rest of its place is a trough with an edge, neither the bar nor the colour of the progress.
+  for (const int x : {633, 679}) {
+    EXPECT_NE(At(x, 440), ColourOf("statusbar.bmp"));
+    EXPECT_NE(At(x, 440), ProgressColour);
+  }
+  Do([this] { Page(6).ProgressChange(-1, 0); });
   EXPECT_EQ(At(633, 440), ColourOf("statusbar.bmp"));
 }
 
