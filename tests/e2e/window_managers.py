@@ -1,8 +1,10 @@
 """Tries the program's window under one window manager after another, and writes the table of what worked.
 
-Without arguments: under all of them, into docs/window-managers.md. With names: under these, shown only."""
+Without arguments: under all of them, into docs/window-managers.md. With a name: under that one, shown only; a folder named
+behind it gets a picture of the screen at each failure."""
 
 import contextlib
+import glob
 import os
 import re
 import subprocess
@@ -18,12 +20,13 @@ MANAGERS = {
     "xfwm4": ("xfwm4", ["xfwm4"], ("alt+F10", "alt+F10")),
     "marco": ("marco", ["marco"], ("alt+F10", "alt+F5")),
     "mutter": ("mutter", ["mutter", "--x11"], ("super+Up", "super+Down")),
-    "kwin_x11": ("kwin", ["kwin_x11"], ("super+Page_Up", "super+Page_Up")),
+    "kwin_x11": ("kwin", ["kwin_x11"], None),
     "fluxbox": ("fluxbox", ["fluxbox"], None),
     "icewm": ("icewm", ["icewm"], ("alt+F10", "alt+F10")),
     "i3": ("i3", ["i3"], None),
     "none": (None, None, None),
-    "weston": ("weston", ["weston", "--backend=x11-backend.so", "--xwayland", "--fullscreen", "--idle-time=0"], None),
+    "weston": ("weston", ["weston", "--backend=x11-backend.so", "--xwayland", "--idle-time=0",
+                          f"--width={SCREEN[0]}", f"--height={SCREEN[1]}"], None),
     "mutter, Wayland": ("mutter", ["mutter", "--wayland", "--nested"], ("super+Up", "super+Down")),
 }
 PAGE = """<title>Green</title><body style='background:green' onclick='document.documentElement.requestFullscreen()'>"""
@@ -95,9 +98,9 @@ class Trial:
     def __init__(self, manager):
         self.name = manager
         self.kind, command, self.keys = MANAGERS[manager]
-        # The ones that show a screen in a window of theirs want that to be managed.
-        within = manager in ("weston", "mutter, Wayland")
-        self.screen = Screen("openbox" if within else "")
+        within = manager in ("weston", "mutter, Wayland")  # they show a screen in a window of theirs
+        self.screen = Screen("")
+        os.environ["MUTTER_DEBUG_DUMMY_MODE_SPECS"] = f"{SCREEN[0]}x{SCREEN[1]}"
         if command:
             before = set(os.listdir("/tmp/.X11-unix"))
             self.screen.launch(*command)
@@ -105,6 +108,7 @@ class Trial:
                 new = wait_for(lambda: set(os.listdir("/tmp/.X11-unix")) - before, "the X server within")
                 os.environ["HANDS_DISPLAY"] = os.environ["DISPLAY"]
                 os.environ["DISPLAY"] = ":" + min(new)[1:]
+                os.environ["XAUTHORITY"] = next(glob.iglob(os.environ["XDG_RUNTIME_DIR"] + "/.mutter-Xwayland*"), "")
             wait_for(lambda: self.kind in run("wmctrl", "-m", check=False).lower(), "the window manager")
             time.sleep(1)  # panels and the like
         self.server = Server({"/": PAGE, "/typed": "<title>Typed</title>"})
@@ -256,7 +260,8 @@ class Trial:
     def try_menus(self):
         self.open_menu()
         left, top, _, _ = self.program.rect
-        move_to(left + LABELS["View"][0], top + LABELS["View"][1])
+        for beside in range(-3, 3):  # a hand doesn't jump
+            move_to(left + LABELS["View"][0] + beside, top + LABELS["View"][1])
         soon(lambda: (self.program.menu() or (0,))[0] > left + 60, "the next menu along the bar")
         key("Escape")
         self.menu_ends("Escape")
@@ -341,12 +346,12 @@ class Trial:
 ROWS = [name for name in vars(Trial) if name.startswith("try_")]
 
 
-def tried(manager):
+def tried(manager, shots=None, *rows):
     """What each row came to: "yes", "no: why", or nothing where there is nothing to try."""
     trial = Trial(manager)
     found = {}
     try:
-        for row in ROWS:
+        for row in rows or ROWS:
             if not trial.program or trial.program.process.poll() is not None:
                 trial.begin()
             try:
@@ -356,8 +361,8 @@ def tried(manager):
                 found[row] = ""
             except AssertionError as failure:
                 found[row] = "no: " + str(failure).replace(f"waited {PATIENCE} s in vain for ", "there is not ")
-                if "SHOTS" in os.environ:
-                    trial.shot().save(f"{os.environ['SHOTS']}/{manager}-{row}.png".replace(", ", "-"))
+                if shots:
+                    trial.shot().save(os.path.join(shots, f"{manager}-{row}.png"))
                 trial.program.kill()
             print(f"{manager}\t{row}\t{found[row]}", flush=True)
     finally:
@@ -402,7 +407,7 @@ def run_all():
 
 
 if __name__ == "__main__":
-    for manager in sys.argv[1:]:
-        tried(manager)
-    if not sys.argv[1:]:
+    if len(sys.argv) > 1:
+        tried(*sys.argv[1:])
+    else:
         run_all()
