@@ -109,7 +109,7 @@ class Trial:
                 os.environ["HANDS_DISPLAY"] = os.environ["DISPLAY"]
                 os.environ["DISPLAY"] = ":" + min(new)[1:]
                 os.environ["XAUTHORITY"] = next(glob.iglob(os.environ["XDG_RUNTIME_DIR"] + "/.mutter-Xwayland*"), "")
-            wait_for(lambda: self.kind in run("wmctrl", "-m", check=False).lower(), "the window manager")
+            wait_for(lambda: self.kind in run("wmctrl", "-m", check=False).lower(), "the window manager", 60)
             time.sleep(1)  # panels and the like
         self.server = Server({"/": PAGE, "/typed": "<title>Typed</title>"})
         self.program = None
@@ -127,6 +127,8 @@ class Trial:
         os.environ["DISPLAY"] = os.environ.get("HANDS_DISPLAY", inner)
         try:
             return self.screen.shot()
+        except subprocess.TimeoutExpired:
+            raise AssertionError("the screen can't be seen") from None
         finally:
             os.environ["DISPLAY"] = inner
 
@@ -246,6 +248,7 @@ class Trial:
         soon(lambda: self.program.shows(left + width // 2, top + height // 2, GREEN), "the page again")
 
     def open_menu(self):
+        time.sleep(0.8)  # longer than a double click
         x, y = LABELS["File"]
         self.program.click(x, y)
         self.program.move(x + 2, y + 1)
@@ -362,7 +365,8 @@ def tried(manager, shots=None, *rows):
             except AssertionError as failure:
                 found[row] = "no: " + str(failure).replace(f"waited {PATIENCE} s in vain for ", "there is not ")
                 if shots:
-                    trial.shot().save(os.path.join(shots, f"{manager}-{row}.png"))
+                    with contextlib.suppress(AssertionError):
+                        trial.shot().save(os.path.join(shots, f"{manager}-{row}.png"))
                 trial.program.kill()
             print(f"{manager}\t{row}\t{found[row]}", flush=True)
     finally:
