@@ -48,6 +48,7 @@ FrameLayout::FrameLayout(frmMain& main)
       picProgressEdge(&Picture10, {8385, 15, 1410, 225}),
       picProgressTrough(&picProgressEdge, {15, 15, 1380, 195}),
       picProgress(&Picture10, {8400, 30, 1380, 195}),
+      picProgressFoot(&Picture10, {8385, 210, 1410, 15}),
       labDummy(&main, {0, 0, 0, 0}, "labDummy"),
       main_(main) {
   main.BackColor = WindowColour;
@@ -126,6 +127,7 @@ void FrameLayout::Form_Resize() {
   picProgressEdge.Left = picProgress.Left - TwipsPerPixel;
   StatusBar1.Width = picProgress.Left - StatusBar1.Left - 60;
   Picture10.Top = Picture1.Height + Picture1.Top;
+  picProgressFoot.Left = picProgressEdge.Left;
   Picture3.Left = W - Picture3.Width - Picture6.Width;
   // The title bar, from its right end.
   picClose.Left = W - (picClose.Width + 70);
@@ -140,6 +142,7 @@ void FrameLayout::Form_Resize() {
 void FrameLayout::ShowProgress(bool shown) {
   picProgressEdge.Visible = shown;
   picProgress.Visible = shown;
+  picProgressFoot.Visible = shown;
 }
 
 void FrameLayout::DressProgress(const Picture& bar) {
@@ -153,6 +156,7 @@ void FrameLayout::DressProgress(const Picture& bar) {
     return static_cast<Colour>(one(16) | one(8) << 8 | one(0) << 16);
   };
   picProgressEdge.BackColor = mixed(EdgeStrength);
+  picProgressFoot.BackColor = picProgressEdge.BackColor;
   picProgressTrough.BackColor = mixed(TroughStrength);
 }
 

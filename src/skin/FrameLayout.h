@@ -37,8 +37,9 @@ class FrameLayout {
   Label StatusBar1;  // status text
   // Around the whole place of the progress, and behind it.
   Surface picProgressEdge, picProgressTrough;
-  Surface picProgress;  // its width is the progress
-  Label labDummy;       // hidden: stands for no menu label at all
+  Surface picProgress;      // its width is the progress
+  Surface picProgressFoot;  // the lower edge, where the window's own edge lies over it
+  Label labDummy;           // hidden: stands for no menu label at all
 
   int16_t SizingNow = 0;  // 1 during a grip drag
 

@@ -78,9 +78,9 @@ class Keys(ProgramTest):
 
     def test_keys_that_lead_somewhere(self):
         program = self.program
-        for focus in ("ctrl+l", "alt+d", "F6"):
+        for focus, title in (("ctrl+l", "two"), ("alt+d", "three"), ("F6", "two")):
             key(focus)
-            self.type("/two", "two")
+            self.type("/" + title, title)
         key("ctrl+l")
         self.type("/three", "three")
         for press, title in (("alt+Left", "two"), ("alt+Right", "three"), ("XF86Back", "two"), ("XF86Forward", "three")):
@@ -183,9 +183,9 @@ class Keys(ProgramTest):
         window = program.wait_window("one")
         program.wait_active(window)
         self.plain("/two", "two")
-        for focus in ("ctrl+l", "alt+d", "F6"):
+        for focus, title in (("ctrl+l", "three"), ("alt+d", "two"), ("F6", "three")):
             key(focus)
-            self.plain("/three", "three")
+            self.plain("/" + title, title)
         for press, title in (("alt+Left", "two"), ("alt+Right", "three"), ("XF86Back", "two"), ("XF86Forward", "three")):
             with self.subTest(press):
                 key(press)
