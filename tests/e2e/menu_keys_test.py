@@ -1,6 +1,7 @@
 """The keyboard while menus are open, with and without a window manager."""
 
 import os
+import re
 import subprocess
 
 from harness import LABELS, ProgramTest, click_at, main, move_to, run, wait_for
@@ -51,7 +52,18 @@ class MenuKeys(ProgramTest):
     def test_a_fatal_message_of_a_row_lies_under_nothing_and_has_the_mouse(self):
         with open(os.path.join(self.program.home, "launch.dat"), "w", newline="") as file:
             file.write("Nothing there\r\n/no/such/program\r\n")
+        other = subprocess.Popen(["xmessage", "-geometry", "200x60+10+10", "-buttons", "Pressed:7", "of another program"])
+        self.addCleanup(other.wait)
+        self.addCleanup(other.kill)
+        window = wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--class", "xmessage", check=False),
+                          "the other program's window").split()[0]
+        run("xdotool", "windowactivate", "--sync", self.program.window)
         self.program.choose("Launch", 1, 1)
+        self.program.wait_window("Marlowick")
+        # The mouse is every program's while the message is up.
+        button = re.findall(r"\d+x\d+\+\S+ +\+(\d+)\+(\d+)", run("xwininfo", "-tree", "-id", window))[-1]
+        click_at(int(button[0]) + 20, int(button[1]) + 12)
+        self.assertEqual(other.wait(15), 7)
         self.program.press("Marlowick", "OK")
         self.assertEqual(self.program.process.wait(15), 1)
 

@@ -2,11 +2,16 @@
 
 import os
 
-from harness import ProgramTest, key, main, type_text, wait_for
+from harness import ProgramTest, key, main, reply, type_text, wait_for
 from hosts import Hosts
 
 OPTIONS = "Internet Options"
 RADIO = ("radio button",)
+CHECK = ("check box",)
+# Tells how wide it finds itself, and how large its smallest text is.
+MEASURE = """<title>No scripts</title><p id=small style='font-size:4px'>small</p><script>
+const tell = () => document.title = innerWidth + " wide, " + getComputedStyle(small).fontSize;
+onresize = tell; tell()</script>"""
 
 
 class Settings(ProgramTest):
@@ -30,6 +35,89 @@ class Settings(ProgramTest):
         self.assertEqual(program.close(), 0)
         with open(os.path.join(home, "engine", "engine.ini")) as file:
             self.assertIn(hosts.proxy.removeprefix("http://"), file.read())
+
+    def open_options(self):
+        self.program.choose_row("View", "Internet Options...")
+        self.window = self.program.wait_window(OPTIONS)
+        self.program.wait_active(self.window)
+
+    def confirm(self, key_or_button="OK"):
+        self.program.press(OPTIONS, key_or_button)
+        wait_for(lambda: self.window not in self.program.windows(), "the end of the dialog")
+
+    def number(self, mnemonic, value):
+        key(mnemonic)
+        key("ctrl+a")
+        type_text(value)
+
+    def setting(self, name):
+        with open(os.path.join(self.program.home, "engine", "engine.ini")) as file:
+            return next(line.split("=", 1)[1].strip() for line in file if line.startswith(name + "="))
+
+    def test_pages_are_shown_as_they_are_set(self):
+        home = self.home()
+        address = self.page("/", MEASURE)
+        program = self.program = self.start(address, home=home)
+        wait_for(lambda: "wide" in program.title, "the page")
+        width = int(program.title.split()[0])
+
+        self.open_options()
+        self.number("alt+z", "200")
+        self.number("alt+m", "30")
+        self.confirm("Cancel")
+        program.key("F5")
+        wait_for(lambda: self.server.requests.count("/") == 2, "the page anew")
+        program.wait_title(f"{width} wide, 4px")
+
+        self.open_options()
+        self.number("alt+z", "200")
+        self.number("alt+m", "30")
+        program.press(OPTIONS, "Use Current")
+        self.confirm()
+        program.wait_title(f"{width // 2} wide, 15px")
+        self.assertEqual((self.setting("zoom"), self.setting("minimum font size"), self.setting("home")),
+                         ("200", "30", address))
+
+        self.open_options()
+        program.press(OPTIONS, "Pages may run scripts", *CHECK)
+        self.confirm()
+        program.type_address(address)
+        program.wait_title("No scripts")
+        self.assertEqual(program.close(), 0)
+
+        # The smallest text is told in pixels of the screen. All of it holds at the next start, which begins at the home page.
+        program = self.program = self.start(home=home)
+        program.wait_title("No scripts")
+        self.open_options()
+        program.press(OPTIONS, "Pages may run scripts", *CHECK)
+        program.press(OPTIONS, "Use Start Page")
+        self.confirm()
+        program.key("F5")
+        program.wait_title(f"{width // 2} wide, 15px")
+        self.assertEqual(self.setting("home"), "")
+        self.assertEqual(program.close(), 0)
+
+    def test_what_pages_have_left_is_cleared(self):
+        cookies = []
+
+        def counted(handler):
+            cookies.append(handler.headers.get("Cookie"))
+            reply(handler, f"<title>Visit {len(cookies)}</title>", headers={"Set-Cookie": "been=here; Max-Age=9000"})
+
+        self.server.pages["/"] = counted
+        program = self.program = self.start(self.server.address + "/")
+        program.wait_title("Visit 1")
+        program.key("F5")
+        program.wait_title("Visit 2")
+        self.open_options()
+        program.press(OPTIONS, "Cookies and other data of sites", *CHECK)
+        program.press(OPTIONS, "Clear Now")
+        wait_for(lambda: program.place(OPTIONS, "Cleared", "label"), "its end")
+        self.confirm()
+        program.key("F5")
+        program.wait_title("Visit 3")
+        self.assertEqual(cookies, [None, "been=here", None])
+        self.assertEqual(program.close(), 0)
 
     def test_files_in_any_encoding_cost_nothing(self):
         page = self.page("/", "<title>Käse — 日本</title>")
