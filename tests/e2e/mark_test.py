@@ -34,7 +34,7 @@ class AddressField(ProgramTest):
             return [mark for mark, colour in COLOURS.items() if colour in colours] == [name]
 
         wait_for(shows_it, f'the picture of "{name}"')
-        self.assertEqual([mark for mark in COLOURS if program.place(program.title, mark, "push button")], [name])
+        wait_for(lambda: [mark for mark in program.told_by("push button") if mark in COLOURS] == [name], f'"{name}" alone')
 
     def go(self, address, title):
         self.program.type_address(address)

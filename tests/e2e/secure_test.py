@@ -214,9 +214,9 @@ class InsecureWays(ProgramTest):
         self.assertEqual(program.close(), 0)
         shutil.rmtree(os.path.join(home, "engine", "cache"))  # the engine's copies of pages, by their whole addresses
         for folder, _, names in os.walk(home):
-            for name in names:
-                with open(os.path.join(folder, name), "rb") as file:
-                    self.assertNotIn(b"secret", file.read(), os.path.join(folder, name))
+            for path in filter(os.path.isfile, (os.path.join(folder, name) for name in names)):
+                with open(path, "rb") as file:
+                    self.assertNotIn(b"secret", file.read(), path)
 
 
 if __name__ == "__main__":

@@ -161,6 +161,8 @@ void Page::ListenToLoad() {
   callbacks_.On<void(WebKitWebView*, WebKitLoadEvent)>(view_, "load-changed", [this](auto*, auto event) {
     switch (event) {
       case WEBKIT_LOAD_STARTED:
+        // An own page isn't asked about before.
+        Taken();
         return load_.OnStarted();
       case WEBKIT_LOAD_REDIRECTED:
         return load_.OnRedirected();
