@@ -85,7 +85,10 @@ void PopupHandling::Ask(const std::string& asker, Timer& refusing, Browser*& tak
 
 void PopupHandling::TakeInNewTab(Browser*& taker) {
   TabSet& tabs = main_.tabs;
+  const int16_t shown = tabs.CurrentTab;
   tabs.AddTab("about:blank");
   taker = &tabs.WebBrowser1(tabs.CurrentTab);
+  // A tool goes on where it is, until it turns to the new tab.
+  if (main_.program.desktop.Driven()) tabs.CurrentTab = shown;
   tabs.UpdateBrowsers();
 }

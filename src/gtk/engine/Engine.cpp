@@ -116,8 +116,7 @@ GtkWidget* Engine::MakeRelatedView(WebKitWebView* opener) {
   const Owned<WebKitUserContentManager> content(webkit_user_content_manager_new());
   return GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
                                  view_settings_.get(), "website-policies", policies.get(),
-                                 "is-controlled-by-automation", ground_.driven, "user-content-manager",
-                                 content.get(), nullptr));
+                                 "user-content-manager", content.get(), nullptr));
 }
 
 GtkWidget* Engine::NewView(bool window) {

@@ -174,6 +174,8 @@ void BrowserWorld::Begun(Download& download, WebKitWebView* view) {
 }
 
 void BrowserWorld::EndView(WebKitWebView* view, bool shared) {
+  // A tool waits for the view's end, and asks what is left at once.
+  if (engine_->Driven()) return DestroyLater(view);
   const auto held = ending_.emplace_back(Share(view));
   // What its scripts still want, nobody is there for.
   callbacks_.On<gboolean(WebKitWebView*, gpointer)>(view, "script-dialog", [](auto*, auto) { return TRUE; });
