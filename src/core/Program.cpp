@@ -60,6 +60,10 @@ bool Program::TakeOver(const std::string& address) {
   return true;
 }
 
+void Program::Close() {
+  desktop.AskPages([this] { dummy.Unload(); });
+}
+
 void Program::EndSession() {
   Unattended = true;
   if (Unloading == 1) {

@@ -43,6 +43,8 @@ class Program {
 
   // Shows the splash, which brings up everything else.
   void Start();
+  // The user closes the program: the pages that want it are asked first.
+  void Close();
   // Joins every dialog to its look, without showing it. Fails for the first one that doesn't fit: what a
   // debug build finds out at its start.
   void JoinDialogs();

@@ -9,7 +9,7 @@ frmDummy::frmDummy(Program& program)
       program_(program) {
   Resize = [this] { Form_Resize(); };
   GotFocus = [this] { program_.main().SetFocus(); };
-  QueryUnload = [this] { program_.dummy.Unload(); };
+  QueryUnload = [this] { program_.Close(); };
   Timer1.Tick = [this] { Timer1_Timer(); };
 }
 

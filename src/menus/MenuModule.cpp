@@ -114,7 +114,7 @@ constexpr std::array<Command, 29> Commands = {{
     {"close",
      [](frmMain& main) {
        main.address.SaveComplete();
-       main.program.dummy.Unload();
+       main.program.Close();
      }},
     {"cut", [](frmMain& main) { Execute(main, Browser::Cut, Browser::DontPromptUser); }},
     {"copy", [](frmMain& main) { Execute(main, Browser::Copy, Browser::DontPromptUser); }},

@@ -87,6 +87,10 @@ class Browser : public Control {
   // The page's size: 1 larger, -1 smaller, 0 as it was made.
   virtual void Zoom(int step) = 0;
 
+  // Asks the page whether it may be closed, and tells, once: at once where nothing is to be asked, and never
+  // where the page has gone before. A page that doesn't answer is not waited for.
+  virtual void AskToClose(std::function<void(bool agreed)> answered) = 0;
+
   // Events. Index and array are the program's business: it wires each element when it is made.
   std::function<void()> DocumentComplete, DownloadBegin, OnQuit, TitleChange;
   std::function<void()> Chosen;  // a tool that drives the program goes on in this page
@@ -96,6 +100,8 @@ class Browser : public Control {
   // A page wants a new window. `taker` may name the element that is to take it, `cancel` forbids it; with
   // neither the element opens a plain window of its own. `asker` names the site that wants it.
   std::function<void(const std::string& asker, Browser*& taker, bool& cancel)> NewWindow2;
+  // A page that is to be closed has a question: it wants to be seen.
+  std::function<void()> QuestionUp;
   // The user has chosen a tab of its own for a link: behind the page on show, or in front.
   std::function<void(const std::string& address, bool in_front)> LinkChosen;
 

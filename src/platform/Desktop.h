@@ -75,6 +75,8 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   // Ends the pages of all browser elements, and the plain windows that they opened. For the program's end:
   // operations of the elements fail from then on.
   virtual void ClosePages() = 0;
+  // Asks all of them whether they may be closed, as AskToClose of an element; runs `agreed` where all may.
+  virtual void AskPages(std::function<void()> agreed) = 0;
   virtual CookieCache& Cookies() = 0;
   virtual std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) = 0;
 

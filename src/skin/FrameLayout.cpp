@@ -291,7 +291,7 @@ void FrameLayout::WireButtons() {
   picMin.AccessibleName = "Minimise";
   picClose.Click = [this] {
     main_.address.SaveComplete();
-    main_.program.dummy.Unload();
+    main_.program.Close();
   };
   picMax.Click = [this] {
     SizingNow = 0;

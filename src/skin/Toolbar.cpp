@@ -154,7 +154,7 @@ void Toolbar::ClickBar(std::string_view Command) {
     } else if (Command == "New Tab") {
       tabs.AddTab(preferences.NewTabMode != 0 ? shown().LocationURL() : preferences.DefaultPage);
     } else if (Command == "Del Tab") {
-      tabs.DelTab();
+      return tabs.CloseTab(tabs.CurrentTab);
     } else if (Command == "Search") {
       if (preferences.SearchInTab == 1)
         tabs.AddTab(preferences.SearchPage);

@@ -36,7 +36,15 @@ void BrowserEvents::Wire(Browser& browser, int16_t Index) {
   browser.StatusTextChange = [this, Index](const std::string& text) { StatusTextChange(Index, text); };
   browser.OnQuit = [this, Index] { OnQuit(Index); };
   browser.NewWindow2 = main_.popups.ForOnePage();
+  browser.QuestionUp = [this, Index] { ShowAsking(Index); };
   browser.LinkChosen = main_.program.desktop.LinkChosen;
+}
+
+// A question about a page's end is for its own page.
+void BrowserEvents::ShowAsking(int16_t Index) {
+  if (Index == main_.tabs.CurrentTab || !main_.tabs.picTab.Has(Index)) return;
+  main_.tabs.CurrentTab = Index;
+  main_.tabs.UpdateBrowsers();
 }
 
 void BrowserEvents::ShowIdle() {

@@ -31,6 +31,7 @@ class BrowserEvents {
   void OnQuit(int16_t Index);
 
  private:
+  void ShowAsking(int16_t Index);
   void EndWatch(int16_t Index);
   void Record(int16_t Index);
   void Timer2_Timer();

@@ -95,6 +95,27 @@ void TabSet::DelTab() {
   });
 }
 
+void TabSet::CloseTab(int16_t index) {
+  if (index == 0 || !WebBrowser1.Has(index)) return;
+  Browser& browser = WebBrowser1(index);
+  browser.AskToClose([this, index, asked = browser.Alive()](bool agreed) {
+    if (!agreed || asked.expired()) return;
+    RemoveTab(index);
+    FocusPage();
+  });
+}
+
+void TabSet::RemoveTab(int16_t index) {
+  if (index == CurrentTab) return DelTab();
+  Skipping([&] {
+    WebBrowser1.Unload(index);
+    picTab.Unload(index);
+    Timer1.Unload(index);
+    PackTabs();
+    UpdateBrowsers();
+  });
+}
+
 void TabSet::PackTabs() {
   if (WebBrowser1.UBound() == 0) return;
   ListLiveTabs();

@@ -35,6 +35,8 @@ class TabSet {
   void ShowTab(int16_t index);
   // Removes the tab on show, but never tab 0. Ends at the first failure, without a word.
   void DelTab();
+  // Removes a tab, but never tab 0, once its page has nothing against it.
+  void CloseTab(int16_t index);
   void RemoveAllTabs();
   // Gives the keyboard to the page on show, as far as there is one. What is typed in the address field is
   // given up.
@@ -53,6 +55,7 @@ class TabSet {
   int16_t LoadTab();
   // The same, behind the one on show, with its button at the end.
   int16_t LoadTabBehind();
+  void RemoveTab(int16_t index);
   void PackTabs();
 
   frmMain& main_;

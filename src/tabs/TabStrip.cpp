@@ -23,6 +23,9 @@ TabStrip::TabStrip(frmMain& main) : main_(main) {
   frame.picTabLeft.MouseMove = [this](const Mouse&) { picTabLeft_MouseMove(); };
   frame.picTabRight.Click = [this] { picTabRight_Click(); };
   frame.picTabRight.MouseMove = [this](const Mouse&) { picTabRight_MouseMove(); };
+  frame.Picture2.DblClick = [this] { main_.toolbar.ClickBar("New Tab"); };
+  frame.Picture2.MouseWheel = frame.picTabLeft.MouseWheel =
+      frame.picTabRight.MouseWheel = [this](int notches) { Turn(notches); };
   frame.picTabLeft.AccessibleRole = frame.picTabRight.AccessibleRole = Role::Button;
   frame.picTabLeft.AccessibleName = "Scroll tabs left";
   frame.picTabRight.AccessibleName = "Scroll tabs right";
@@ -32,6 +35,7 @@ std::unique_ptr<Surface> TabStrip::MakeTab(int16_t Index) {
   auto tab = std::make_unique<Surface>(&main_.frame.Picture2, DesignTab);
   tab->AccessibleRole = Role::Tab;
   tab->Click = [this, Index] { picTab_Click(Index); };
+  tab->MiddleClick = [this, Index] { main_.tabs.CloseTab(Index); };
   tab->MouseMove = [this](const Mouse&) { main_.toolbar.ResetButtons(-1); };
   tab->OLEDragDrop = [this, Index](const DataObject& Data) { picTab_OLEDragDrop(Index, Data); };
   return tab;
@@ -110,6 +114,11 @@ void TabStrip::picTabLeft_Click() {
 void TabStrip::picTabRight_Click() {
   if (LastRight() < main_.Width) return;
   Scroll(-main_.tabs.picTab(0).Width);
+}
+
+void TabStrip::Turn(int notches) {
+  for (; notches > 0; --notches) picTabRight_Click();
+  for (; notches < 0; ++notches) picTabLeft_Click();
 }
 
 void TabStrip::Scroll(Twips by) {

@@ -30,6 +30,8 @@ class TabStrip {
   void picTabLeft_MouseMove();
   void picTabRight_Click();
   void picTabRight_MouseMove();
+  // The wheel, as so many clicks on the arrows.
+  void Turn(int notches);
   void Scroll(Twips by);
   // The right edge of the last button within the window.
   Twips LastRight();

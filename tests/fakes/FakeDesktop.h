@@ -68,10 +68,13 @@ class FakeBrowser : public Browser {
   bool CloseTopBar() override { return std::exchange(bar, false); }
   void Zoom(int step) override { Do("Zoom " + std::to_string(step)); }
 
+  void AskToClose(std::function<void(bool agreed)> answered) override { answered(agrees); }
+
   std::string title, url, history;
   std::function<void(bool yes)> offer;  // how the user answers
   bool secret = false;                  // nothing of it may be kept on disk
   bool asleep = false;                  // restored, and not looked at yet
+  bool agrees = true;                   // to be closed
   Safety safety = Safety::Unknown;
   bool busy = false, offline = false, outside_sandbox = false;
   bool back = true, forward = true;  // there is such a page
@@ -141,6 +144,9 @@ class FakeDesktop : public Desktop {
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
   void ClosePages() override { log.push_back("ClosePages"); }
+  void AskPages(std::function<void()> agreed) override {
+    if (pages_agree) agreed();
+  }
   FakeCookieCache& Cookies() override { return cookies; }
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
   std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;
@@ -171,6 +177,7 @@ class FakeDesktop : public Desktop {
   Registry registry;
   std::string no_program;                         // the command that Shell can't start
   std::deque<std::function<void(Dialog&)>> acts;  // of the user's, in modal dialogs
+  bool pages_agree = true;                        // to be closed
   bool trash = true;                              // whether there is one
   std::function<void()> during_events;            // runs in each pass of the event pump
   std::vector<std::string> log;                   // what was asked, in order

@@ -53,6 +53,18 @@ void BrowserWorld::Shutdown() {
   engine_.reset();
 }
 
+void BrowserWorld::AskPages(std::function<void()> agreed) {
+  // One at a time may take long; a no, or the next round, ends this one. The first count is this function's.
+  const auto waiting = std::make_shared<size_t>(pages_.size() + 1);
+  const auto count = [this, waiting, round = ++round_, agreed = std::move(agreed)](bool agrees) {
+    if (round != round_) return;
+    if (!agrees) ++round_;
+    if (agrees && --*waiting == 0) gate_.Run(agreed);
+  };
+  for (Page* page : std::vector(pages_)) page->AskToClose(count);
+  count(true);
+}
+
 void BrowserWorld::ClosePages() {
   windows_.clear();
   for (Page* page : std::exchange(pages_, {})) page->Close();
@@ -147,6 +159,15 @@ void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& as
   const auto found = std::find_if(pages_.begin(), pages_.end(),
                                   [element](Page* page) { return element && page->Element() == element; });
   if (found != pages_.end()) taker = *found;
+}
+
+WebKitWebView* BrowserWorld::ViewOf(const std::string& site, const Page& page) const {
+  for (Page* other : pages_) {
+    WebKitWebView* view = other == &page ? nullptr : other->PresentView();
+    if (view && other->ProcessSite() == site && webkit_web_view_get_is_web_process_responsive(view))
+      return view;
+  }
+  return nullptr;
 }
 
 void BrowserWorld::ChooseLink(const std::string& address, bool in_front) {

@@ -64,6 +64,8 @@ class BrowserWorld : private DownloadListener {
   const std::vector<Page*>& Pages() const { return pages_; }
   // Pages of one site may share a process.
   bool HasAnotherOf(const Page& page) const;
+  // A view whose process holds pages of this site alone, and answers; none where there is none beside `page`.
+  WebKitWebView* ViewOf(const std::string& site, const Page& page) const;
   // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
   // gone again: the user was free to act while the question was up.
   void AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker, bool& cancel);
@@ -82,6 +84,8 @@ class BrowserWorld : private DownloadListener {
   // unless other pages are `shared` in it.
   void EndView(WebKitWebView* view, bool shared);
 
+  // Asks all pages whether they may be closed, and runs `agreed` where all may.
+  void AskPages(std::function<void()> agreed);
   // Ends all pages, those of the program and those outside it.
   void ClosePages();
   // Ends all pages. Nothing of this world is used after it.
@@ -102,5 +106,6 @@ class BrowserWorld : private DownloadListener {
   std::vector<std::unique_ptr<PlainWindow>> windows_;
   std::vector<std::shared_ptr<WebKitWebView>> ending_;  // closed, and asked to let go
   std::unique_ptr<Automation> automation_;              // where the program is driven
+  unsigned round_ = 0;  // of questions whether pages may be closed
   Callbacks callbacks_;
 };

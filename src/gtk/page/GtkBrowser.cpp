@@ -196,6 +196,14 @@ void GtkBrowser::CloseWanted() {
   Raise(OnQuit);
 }
 
+void GtkBrowser::AskToClose(std::function<void(bool agreed)> answered) {
+  page_->AskToClose([&world = world_, answered = std::move(answered)](bool agreed) {
+    world.Gate().Run([&] { answered(agreed); });
+  });
+}
+
+void GtkBrowser::QuestionUp() { Raise(Browser::QuestionUp); }
+
 void GtkBrowser::LinkChosen(const std::string& address, bool in_front) {
   if (Browser::LinkChosen) world_.Gate().Run([&] { Browser::LinkChosen(address, in_front); });
 }

@@ -62,6 +62,8 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void ProcessDied() override;
   void CloseWanted() override;
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
+  void AskToClose(std::function<void(bool agreed)> answered) override;
+  void QuestionUp() override;
   void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override {}
   const Browser* Element() const override { return this; }

@@ -64,7 +64,10 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       dialogs_(
           scripts_.get(),
           [this](ScriptDialogs::Outcome outcome) {
-            if (outcome == ScriptDialogs::Outcome::StaysOnPage) load_.Denied();
+            if (outcome == ScriptDialogs::Outcome::StaysOnPage) {
+              load_.Denied();
+              AnswerClosing(false);
+            }
             if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
           },
           Runner()),
@@ -146,6 +149,8 @@ void Page::AddView(WebKitWebView* opener) {
   view_ = WEBKIT_WEB_VIEW(view);
   // What a script writes into its new window comes without a load.
   blank_ = !opener;
+  has_opened_ = shared_ = died_ = false;
+  process_site_.clear();
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
   webkit_web_view_set_zoom_level(view_, engine.Settings().zoom / 100.0);
@@ -200,10 +205,7 @@ void Page::ListenToPage() {
   });
   callbacks_.On<void(WebKitWebView*, WebKitHitTestResult*, guint)>(
       view_, "mouse-target-changed", [this](auto*, WebKitHitTestResult* hit, guint) { TakeHover(hit); });
-  // Only what a page opened may a page close.
-  callbacks_.On<void(WebKitWebView*)>(view_, "close", [this](auto*) {
-    if (opened_by_page_ || world_.Base().Driven()) Tell([](PageOwner& owner) { owner.CloseWanted(); });
-  });
+  callbacks_.On<void(WebKitWebView*)>(view_, "close", [this](auto*) { TakeClose(); });
   callbacks_.On<void(WebKitWebView*)>(view_, "ready-to-show",
                                       [this](auto*) { Tell([](PageOwner& owner) { owner.ReadyToShow(); }); });
   callbacks_.On<GtkWidget*(WebKitWebView*, WebKitNavigationAction*)>(
@@ -224,7 +226,7 @@ void Page::ListenToPage() {
                                                                  // A tool answers the engine's own dialog.
                                                                  if (world_.Base().Driven()) return false;
                                                                  Taken();
-                                                                 dialogs_.Ask(dialog, Asker());
+                                                                 TakeDialog(dialog);
                                                                  return true;
                                                                });
   if (world_.Base().Driven())
@@ -247,6 +249,8 @@ void Page::LetGoOfView() {
   WebKitWebView* view = std::exchange(view_, nullptr);
   load_.Abandon();
   hang_->Detach();
+  closing_ = nullptr;
+  callbacks_.Cancel(std::exchange(patience_, 0));
   questions_.Forget();
   dialogs_.Dismiss();
   callbacks_.Off(view);
@@ -430,15 +434,6 @@ void Page::LoadHtml(const std::string& html, const std::string& address) {
   });
 }
 
-// A page that another one opened stays in its reach as long as it is in the same view.
-bool Page::Isolate() {
-  if (!opened_by_page_ || !view_) return false;
-  opened_by_page_ = false;
-  DropView();
-  AddView(nullptr);
-  return true;
-}
-
 void Page::Reload() {
   View();
   hang_->Leave([this] { webkit_web_view_reload(View()); });
@@ -469,7 +464,8 @@ void Page::LoadBegan() {
 
 // What stood above the page belonged to the one before.
 void Page::LoadCommitted() {
-  blank_ = false;
+  blank_ = died_ = false;
+  TakeProcess();
   // What is blank belongs to the page that opened it.
   const std::string address = load_.ShowsOwnPage() ? std::string() : EngineAddress();
   if (!opened_by_page_ || address != "about:blank") sites_.Committed(SiteOf(address));
@@ -498,6 +494,9 @@ void Page::LoadStatusChanged(const std::string& text) {
 }
 
 void Page::ProcessDied() {
+  died_ = true;
+  process_site_.clear();
+  AnswerClosing(true);
   Tell([](PageOwner& owner) { owner.ProcessDied(); });
 }
 
@@ -594,5 +593,7 @@ GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
   if (gone && asking_ == 0) world_.DestroyLater(view);
   if (cancel || gone || taker == this) return nullptr;
   if (!taker) taker = &world_.OpenPlainWindow().Shown();
+  has_opened_ = true;
+  process_site_.clear();
   return taker->TakeNewWindow(view);
 }

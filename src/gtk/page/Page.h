@@ -50,6 +50,8 @@ class PageOwner {
   virtual void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) = 0;
   // The user has chosen a tab for a link: behind the page on show, or in front.
   virtual void LinkChosen(const std::string& address, bool in_front) = 0;
+  // The page is to be closed and asks the user about it.
+  virtual void QuestionUp() = 0;
   // The new window that this page has taken may be shown now.
   virtual void ReadyToShow() = 0;
   // The program's element where the owner is one.
@@ -65,6 +67,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   Page(const Page&) = delete;
   ~Page() override;
 
+  // Asks whether it may be closed; as AskToClose of the browser element. Asked again meanwhile, it answers
+  // the last who asked.
+  void AskToClose(std::function<void(bool agreed)> answered);
   // The owner leaves: the widget goes, and nothing is told any more.
   void Close();
   bool Closed() const { return !view_ && !quit_; }
@@ -148,6 +153,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // The user goes back, forward, or asks for the page again: what the engine does next is the user's wish.
   void Command() { commanded_at_ = g_get_monotonic_time(); }
   bool Commanded() const { return g_get_monotonic_time() - commanded_at_ < CommandHolds; }
+  // The site whose process this is, and whose other pages may join it; empty for none.
+  const std::string& ProcessSite() const { return process_site_; }
   const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
 
  private:
@@ -173,6 +180,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void LetPlainThrough(bool through) override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
+  bool JoinSite(const std::string& uri) override;
   bool Isolate() override;
   void Reload() override;
   void StopLoading() override;
@@ -197,6 +205,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void AddView(WebKitWebView* opener);
   void ListenToLoad();
   void ListenToPage();
+  // Goes on in a view of the process of another, or of a process of its own.
+  void MoveTo(WebKitWebView* kin, bool with_history = true);
+  // A page has come: whose process this is.
+  void TakeProcess();
   void LetGoOfView();
   void DropView();
   void ShowStatus();
@@ -209,6 +221,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool Paint(cairo_t* cairo);
   GtkWidget* Create(WebKitWebView* view, WebKitNavigationAction* action);
   bool MayAskForWindow();
+  void AnswerClosing(bool agreed);
+  void TakeClose();
+  void TakeDialog(WebKitScriptDialog* dialog);
 
   BrowserWorld& world_;
   PageOwner* owner_;
@@ -230,9 +245,15 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   int requests_ = 0;                     // of those in a row
   int asking_ = 0;                       // questions about new windows that run now
   gint64 commanded_at_ = -CommandHolds;  // microseconds
+  std::function<void(bool)> closing_;    // who waits to hear whether the page may be closed
+  unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
   bool plain_through_ = false;  // the load under way may come without encryption
+  bool has_opened_ = false;   // windows for itself
+  bool shared_ = false;       // the view began in the process of another
+  bool died_ = false;         // its process, and nothing has come since
+  std::string process_site_;  // whose pages alone the process holds; empty where that isn't known
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
   Callbacks callbacks_;

@@ -153,6 +153,21 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
   return TakeChoice(page, uri, action);
 }
 
+// Sending a form once more may buy twice: the user is asked, and without a yes the page stays.
+bool AskToSendAgain(Page& page, WebKitNavigationAction* action, WebKitPolicyDecision* decision) {
+  if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED)
+    return false;
+  page.Asks().Ask({.text = "To show this page again, what was entered in a form has to be sent once more.",
+                   .yes = "_Send Again",
+                   .no = "S_tay",
+                   .refusal = Questions::Refusal::MayBeStopped},
+                  [&page, held = std::shared_ptr<WebKitPolicyDecision>(Share(decision))](bool yes) {
+                    yes ? webkit_policy_decision_use(held.get()) : webkit_policy_decision_ignore(held.get());
+                    if (!yes) page.Load().Denied();
+                  });
+  return true;
+}
+
 bool IsAttachment(WebKitURIResponse* response) {
   SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
   char* disposition = nullptr;
@@ -194,6 +209,7 @@ bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType
     return DecideResponse(page, WEBKIT_RESPONSE_POLICY_DECISION(decision));
   WebKitNavigationAction* action =
       webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+  if (AskToSendAgain(page, action, decision)) return true;
   const bool taken = type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION
                          ? TakeRequest(page, action)
                          : TakeChoice(page, UriOf(action), action);

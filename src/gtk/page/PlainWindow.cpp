@@ -28,9 +28,9 @@ struct PlainWindow::Binding {
 };
 
 const PlainWindow::Binding PlainWindow::Bindings[] = {
-    {"w", Ctrl, &PlainWindow::End},
-    {"F4", Ctrl, &PlainWindow::End},
-    {"Close", 0, &PlainWindow::End},
+    {"w", Ctrl, &PlainWindow::Close},
+    {"F4", Ctrl, &PlainWindow::Close},
+    {"Close", 0, &PlainWindow::Close},
     {"n", Ctrl, &PlainWindow::OpenAnother},
     {"l", Ctrl, &PlainWindow::AskForAddress},
     {"d", Alt, &PlainWindow::AskForAddress},
@@ -102,7 +102,7 @@ PlainWindow::PlainWindow(BrowserWorld& world)
     ShowMark(Safety::Unknown);
   });
   callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(window_, "delete-event", [this](auto*, auto*) {
-    End();
+    Close();
     return TRUE;
   });
   Update();
@@ -296,6 +296,12 @@ void PlainWindow::ShowAddress() {
 void PlainWindow::ShowMark(Safety safety) {
   mark_.Show(safety, !world_.Base().Sandboxed());
   gtk_widget_set_size_request(mark_.Widget(), FieldMark::Width * mark_.Count(), -1);
+}
+
+void PlainWindow::Close() {
+  page_->AskToClose([this](bool agreed) {
+    if (agreed) End();
+  });
 }
 
 // The handler that asked for it still runs in the page.

@@ -38,6 +38,7 @@ class PlainWindow : private PageOwner {
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
+  void QuestionUp() override { gtk_window_present(GTK_WINDOW(window_)); }
   void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override;
 
@@ -53,6 +54,8 @@ class PlainWindow : private PageOwner {
   void Update();
   void ShowAddress();
   void ShowMark(Safety safety);
+  // The user closes it: the page may have a question.
+  void Close();
   void End();
 
   void Back();

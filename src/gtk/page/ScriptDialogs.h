@@ -25,9 +25,10 @@ class ScriptDialogs {
 
   // Puts a question; one that is up is taken back. `asker` names the site, empty for none.
   void Ask(WebKitScriptDialog* dialog, const std::string& asker);
-  // The user goes elsewhere: takes back the question that is up, as if refused, and the page asks no more.
+  bool Up() const { return dialog_ != nullptr; }
   // Answers no, as the user. False: there is no question.
   bool Refuse();
+  // The user goes elsewhere: takes back the question that is up, as if refused, and the page asks no more.
   void Dismiss();
   // A question is up, and the page waits.
   bool Asking() const { return dialog_ != nullptr; }

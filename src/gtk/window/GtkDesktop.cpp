@@ -225,6 +225,8 @@ void GtkDesktop::ClosePages() {
   if (world_) world_->ClosePages();
 }
 
+void GtkDesktop::AskPages(std::function<void()> agreed) { World().AskPages(std::move(agreed)); }
+
 CookieCache& GtkDesktop::Cookies() {
   if (!cookies_)
     cookies_ = std::make_unique<EngineCookies>(

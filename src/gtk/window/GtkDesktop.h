@@ -40,6 +40,7 @@ class GtkDesktop : public Desktop {
   std::unique_ptr<WindowHost> MakeHost(Window& window) override;
   std::unique_ptr<Browser> MakeBrowser(Control& parent) override;
   void ClosePages() override;
+  void AskPages(std::function<void()> agreed) override;
   CookieCache& Cookies() override;
   std::unique_ptr<ComboBox> MakeComboBox(Control& parent, const Place& place) override;
   std::unique_ptr<DialogHost> MakeDialog(Dialog& dialog) override;

@@ -36,3 +36,13 @@ bool Input::TellKey(Events& gate, Window& scene, const KeyPress& press) {
   if (scene.KeyDown) gate.Run([&] { used = scene.KeyDown(press); });
   return used;
 }
+
+int Input::Wheel::Turn(const GdkEventScroll& event) {
+  if (event.direction == GDK_SCROLL_UP || event.direction == GDK_SCROLL_DOWN)
+    turned_ = event.direction == GDK_SCROLL_DOWN ? 1 : -1;
+  else if (event.direction == GDK_SCROLL_SMOOTH)
+    turned_ += event.delta_y;
+  const int notches = static_cast<int>(turned_);
+  turned_ -= notches;
+  return notches;
+}

@@ -25,4 +25,14 @@ std::optional<KeyPress> PressOf(const GdkEventKey& event);
 bool TellKey(Events& gate, Window& scene, const GdkEventKey& event);
 bool TellKey(Events& gate, Window& scene, const KeyPress& press);
 
+// A wheel, which may tell of parts of a notch.
+class Wheel {
+ public:
+  // How many whole notches it has turned; down counts up.
+  int Turn(const GdkEventScroll& event);
+
+ private:
+  double turned_ = 0;  // of the next notch
+};
+
 }  // namespace Input

@@ -179,16 +179,13 @@ bool PopupGroup::TakesPress(GdkEvent* event) {
 
 // To the popup under the mouse, whatever was reported it; nothing behind the popups is scrolled.
 bool PopupGroup::TakesWheel(const GdkEventScroll& event) {
-  // A wheel that turns smoothly tells of parts of a notch.
-  if (event.direction == GDK_SCROLL_UP || event.direction == GDK_SCROLL_DOWN)
-    turned_ = event.direction == GDK_SCROLL_DOWN ? 1 : -1;
-  else if (event.direction == GDK_SCROLL_SMOOTH)
-    turned_ += event.delta_y;
-  const int notches = static_cast<int>(turned_);
-  turned_ -= notches;
+  const int notches = wheel_.Turn(event);
   const Popup* popup = At(reinterpret_cast<const GdkEvent*>(&event));
-  if (notches == 0 || !popup || !popup->scene->MouseWheel) return true;
-  gate_.Run([scene = popup->scene, notches] { scene->MouseWheel(notches); });
+  if (notches == 0 || !popup) return true;
+  gate_.Run([scene = popup->scene, notches, &event] {
+    scene->Wheeled(notches, event.x_root * TwipsPerPixel - scene->Left,
+                   event.y_root * TwipsPerPixel - scene->Top);
+  });
   return true;
 }
 

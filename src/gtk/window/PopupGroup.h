@@ -7,6 +7,7 @@
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/Widgets.h"
+#include "gtk/window/Input.h"
 #include "gtk/window/LoneAlt.h"
 #include "platform/Events.h"
 #include "platform/scene/Window.h"
@@ -73,7 +74,7 @@ class PopupGroup {
   int tries_ = 0;
   unsigned retry_ = 0;
   LoneAlt lone_alt_;
-  double turned_ = 0;        // of the wheel's next notch
+  Input::Wheel wheel_;
   std::set<guint16> taken_;  // keys whose press was taken: their release is nobody else's either
   Callbacks callbacks_;
 };

@@ -83,7 +83,8 @@ void SceneView::WirePainting() {
 
 void SceneView::WireMouse() {
   using Handled = gboolean(GtkWidget*, GdkEvent*);
-  gtk_widget_add_events(Widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK);
+  gtk_widget_add_events(
+      Widget(), GDK_BUTTON_PRESS_MASK | GDK_BUTTON_RELEASE_MASK | GDK_POINTER_MOTION_MASK | GDK_SCROLL_MASK);
   callbacks_.On<Handled>(Widget(), "button-press-event", [this](auto*, GdkEvent* event) -> gboolean {
     if (!IsOwn(event)) return FALSE;
     OnPress(event->button);
@@ -97,6 +98,11 @@ void SceneView::WireMouse() {
   callbacks_.On<Handled>(Widget(), "motion-notify-event", [this](auto*, GdkEvent* event) -> gboolean {
     if (!IsOwn(event)) return FALSE;
     OnMove(event->motion);
+    return TRUE;
+  });
+  callbacks_.On<Handled>(Widget(), "scroll-event", [this](auto*, GdkEvent* event) -> gboolean {
+    if (!IsOwn(event)) return FALSE;
+    OnWheel(event->scroll);
     return TRUE;
   });
   gtk_widget_set_has_tooltip(Widget(), TRUE);
@@ -277,6 +283,12 @@ void SceneView::OnMove(const GdkEventMotion& event) {
     if (!scene_.Captures()) ShowPointer(scene_.At(at.X, at.Y));
     scene_.MouseMoved(Input::Held(event.state), Input::Shift(event.state), at.X, at.Y);
   });
+}
+
+void SceneView::OnWheel(const GdkEventScroll& event) {
+  const int notches = wheel_.Turn(event);
+  if (notches == 0) return;
+  gate_.Run([&] { scene_.Wheeled(notches, event.x * TwipsPerPixel, event.y * TwipsPerPixel); });
 }
 
 void SceneView::ShowPointer(const Control& control) {

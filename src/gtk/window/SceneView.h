@@ -10,6 +10,7 @@
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/window/Accessible.h"
+#include "gtk/window/Input.h"
 #include "platform/Events.h"
 #include "platform/scene/DisplayList.h"
 #include "platform/scene/Window.h"
@@ -50,6 +51,7 @@ class SceneView {
   void OnPress(const GdkEventButton& event);
   void OnRelease(const GdkEventButton& event);
   void OnMove(const GdkEventMotion& event);
+  void OnWheel(const GdkEventScroll& event);
   bool TakesDrop(GdkDragContext* context, int x, int y);
   void OnDrop(const std::string& text, int x, int y);
 
@@ -74,6 +76,7 @@ class SceneView {
   std::vector<uint32_t> pixels_;
   int width_ = 0, height_ = 0, scale_ = 0;  // of the bitmap: logical pixels, and device pixels to one of them
   bool dirty_ = true;
+  Input::Wheel wheel_;
   Pointer pointer_ = Pointer::Default;
   Callbacks callbacks_;
 };

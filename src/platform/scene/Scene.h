@@ -74,6 +74,10 @@ class Control {
   // first.
   std::function<void(const Mouse&)> MouseDown, MouseMove, MouseUp;
   std::function<void()> Click, DblClick;
+  // A click of the middle button, where that is another thing than a click.
+  std::function<void()> MiddleClick;
+  // The mouse's wheel over the control or what stands on it, by so many notches; down counts up.
+  std::function<void(int notches)> MouseWheel;
   std::function<void(const DataObject&)> OLEDragDrop;
   // What pressing by name does where that is more than a click.
   std::function<void()> AccessiblePress;

@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+constexpr int MiddleButton = 4;
+
+}  // namespace
+
 Window::Window(WindowSystem& system, Kind kind, const Place& place, const std::string& caption)
     : Surface(nullptr, place),
       Caption(this, Aspect::Text, caption),
@@ -116,9 +122,15 @@ void Window::MouseReleased(int button, int shift, Twips x, Twips y) {
   const bool inside = &At(x, y) == control;
   // The handlers may take the control off the window, so that it must not be touched again.
   const auto release = control->MouseUp;
-  const auto click = doubled_ || !inside ? nullptr : control->Click;
+  const bool middle = button == MiddleButton && control->MiddleClick;
+  const auto click = doubled_ || !inside ? nullptr : middle ? control->MiddleClick : control->Click;
   if (release) release({button, shift, x - control->RootLeft(), y - control->RootTop()});
   if (click) click();
+}
+
+void Window::Wheeled(int notches, Twips x, Twips y) {
+  for (Control* control = &At(x, y); control; control = control->Parent())
+    if (const auto wheel = control->MouseWheel) return wheel(notches);
 }
 
 void Window::Dropped(const DataObject& data, Twips x, Twips y) {

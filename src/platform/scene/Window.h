@@ -53,8 +53,6 @@ class Window : public Surface, public SceneRoot {
   // Width and Height run Resize at once, within the assignment; so does WindowState.
   std::function<void()> Resize;
   std::function<void()> Activate, Deactivate, GotFocus, LostFocus;
-  // The mouse's wheel over the window, by so many notches; down counts up.
-  std::function<void(int notches)> MouseWheel;
   // A key, before the window's widgets see it. True: it was used, and they don't get it. While popup windows
   // are open they hear of it first, from the newest on, and then the main window; its widgets don't.
   std::function<bool(const KeyPress&)> KeyDown;
@@ -79,6 +77,7 @@ class Window : public Surface, public SceneRoot {
   void MousePressed(int button, int shift, Twips x, Twips y, bool second_press = false);
   void MouseMoved(int buttons, int shift, Twips x, Twips y);
   void MouseReleased(int button, int shift, Twips x, Twips y);
+  void Wheeled(int notches, Twips x, Twips y);
   void Dropped(const DataObject& data, Twips x, Twips y);
   // The control under a point, front-most first; the window itself where nothing else is there.
   Control& At(Twips x, Twips y);

@@ -90,7 +90,12 @@ void PageLoad::Begin(const Address::Target& target, bool openly) {
   else if (target.uri.starts_with(SourcePrefix))
     ShowSource(target.uri);
   else
-    view_.LoadAddress(target.uri);
+    LoadWeb(target.uri);
+}
+
+void PageLoad::LoadWeb(const std::string& uri) {
+  if (view_.JoinSite(uri)) more_comes_ = false;
+  view_.LoadAddress(uri);
 }
 
 // Another place of the page that is there: no load, and so no report of one.

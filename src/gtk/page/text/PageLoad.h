@@ -41,6 +41,8 @@ class LoadView {
   virtual void LoadAddress(const std::string& uri) = 0;
   // A page of the element's own, which stands for an address. Its origin is no web page's.
   virtual void LoadHtml(const std::string& html, const std::string& address) = 0;
+  // Before an address is loaded: goes where pages of its site are already. True as with Isolate.
+  virtual bool JoinSite(const std::string&) { return false; }
   // Cuts the view off from the page that opened it, if any did. True where a new view has taken its place,
   // which tells nothing any more of what the old one did.
   virtual bool Isolate() = 0;
@@ -148,6 +150,7 @@ class PageLoad {
   void ShowErrorAfter(const ErrorPage& error);
   void GoOn();
   void StopWaiting();
+  void LoadWeb(const std::string& uri);
   void StartBlank();
   void EndBlank();
   bool StaysOnPage(const std::string& uri) const;

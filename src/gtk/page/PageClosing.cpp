@@ -1,0 +1,49 @@
+// A page is asked before it is closed.
+
+#include <utility>
+
+#include "gtk/page/Page.h"
+
+namespace {
+
+// What a page may take to say that it has nothing against it, or to ask its question.
+constexpr unsigned PatienceMilliseconds = 2000;
+
+}  // namespace
+
+void Page::AskToClose(std::function<void(bool agreed)> answered) {
+  const bool nobody = !view_ || blank_ || died_ || load_.ShowsOwnPage() ||
+                      !webkit_web_view_get_is_web_process_responsive(view_);
+  if (nobody) return answered(true);
+  const bool asked = std::exchange(closing_, std::move(answered)) != nullptr;
+  if (asked && dialogs_.Up()) return Tell([](PageOwner& owner) { owner.QuestionUp(); });
+  if (asked) return;
+  // What else it has asked would keep it from answering.
+  dialogs_.Refuse();
+  webkit_web_view_try_close(view_);
+  patience_ = callbacks_.After(PatienceMilliseconds, [this] {
+    patience_ = 0;
+    if (!dialogs_.Up()) AnswerClosing(true);
+  });
+}
+
+void Page::AnswerClosing(bool agreed) {
+  callbacks_.Cancel(std::exchange(patience_, 0));
+  // The engine's own handler still runs, and the answer may be the page's end.
+  if (const auto answered = std::exchange(closing_, nullptr)) callbacks_.Later([=] { answered(agreed); });
+}
+
+// Unasked, a page may close only what a page opened.
+void Page::TakeClose() {
+  if (closing_)
+    AnswerClosing(true);
+  else if (opened_by_page_)
+    Tell([](PageOwner& owner) { owner.CloseWanted(); });
+}
+
+void Page::TakeDialog(WebKitScriptDialog* dialog) {
+  dialogs_.Ask(dialog, Asker());
+  const bool leaves =
+      webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
+  if (leaves && closing_ && dialogs_.Up()) Tell([](PageOwner& owner) { owner.QuestionUp(); });
+}
