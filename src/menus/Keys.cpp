@@ -105,6 +105,9 @@ bool NthTab(frmMain& main, const char* digit) {
 bool Zoom(frmMain& main, int step) {
   return Ask(main, [step](Browser& page) { page.Zoom(step); });
 }
+bool FullScreen(frmMain& main, const char*) {
+  return Ask(main, [](Browser& page) { page.SwitchFullScreen(); });
+}
 bool ZoomIn(frmMain& main, const char*) { return Zoom(main, 1); }
 bool ZoomOut(frmMain& main, const char*) { return Zoom(main, -1); }
 bool ZoomNone(frmMain& main, const char*) { return Zoom(main, 0); }
@@ -203,6 +206,7 @@ constexpr auto Bindings = std::to_array<Binding>({
     {"p", Ctrl, Carry, "print..."},
     {"s", Ctrl, Carry, "save as..."},
     {"u", Ctrl, Carry, "source"},
+    {"F11", 0, FullScreen},
     {"F12", 0, Inspect},
     {"i", Ctrl + Shift, Inspect},
     {"F7", 0, SwitchCaret},

@@ -87,6 +87,10 @@ class Browser : public Control {
   // The page's size: 1 larger, -1 smaller, 0 as it was made.
   virtual void Zoom(int step) = 0;
 
+  // The page alone on the whole of its monitor, or back; back.
+  virtual void SwitchFullScreen() = 0;
+  virtual void LeaveFullScreen() = 0;
+
   // Asks the page whether it may be closed, and tells, once: at once where nothing is to be asked, and never
   // where the page has gone before. A page that doesn't answer is not waited for.
   virtual void AskToClose(std::function<void(bool agreed)> answered) = 0;

@@ -135,6 +135,8 @@ const std::vector<int16_t>& TabSet::ListLiveTabs() {
 }
 
 void TabSet::UpdateBrowsers() {
+  for (int i = 0; i <= WebBrowser1.UBound(); ++i)
+    if (i != CurrentTab && WebBrowser1.Has(i)) WebBrowser1(i).LeaveFullScreen();
   Skipping([this] { WebBrowser1(CurrentTab).Width = main_.frame.Picture1.Width; });
   Skipping([this] { WebBrowser1(CurrentTab).Height = main_.frame.Picture1.Height; });
   Skipping([this] { WebBrowser1(CurrentTab).ZOrder(0); });

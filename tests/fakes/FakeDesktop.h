@@ -68,6 +68,8 @@ class FakeBrowser : public Browser {
   bool CloseTopBar() override { return std::exchange(bar, false); }
   void Zoom(int step) override { Do("Zoom " + std::to_string(step)); }
 
+  void SwitchFullScreen() override { full_screen = !full_screen; }
+  void LeaveFullScreen() override { full_screen = false; }
   void AskToClose(std::function<void(bool agreed)> answered) override { answered(agrees); }
 
   std::string title, url, history;
@@ -75,6 +77,7 @@ class FakeBrowser : public Browser {
   bool secret = false;                  // nothing of it may be kept on disk
   bool asleep = false;                  // restored, and not looked at yet
   bool agrees = true;                   // to be closed
+  bool full_screen = false;
   Safety safety = Safety::Unknown;
   bool busy = false, offline = false, outside_sandbox = false;
   bool back = true, forward = true;  // there is such a page

@@ -10,6 +10,7 @@
 #include "gtk/page/PageProperties.h"
 #include "gtk/page/PlainWindow.h"
 #include "gtk/page/SavePage.h"
+#include "gtk/window/Input.h"
 #include "platform/Failure.h"
 #include "platform/WebAddress.h"
 
@@ -200,6 +201,11 @@ void GtkBrowser::AskToClose(std::function<void(bool agreed)> answered) {
   page_->AskToClose([&world = world_, answered = std::move(answered)](bool agreed) {
     world.Gate().Run([&] { answered(agreed); });
   });
+}
+
+bool GtkBrowser::KeyPressed(const GdkEventKey& event) {
+  auto* window = dynamic_cast<Window*>(Root());
+  return window && Input::TellKey(world_.Gate(), *window, event);
 }
 
 void GtkBrowser::QuestionUp() { Raise(Browser::QuestionUp); }

@@ -63,6 +63,9 @@ class GtkBrowser : public Browser, public HasWidget, private PageOwner {
   void CloseWanted() override;
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
   void AskToClose(std::function<void(bool agreed)> answered) override;
+  void SwitchFullScreen() override { page_->SwitchFullScreen(); }
+  void LeaveFullScreen() override { page_->LeaveFullScreen(); }
+  bool KeyPressed(const GdkEventKey& event) override;
   void QuestionUp() override;
   void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override {}

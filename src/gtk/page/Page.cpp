@@ -55,10 +55,12 @@ std::shared_ptr<Page> Page::Open(BrowserWorld& world, PageOwner& owner) {
 Page::Page(BrowserWorld& world, PageOwner& owner)
     : world_(world),
       owner_(&owner),
+      place_(MakeBox(nullptr, false)),
       box_(MakeBox(nullptr, false)),
       bars_(MakeBox(box_.get(), false)),
       scripts_(MakeBox(box_.get(), false)),
       feet_(MakeBox(box_.get(), true)),
+      screen_(place_.get(), box_.get(), Runner()),
       load_(*this, *this, Runner()),
       questions_(bars_.get(), Runner()),
       dialogs_(
@@ -75,6 +77,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       downloads_(world.Base().Fetches(), Runner()),
       held_(*this),
       callbacks_(Runner()) {
+  gtk_box_pack_start(GTK_BOX(place_.get()), box_.get(), TRUE, TRUE, 0);
   gtk_box_pack_start(GTK_BOX(feet_.get()), downloads_.Widget(), FALSE, TRUE, 0);
   if (world.Base().Driven()) SayDriven();
 }
@@ -115,9 +118,10 @@ void Page::Close() {
   owner_ = nullptr;
   if (!box_) return;
   world_.Remove(*this);
+  screen_.Leave();
   DropView();
   quit_ = false;
-  gtk_widget_destroy(box_.get());
+  gtk_widget_destroy(place_.get());
 }
 
 void Page::Quit() {
@@ -157,6 +161,7 @@ void Page::AddView(WebKitWebView* opener) {
   Guard();
   ListenToLoad();
   ListenToPage();
+  ListenToFullScreen();
   PagePolicy::Attach(*this, view_);
   PageMenu::Attach(*this, view_);
   hang_->Attach(view_);
@@ -384,6 +389,11 @@ bool Page::CloseTopBar() {
   GList* newest = g_list_last(bars);
   GtkWidget* bar = newest ? static_cast<GtkWidget*>(newest->data) : nullptr;
   g_list_free(bars);
+  if (!bar && screen_.On()) {
+    // Not within the handler of the window that goes.
+    callbacks_.Later([this] { LeaveFullScreen(); });
+    return true;
+  }
   if (!bar) return false;
   if (GTK_IS_INFO_BAR(bar)) gtk_info_bar_response(GTK_INFO_BAR(bar), GTK_RESPONSE_CLOSE);
   return true;

@@ -11,6 +11,7 @@
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
 #include "gtk/page/DownloadBar.h"
+#include "gtk/page/FullScreen.h"
 #include "gtk/page/HeldWindows.h"
 #include "gtk/page/Questions.h"
 #include "gtk/page/ScriptDialogs.h"
@@ -50,6 +51,8 @@ class PageOwner {
   virtual void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) = 0;
   // The user has chosen a tab for a link: behind the page on show, or in front.
   virtual void LinkChosen(const std::string& address, bool in_front) = 0;
+  // A key while the page fills the screen. True: it was used.
+  virtual bool KeyPressed(const GdkEventKey& event) = 0;
   // The page is to be closed and asks the user about it.
   virtual void QuestionUp() = 0;
   // The new window that this page has taken may be shown now.
@@ -76,7 +79,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   BrowserWorld& World() { return world_; }
   // The bars and the view, in one widget.
-  GtkWidget* Widget() { return box_.get(); }
+  GtkWidget* Widget() { return place_.get(); }
   // Fails when the page is closed. A page that has closed itself gets a new view.
   WebKitWebView* View();
   // The same, but none where there is none now.
@@ -138,9 +141,12 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // A document of the page's comes from a server: its own, or one of its frames'.
   void DocumentAnswered(const std::string& uri, bool main);
 
-  // Closes what stands over the page: the find bar, else the newest of the others, for which that is a no.
-  // False: there is none.
+  // Closes what stands over the page: the find bar, else the newest of the others, for which that is a no,
+  // else the whole screen. False: there is none.
   bool CloseTopBar();
+  // Onto the whole screen, or back.
+  void SwitchFullScreen();
+  void LeaveFullScreen();
   // In the status line, until there is something newer.
   void Say(const std::string& text) { LoadStatusChanged(text); }
 
@@ -221,6 +227,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool Paint(cairo_t* cairo);
   GtkWidget* Create(WebKitWebView* view, WebKitNavigationAction* action);
   bool MayAskForWindow();
+  void ListenToFullScreen();
+  void EnterFullScreen(const std::string& notice);
+  bool TakeScreenKey(const GdkEventKey& event);
   void AnswerClosing(bool agreed);
   void TakeClose();
   void TakeDialog(WebKitScriptDialog* dialog);
@@ -228,7 +237,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   BrowserWorld& world_;
   PageOwner* owner_;
   // From the top: what the page wants, a script's question, the view, downloads and finding.
-  Owned<GtkWidget> box_, bars_, scripts_, feet_;
+  Owned<GtkWidget> place_, box_, bars_, scripts_, feet_;
+  FullScreen screen_;
   WebKitWebView* view_ = nullptr;
   Sites sites_;
   PageLoad load_;
@@ -245,6 +255,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   int requests_ = 0;                     // of those in a row
   int asking_ = 0;                       // questions about new windows that run now
   gint64 commanded_at_ = -CommandHolds;  // microseconds
+  bool wants_screen_ = false;            // the page itself wants to fill it
   std::function<void(bool)> closing_;    // who waits to hear whether the page may be closed
   unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet

@@ -57,6 +57,7 @@ const PlainWindow::Binding PlainWindow::Bindings[] = {
     {"p", Ctrl, &PlainWindow::Print},
     {"s", Ctrl, &PlainWindow::SaveAs},
     {"u", Ctrl, &PlainWindow::Source},
+    {"F11", 0, &PlainWindow::SwitchFullScreen},
     {"F12", 0, &PlainWindow::Inspect},
     {"i", Ctrl + Shift, &PlainWindow::Inspect},
     {"F7", 0, &PlainWindow::SwitchCaret},

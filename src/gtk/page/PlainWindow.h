@@ -38,6 +38,7 @@ class PlainWindow : private PageOwner {
   void ProcessDied() override {}
   void CloseWanted() override { End(); }
   void WindowWanted(const std::string& asker, Page*& taker, bool& cancel) override;
+  bool KeyPressed(const GdkEventKey& event) override { return TakeKey(event); }
   void QuestionUp() override { gtk_window_present(GTK_WINDOW(window_)); }
   void LinkChosen(const std::string& address, bool in_front) override;
   void ReadyToShow() override;
@@ -58,6 +59,7 @@ class PlainWindow : private PageOwner {
   void Close();
   void End();
 
+  void SwitchFullScreen() { page_->SwitchFullScreen(); }
   void Back();
   void Forward();
   void Refresh();

@@ -1,0 +1,183 @@
+"""Nothing goes without a word: a page that wants it is asked before it goes, and a form isn't sent twice by itself."""
+
+import os
+import signal
+
+from harness import ProgramTest, children_of, main, reply, run, wait_for, zombie
+
+QUESTION = "Leave this page? What you have entered may be lost."
+FIRST_TAB, SECOND_TAB = (75, 92), (225, 92)
+GUARDED = """<title>{}</title><body style='background:blue;height:100vh' onclick="fetch('/pressed')">
+<script>onbeforeunload = event => {{ fetch('/asked'); event.preventDefault(); event.returnValue = 'x' }}</script>"""
+
+
+class Closing(ProgramTest):
+    def begin(self, *titles):
+        for title in titles:
+            self.page("/" + title, GUARDED.format(title) if title != "Plain" else "<title>Plain</title>")
+        self.page("/pressed", "")
+        self.page("/asked", "")
+        self.program = self.start(self.server.address + "/" + titles[0], settings={"Default": "about:blank"})
+        self.program.wait_title(titles[0])
+        if titles[0] != "Plain":
+            self.touch()
+        for title in titles[1:]:
+            self.program.key("ctrl+t")
+            wait_for(lambda: self.program.title != titles[0], "the new tab")
+            self.program.type_address(self.server.address + "/" + title)
+            self.program.wait_title(title)
+            if not title.startswith("Plain"):
+                self.touch()
+
+    def touch(self):
+        """A page that nobody has touched may not ask."""
+        before = self.server.requests.count("/pressed")
+        self.program.click(350, 300)
+        wait_for(lambda: self.server.requests.count("/pressed") > before, "the page, pressed")
+
+    def asks(self, title):
+        return self.program.place(title, QUESTION, "label")
+
+    def answer(self, title, name):
+        wait_for(lambda: self.asks(title), "the question")
+        self.program.press(title, name)
+        wait_for(lambda: not self.asks(title), "its end")
+
+    def test_a_tab(self):
+        self.begin("Plain", "Guarded")
+        program = self.program
+        program.key("ctrl+w")
+        self.answer("Guarded", "Stay")
+        self.assertEqual(program.title, "Guarded")
+        # Behind, it comes to the front with its question.
+        program.click(*FIRST_TAB)
+        program.wait_title("Plain")
+        program.click(*SECOND_TAB, button=2)
+        program.wait_title("Guarded")
+        self.answer("Guarded", "Leave")
+        program.wait_title("Plain")
+        self.assertEqual(self.server.requests.count("/asked"), 2)
+
+    def test_the_program(self):
+        self.begin("Guarded", "Other", "Plain")
+        program = self.program
+        run("wmctrl", "-i", "-c", program.window)
+        wait_for(lambda: self.asks("Guarded") or self.asks("Other"), "a question")
+        self.answer(program.title, "Stay")
+        self.assertIsNone(program.process.poll())
+        # What each was asked once is asked no more; without such pages there is no question.
+        run("wmctrl", "-i", "-c", program.window)
+        for _ in range(2):
+            wait_for(lambda: self.asks(program.title) or program.process.poll() is not None, "a question")
+            if program.process.poll() is None:
+                self.answer(program.title, "Leave")
+                for tab in (FIRST_TAB, SECOND_TAB):
+                    if program.process.poll() is None and not self.asks(program.title):
+                        program.click(*tab)
+        self.assertEqual(program.wait_end(), 0)
+
+    def test_a_plain_window(self):
+        self.begin("Plain")
+        program = self.program
+        self.page("/Window", GUARDED.format("Window"))
+        program.key("ctrl+n")
+        plain = program.wait_window("Plain")
+        run("xdotool", "windowactivate", "--sync", plain)
+        program.key("ctrl+l")
+        run("xdotool", "type", self.server.address + "/Window")
+        program.key("Return")
+        program.wait_window("Window")
+        before = self.server.requests.count("/pressed")
+        run("xdotool", "mousemove", "--window", plain, "300", "300", "click", "1")
+        wait_for(lambda: self.server.requests.count("/pressed") > before, "the page, pressed")
+        run("wmctrl", "-i", "-c", plain)
+        self.answer("Window", "Stay")
+        self.assertIn(plain, program.windows())
+        run("wmctrl", "-i", "-c", plain)
+        self.answer("Window", "Leave")
+        wait_for(lambda: plain not in program.windows(), "the window's end")
+
+    def test_a_page_that_hangs_holds_nothing(self):
+        self.begin("Plain")
+        self.page("/Loop", "<title>Loop</title><script>onbeforeunload = () => { for (;;); }</script>")
+        self.program.key("ctrl+t")
+        self.program.type_address(self.server.address + "/Loop")
+        self.program.wait_title("Loop")
+        self.program.key("ctrl+w")
+        self.program.wait_title("Plain")
+        self.assertEqual(self.program.close(), 0)
+
+    def test_staying_keeps_the_form_at_every_refresh(self):
+        self.begin("Guarded")
+        program = self.program
+        for _ in range(3):
+            program.key("F5")
+            self.answer("Guarded", "Stay")
+        self.assertEqual(self.server.requests.count("/Guarded"), 1)
+        program.key("F5")
+        self.answer("Guarded", "Leave")
+        wait_for(lambda: self.server.requests.count("/Guarded") == 2, "the page, once more")
+
+    def test_a_form_is_sent_again_only_by_a_yes(self):
+        sent = []
+
+        def take(handler):
+            length = int(handler.headers.get("Content-Length", 0))
+            sent.append(handler.rfile.read(length))
+            reply(handler, "<title>Sent</title><body style='background:lime'>")
+
+        self.server.http.RequestHandlerClass.do_POST = take
+        program = self.start(self.page("/", "<title>Form</title><form method=post action=/sent><input name=a autofocus "
+                                       "value=b><button style='width:300px;height:300px'>Send</button></form>"))
+        program.wait_title("Form")
+        program.click(300, 250)
+        program.wait_title("Sent")
+        question = "To show this page again, what was entered in a form has to be sent once more."
+        for times, (name, count) in enumerate((("Stay", 1), ("Stay", 1), ("Send Again", 2))):
+            program.key("F5")
+            wait_for(lambda: program.place("Sent", question, "label"), f"question {times}")
+            program.press("Sent", name)
+            wait_for(lambda: not program.place("Sent", question, "label"), "its end")
+            wait_for(lambda: len(sent) == count, f"{count} requests")
+            self.assertEqual(program.page_pixel(self.screen), (0, 255, 0))
+        self.assertEqual(sent, [b"a=b", b"a=b"])
+
+
+class Processes(ProgramTest):
+    def processes(self):
+        found = []
+        for pid in children_of(self.program.process.pid):
+            try:
+                with open(f"/proc/{pid}/comm") as file:
+                    if file.read().startswith("WebKitWebProces") and not zombie(pid):
+                        found.append(pid)
+            except OSError:
+                pass
+        return found
+
+    def test_a_site_shares_one_and_its_end_takes_all_its_tabs_to_a_page_that_can_be_refreshed(self):
+        for n in range(3):
+            self.page(f"/{n}", f"<title>Page {n}</title><body style='background:blue'>")
+        program = self.program = self.start(self.server.address + "/0", settings={"Default": "home"})
+        program.wait_title("Page 0")
+        for n in (1, 2):
+            program.key("ctrl+t")
+            wait_for(lambda: not program.title.startswith("Page"), "the new tab")
+            program.type_address(self.server.address + f"/{n}")
+            program.wait_title(f"Page {n}")
+        site = [pid for pid in self.processes() if self.server.address]
+        # The site's, and what the engine keeps ready or has left over from the start page.
+        self.assertLessEqual(len(site), 3)
+        for pid in site:
+            os.kill(pid, signal.SIGKILL)
+        for tab, n in ((375, 2), (225, 1), (75, 0)):
+            program.click(tab, 92)
+            wait_for(lambda: program.place(program.title, "Refresh", "link", "push button"), "the page that says so")
+            program.key("F5")
+            program.wait_title(f"Page {n}")
+        self.assertLessEqual(len(self.processes()), 3)
+        self.assertEqual(program.close(), 0)
+
+
+if __name__ == "__main__":
+    main(warnings="ignore")
