@@ -108,6 +108,7 @@ void TabSet::CloseTab(int16_t index) {
 void TabSet::RemoveTab(int16_t index) {
   if (index == CurrentTab) return DelTab();
   Skipping([&] {
+    main_.removed.Keep(index);
     WebBrowser1.Unload(index);
     picTab.Unload(index);
     Timer1.Unload(index);

@@ -106,6 +106,6 @@ class BrowserWorld : private DownloadListener {
   std::vector<std::unique_ptr<PlainWindow>> windows_;
   std::vector<std::shared_ptr<WebKitWebView>> ending_;  // closed, and asked to let go
   std::unique_ptr<Automation> automation_;              // where the program is driven
-  unsigned round_ = 0;  // of questions whether pages may be closed
+  unsigned round_ = 0;                                  // of questions whether pages may be closed
   Callbacks callbacks_;
 };

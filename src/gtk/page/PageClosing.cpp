@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 
 namespace {
@@ -12,7 +13,7 @@ constexpr unsigned PatienceMilliseconds = 2000;
 }  // namespace
 
 void Page::AskToClose(std::function<void(bool agreed)> answered) {
-  const bool nobody = !view_ || blank_ || died_ || load_.ShowsOwnPage() ||
+  const bool nobody = world_.Base().Driven() || !view_ || blank_ || died_ || load_.ShowsOwnPage() ||
                       !webkit_web_view_get_is_web_process_responsive(view_);
   if (nobody) return answered(true);
   const bool asked = std::exchange(closing_, std::move(answered)) != nullptr;
@@ -37,7 +38,7 @@ void Page::AnswerClosing(bool agreed) {
 void Page::TakeClose() {
   if (closing_)
     AnswerClosing(true);
-  else if (opened_by_page_)
+  else if (opened_by_page_ || world_.Base().Driven())
     Tell([](PageOwner& owner) { owner.CloseWanted(); });
 }
 
