@@ -73,6 +73,35 @@ TEST_F(Tabs, OpenBehindForALinkThatTheUserChose) {
   EXPECT_TRUE(InFront(3));
 }
 
+TEST_F(Tabs, AreRemovedByTheMiddleButtonUnlessTheirPageMinds) {
+  OpenTabs(3);
+  const auto press = [this](int tab) {
+    Press(tabs().picTab(tab), 30, 30, 4);
+    Release(tabs().picTab(tab), 30, 30, 4);
+  };
+  press(1);  // from behind: the one on show stays
+  EXPECT_EQ(Strip(), "0@0 2@1 3@2 ");
+  EXPECT_EQ(tabs().CurrentTab, 3);
+  press(0);
+  Page(2).agrees = false;
+  press(2);
+  EXPECT_EQ(Strip(), "0@0 2@1 3@2 ");
+  // Its question is to be seen.
+  Do([this] { Page(2).QuestionUp(); });
+  EXPECT_EQ(tabs().CurrentTab, 2);
+  Page(2).agrees = true;
+  press(2);
+  EXPECT_EQ(Strip(), "0@0 3@1 ");
+  EXPECT_EQ(tabs().CurrentTab, 3);
+}
+
+TEST_F(Tabs, LeaveTheWholeScreenWhenAnotherIsShown) {
+  OpenTabs(1);
+  Page(1).SwitchFullScreen();
+  ShowTab(0);
+  EXPECT_FALSE(Page(1).full_screen);
+}
+
 // The tip that is written last stands: the strip's has the address as it is, the address field's has blanks.
 TEST_F(Tabs, TellTheirAddressInTheOrderOfTheirNews) {
   Page(0).title = "Title";
