@@ -261,10 +261,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
   bool plain_through_ = false;  // the load under way may come without encryption
-  bool has_opened_ = false;   // windows for itself
-  bool shared_ = false;       // the view began in the process of another
-  bool died_ = false;         // its process, and nothing has come since
-  std::string process_site_;  // whose pages alone the process holds; empty where that isn't known
+  bool has_opened_ = false;     // windows for itself
+  bool shared_ = false;         // the view began in the process of another
+  bool died_ = false;           // its process, and nothing has come since
+  std::string process_site_;    // whose pages alone the process holds; empty where that isn't known
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
   Callbacks callbacks_;
