@@ -39,7 +39,21 @@ void frmDummy::Form_Resize() {
   main.frame.MaxiWindow();
 }
 
-void frmDummy::Form_Unload(bool&) {
+// What is still being fetched would be lost with the program.
+bool frmDummy::MayLoseDownloads() {
+  const int fetching = program_.Unattended ? 0 : program_.desktop.Fetching();
+  if (fetching == 0) return true;
+  const std::string what = fetching == 1 ? "1 file is" : std::to_string(fetching) + " files are";
+  return program_.desktop.MsgBox(
+             what + " still being downloaded, and will be lost.\n\nClose Marlowick all the same?",
+             Buttons::YesNo, "Marlowick") == Answer::Yes;
+}
+
+void frmDummy::Form_Unload(bool& cancel) {
+  if (!MayLoseDownloads()) {
+    cancel = true;
+    return;
+  }
   program_.main().address.SaveComplete();
   program_.main.Unload();
   // The last window has gone: so has the program.

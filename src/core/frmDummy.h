@@ -19,6 +19,7 @@ class frmDummy : public Window {
  private:
   void Form_Resize();
   void Timer1_Timer();
+  bool MayLoseDownloads();
 
   Program& program_;
 };

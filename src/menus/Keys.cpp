@@ -50,6 +50,11 @@ bool AddFavourite(frmMain& main, const char*) {
   return true;
 }
 
+bool ShowDownloads(frmMain& main, const char*) {
+  main.program.desktop.ShowDownloads();
+  return true;
+}
+
 bool RefreshPastCache(frmMain& main, const char*) {
   main.tabs.FocusPage();
   return Ask(main, [](Browser& page) { page.RefreshPastCache(); });
@@ -227,6 +232,7 @@ constexpr auto Bindings = std::to_array<Binding>({
     {"d", Ctrl, AddFavourite},
     {"AddFavorite", 0, AddFavourite},
     {"h", Ctrl, Click, "History"},
+    {"j", Ctrl, ShowDownloads},
     {"History", 0, Click, "History"},
     {"n", Ctrl, Carry, "new window"},
     {"o", Ctrl, Carry, "open..."},

@@ -114,6 +114,11 @@ class Desktop : public Clock, public WindowSystem, public DialogMaker {
   // The program, the engine and the toolkit with their versions, on one line.
   virtual std::string Versions() = 0;
 
+  // How many files are being fetched.
+  virtual int Fetching() = 0;
+  // The list of downloads, in a dialog that isn't modal.
+  virtual void ShowDownloads() = 0;
+
   // The browser element's own settings, in a dialog that isn't modal.
   virtual void ShowInternetOptions() = 0;
 };

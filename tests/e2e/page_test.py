@@ -6,8 +6,9 @@ import signal
 import threading
 
 from bars import PageTest
-from harness import children_of, main, reply, wait_for
+from harness import children_of, main, reply, run, wait_for
 from inputs import click_at, type_text
+from widgets import Widgets
 
 
 class Pages(PageTest):
@@ -147,7 +148,14 @@ class Pages(PageTest):
         # Whoever leaves in the middle leaves no half file either.
         self.click_page()
         wait_for(lambda: len(os.listdir(folder)) > 1, "the second file")
-        self.assertEqual(program.close(), 0)
+        run("wmctrl", "-i", "-c", program.window)
+        question = Widgets(program, "Marlowick", message=True)
+        question.one("1 file is still being downloaded, and will be lost.\n\nClose Marlowick all the same?")
+        question.click("No")
+        self.wait_told("a name (1).bin")
+        run("wmctrl", "-i", "-c", program.window)
+        Widgets(program, "Marlowick", message=True).click("Yes")
+        self.assertEqual(program.wait_end(), 0)
         self.assertEqual(os.listdir(folder), ["a name.bin"])
 
     def test_encodings(self):

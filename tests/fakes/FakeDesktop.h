@@ -166,6 +166,8 @@ class FakeDesktop : public Desktop {
   void Shell(const std::string& command) override;
   const Registry& SystemRegistry() override { return registry; }
   std::string Versions() override { return "Marlowick 0.6a, an engine and a toolkit"; }
+  int Fetching() override { return fetching; }
+  void ShowDownloads() override { log.push_back("ShowDownloads"); }
   void ShowInternetOptions() override { log.push_back("ShowInternetOptions"); }
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;
@@ -174,6 +176,7 @@ class FakeDesktop : public Desktop {
   bool driven = false;
   Moment now = {2026, 11, 22, 20, 15, 7};
   ScreenRect work_area = {0, 0, 15360, 11520};    // 1024 x 768 pixels
+  int fetching = 0;                               // files
   std::deque<Answer> answers;                     // of message boxes
   std::deque<std::string> files;                  // of file dialogs; empty text or none: cancel
   std::deque<InstalledApplication> applications;  // that the user chooses; none: cancel

@@ -58,7 +58,7 @@ guint64 Download::Length() const {
 // Takes an unused name at once: another download may want the same one. 0, or the number of the error.
 int Download::Reserve(const std::string& suggested) {
   const std::string folder = DownloadFolder();
-  const std::string wanted = PageNames::FromTitle(suggested);
+  const std::string wanted = PageNames::FromFile(suggested);
   for (;;) {
     const std::string path = folder + "/" + PageNames::Unused(folder, wanted);
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -69,7 +69,27 @@ int Download::Reserve(const std::string& suggested) {
   }
 }
 
+void Download::Release() {
+  held_ = false;
+  if (const auto suggested = std::exchange(suggested_, std::nullopt)) Begin(*suggested);
+}
+
+void Download::Refuse() {
+  if (!Running()) return;
+  Fail("it wasn't allowed");
+  webkit_download_cancel(download_.get());
+}
+
+double Download::Speed() const {
+  const double seconds = webkit_download_get_elapsed_time(download_.get());
+  return seconds > 0 ? static_cast<double>(received_) / seconds : 0;
+}
+
 void Download::Begin(const std::string& suggested) {
+  if (held_) {
+    suggested_ = suggested;
+    return;
+  }
   if (!named_.empty()) {
     path_ = named_;
   } else if (const int error = Reserve(suggested)) {
@@ -91,6 +111,7 @@ void Download::Receive() {
 void Download::Finish() {
   if (!Running()) return;
   state_ = State::Saved;
+  received_ = webkit_download_get_received_data_length(download_.get());
   if (Changed) Changed();
 }
 

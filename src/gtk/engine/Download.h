@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "gtk/base/Callbacks.h"
@@ -36,6 +37,14 @@ class Download : public std::enable_shared_from_this<Download> {
   const std::string& Reason() const { return reason_; }
 
   void Cancel();
+  // Nothing is kept of it before the user has agreed: then one of the two others is called.
+  void Hold() { held_ = true; }
+  void Release();
+  void Refuse();
+  // The user has named the file.
+  bool Named() const { return !named_.empty(); }
+  // Bytes in a second since it began; 0 where that isn't known yet.
+  double Speed() const;
   // Into this file, which is replaced when all has come; before anything has.
   void SaveTo(const std::string& path) { named_ = path; }
 
@@ -48,6 +57,8 @@ class Download : public std::enable_shared_from_this<Download> {
 
   Owned<WebKitDownload> download_;
   State state_ = State::Running;
+  bool held_ = false;
+  std::optional<std::string> suggested_;  // the name for the file, while it is held
   std::string path_, reason_;
   std::string named_;     // the file that the user named, if any
   guint64 received_ = 0;  // as told last

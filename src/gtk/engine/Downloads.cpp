@@ -41,6 +41,10 @@ void Downloads::FetchTo(WebKitWebView* view, const std::string& uri, const std::
   g_object_set_data_full(G_OBJECT(download.get()), PathKey, g_strdup(path.c_str()), g_free);
 }
 
+void Downloads::Fetch(const std::string& uri) {
+  const Owned<WebKitDownload> download(webkit_web_context_download_uri(context_, uri.c_str()));
+}
+
 Owned<WebKitDownload> Downloads::FetchUnseen(const char* uri) {
   Owned<WebKitDownload> download(webkit_web_context_download_uri(context_, uri));
   g_object_set_data(G_OBJECT(download.get()), UnseenKey, GINT_TO_POINTER(1));

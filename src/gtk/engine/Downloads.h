@@ -37,6 +37,8 @@ class Downloads {
 
   // Begins a download of a page's into a file that the user has named, and may have agreed to replace.
   void FetchTo(WebKitWebView* view, const std::string& uri, const std::string& path);
+  // Begins one that belongs to no page.
+  void Fetch(const std::string& uri);
   // A fetch of the element's own, which users don't see. The caller says where to, and ends it.
   Owned<WebKitDownload> FetchUnseen(const char* uri);
 

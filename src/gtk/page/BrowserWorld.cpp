@@ -4,8 +4,10 @@
 #include <filesystem>
 #include <utility>
 
+#include "gtk/engine/DownloadLog.h"
 #include "gtk/page/Automation.h"
 #include "gtk/page/DownloadBar.h"
+#include "gtk/page/DownloadsList.h"
 #include "gtk/page/InternetOptions.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/PlainWindow.h"
@@ -35,6 +37,7 @@ BrowserWorld::BrowserWorld(std::string folder, EngineGround ground, Events& gate
       link_choice_(std::move(link_choice)),
       engine_(std::make_unique<Engine>(std::move(ground), Through(gate))),
       callbacks_(Through(gate)) {
+  log_ = std::make_unique<DownloadLog>(engine_->Fetches(), HostPath(folder_ + "/downloads.dat"));
   engine_->Fetches().Listen(*this);
   if (engine_->Driven()) automation_ = std::make_unique<Automation>(*this);
   engine_->GuardChanged = [this] {
@@ -50,6 +53,7 @@ void BrowserWorld::Shutdown() {
   // Nobody waits for a process that hangs.
   for (const auto& view : ending_) webkit_web_view_terminate_web_process(view.get());
   ending_.clear();
+  log_.reset();
   engine_.reset();
 }
 
@@ -114,6 +118,8 @@ std::string BrowserWorld::WriteFrameError(const std::string& html) const {
   if (reason) throw Failure("Can't write the file \"" + path + "\": " + reason->message);
   return FrameError();
 }
+
+void BrowserWorld::ShowDownloads() { DownloadsList::Show(*this); }
 
 void BrowserWorld::ShowInternetOptions() { InternetOptions::Show(*this); }
 
@@ -191,6 +197,7 @@ void BrowserWorld::Begun(Download& download, WebKitWebView* view) {
   const auto begun_on = std::find_if(pages_.begin(), pages_.end(),
                                      [view](Page* page) { return view && page->PresentView() == view; });
   Page* page = begun_on == pages_.end() ? pages_.front() : *begun_on;
+  if (begun_on != pages_.end()) page->AskToDownload(download);
   page->Downloads().Show(download);
 }
 
@@ -210,6 +217,12 @@ void BrowserWorld::EndView(WebKitWebView* view, bool shared) {
   webkit_web_view_evaluate_javascript(view, "0", -1, "marlowick", nullptr, nullptr, Callbacks::Ended,
                                       callbacks_.Ending([end](auto*, auto*) { end(false); }));
   callbacks_.After(LetsGo, [end, shared] { end(!shared); });
+}
+
+int BrowserWorld::Fetching() const {
+  const auto& all = engine_->Fetches().All();
+  return static_cast<int>(
+      std::count_if(all.begin(), all.end(), [](const auto& one) { return one->Running(); }));
 }
 
 void BrowserWorld::DestroyLater(WebKitWebView* view) {

@@ -14,6 +14,7 @@
 
 class Automation;
 class Browser;
+class DownloadLog;
 class Page;
 class PlainWindow;
 
@@ -51,6 +52,11 @@ class BrowserWorld : private DownloadListener {
   std::string FrameError() const;
   std::string WriteFrameError(const std::string& html) const;
 
+  // How many downloads run.
+  int Fetching() const;
+  // The list of downloads.
+  DownloadLog& Log() { return *log_; }
+  void ShowDownloads();
   // The dialog for the settings.
   void ShowInternetOptions();
 
@@ -102,6 +108,7 @@ class BrowserWorld : private DownloadListener {
   WindowPolicy window_policy_;
   LinkChoice link_choice_;
   std::unique_ptr<Engine> engine_;
+  std::unique_ptr<DownloadLog> log_;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<PlainWindow>> windows_;
   std::vector<std::shared_ptr<WebKitWebView>> ending_;  // closed, and asked to let go

@@ -1,5 +1,6 @@
 #include "gtk/page/Page.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -22,6 +23,9 @@ namespace {
 
 // Longer titles are cut: characters. Nobody reads them, and every one is handed about whole.
 constexpr size_t MostTitle = 20000;
+
+// Downloads of one page that run at once without a question.
+constexpr int MostDownloadsAtOnce = 2;
 
 // Windows that one page may ask for with less than a second between them.
 constexpr int MostInARow = 20;
@@ -80,6 +84,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
   gtk_box_pack_start(GTK_BOX(place_.get()), box_.get(), TRUE, TRUE, 0);
   gtk_box_pack_start(GTK_BOX(feet_.get()), downloads_.Widget(), FALSE, TRUE, 0);
   if (world.Base().Driven()) SayDriven();
+  downloads_.More = [this] { world_.ShowDownloads(); };
 }
 
 Page::~Page() { Close(); }
@@ -434,6 +439,7 @@ bool Page::ComesTooEarly(const std::string& uri) const {
 
 void Page::LoadAddress(const std::string& uri) {
   View();
+  Wish(uri);
   hang_->Leave([this, uri] { webkit_web_view_load_uri(View(), uri.c_str()); });
 }
 
@@ -481,6 +487,8 @@ void Page::LoadCommitted() {
   if (!opened_by_page_ || address != "about:blank") sites_.Committed(SiteOf(address));
   questions_.Forget();
   held_.Forget();
+  wished_.clear();
+  may_download_ = false;
   dialogs_.Forget();
   Tell([](PageOwner& owner) { owner.NameChanged(); });
 }
@@ -552,6 +560,22 @@ void Page::Print() {
   ShowPrint(operation.get());
 }
 
+void Page::AskToDownload(Download& download) {
+  const std::string uri = download.Uri();
+  const bool pressed = wished_.erase(uri.substr(0, uri.find('#'))) > 0;
+  const std::vector<Download*> shown = downloads_.Shown();
+  const auto running =
+      std::count_if(shown.begin(), shown.end(), [](Download* one) { return one->Running(); });
+  if (may_download_ || download.Named() || (pressed && running < MostDownloadsAtOnce)) return;
+  download.Hold();
+  questions_.Ask({.text = Asker() + " wants to download files.", .yes = "_Download", .no = "_Don't Download"},
+                 [this, held = download.weak_from_this()](bool yes) {
+                   may_download_ = may_download_ || yes;
+                   const auto download = held.lock();
+                   if (download) yes ? download->Release() : download->Refuse();
+                 });
+}
+
 void Page::Taken() { hang_->Taken(); }
 
 void Page::TakeTitle() {
@@ -586,9 +610,10 @@ bool Page::MayAskForWindow() {
 
 GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
   const std::string site = SiteName::Of(DocumentAddress());
-  if (!webkit_navigation_action_is_user_gesture(action) && !world_.MayOpenWindows(site)) {
-    const auto* request = webkit_navigation_action_get_request(action);
-    held_.Hold(TextOf(webkit_uri_request_get_uri(const_cast<WebKitURIRequest*>(request))));
+  const bool pressed = webkit_navigation_action_is_user_gesture(action);
+  const std::string wanted = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+  if (!pressed && !world_.MayOpenWindows(site)) {
+    held_.Hold(wanted);
     return nullptr;
   }
   if (!MayAskForWindow()) return nullptr;
@@ -605,5 +630,7 @@ GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
   if (!taker) taker = &world_.OpenPlainWindow().Shown();
   has_opened_ = true;
   process_site_.clear();
-  return taker->TakeNewWindow(view);
+  GtkWidget* window = taker->TakeNewWindow(view);
+  if (pressed) taker->Wish(wanted);
+  return window;
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -132,6 +133,11 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool Blank() const { return blank_; }
   // A script waits for the user's answer.
   bool ScriptAsks() const { return dialogs_.Asking(); }
+  // The user wants this address: what comes of it needs no question.
+  void Wish(const std::string& uri) { wished_.insert(uri.substr(0, uri.find('#'))); }
+  // A download begins on this page: whoever presses for one gets it, and what else a page wants to save is
+  // asked about, once for all of it.
+  void AskToDownload(Download& download);
   // The process behind the page has taken what the user wants of it.
   void Taken();
   // True once for each press of the user's on the page, or key: what it may set going by that is bounded.
@@ -250,6 +256,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   std::unique_ptr<FindBar> find_;
   std::string load_status_, hovered_, shown_status_;
   unsigned presses_ = 0, taken_press_ = 0;
+  std::set<std::string> wished_;  // addresses, until the page is left
+  bool may_download_ = false;     // until the page is left
   bool printing_ = false;
   gint64 last_request_ = 0;              // for a window: when, in microseconds
   int requests_ = 0;                     // of those in a row

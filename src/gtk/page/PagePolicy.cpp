@@ -140,6 +140,8 @@ bool LeadsOutOfHistory(Page& page, const std::string& uri, WebKitNavigationActio
 // True: the request is taken and must not be followed.
 bool TakeRequest(Page& page, WebKitNavigationAction* action) {
   const std::string uri = UriOf(action);
+  const bool leads_on = webkit_navigation_action_is_redirect(action) && !page.Load().Wanted().empty();
+  if (webkit_navigation_action_is_user_gesture(action) || leads_on) page.Wish(uri);
   if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
       TakeMissingDay(page, uri, action))
     return true;

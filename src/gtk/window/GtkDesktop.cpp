@@ -269,6 +269,10 @@ std::string GtkDesktop::ShowSave(const std::string& title, const std::string& fi
   return Dialogs::ShowSave(OwnerFor(true, MainFrame()), title, filter);
 }
 
+int GtkDesktop::Fetching() { return World().Fetching(); }
+
+void GtkDesktop::ShowDownloads() { World().ShowDownloads(); }
+
 void GtkDesktop::ShowInternetOptions() { World().ShowInternetOptions(); }
 
 std::string GtkDesktop::ShowFolder(const std::string& title) {

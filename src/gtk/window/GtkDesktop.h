@@ -57,6 +57,8 @@ class GtkDesktop : public Desktop {
   void Shell(const std::string& command) override;
   const Registry& SystemRegistry() override;
   std::string Versions() override;
+  int Fetching() override;
+  void ShowDownloads() override;
   void ShowInternetOptions() override;
   int Start(int milliseconds, std::function<void()> tick) override;
   void Stop(int number) override;

@@ -10,6 +10,9 @@ namespace PageNames {
 // characters, never empty.
 std::string FromTitle(std::string_view title);
 
+// The same of a file's name, which keeps its extension.
+std::string FromFile(std::string_view name);
+
 // The first of "name.ext", "name (1).ext", … in the folder that no file has.
 std::string Unused(const std::string& folder, const std::string& name);
 

@@ -1,0 +1,119 @@
+"""Downloads: which ones are asked about, the bar below the page, and the list of them."""
+
+import os
+import shutil
+import threading
+
+from bars import PageTest
+from harness import main, reply, wait_for
+from widgets import Widgets
+
+LIST = "Downloads"
+
+
+class Downloads(PageTest):
+    def setUp(self):
+        super().setUp()
+        self.folder = os.path.join(os.environ["HOME"], "Downloads")
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.more = threading.Event()
+        self.addCleanup(self.more.set)
+        for name in "abcd":
+            self.server.pages["/" + name] = lambda handler, name=name: self.send(handler, name + ".bin")
+
+    def send(self, handler, name):
+        """Half of a file at once, the rest when it is time."""
+        handler.send_response(200)
+        handler.send_header("Content-Disposition", f'attachment; filename="{name}"')
+        handler.send_header("Content-Length", "200000")
+        handler.end_headers()
+        try:
+            handler.wfile.write(b"x" * 100000)
+            handler.wfile.flush()
+            self.more.wait(100)
+            handler.wfile.write(b"x" * 100000)
+        except OSError:
+            pass
+
+    def files(self):
+        return sorted(os.listdir(self.folder)) if os.path.isdir(self.folder) else []
+
+    def test_what_nobody_pressed_for_is_asked_about(self):
+        self.more.set()
+        program = self.begin("<title>Pushes</title><script>setTimeout(() => { location = '/a'; fetch('/tried') }, 300)"
+                             "</script>")
+        self.wait_told("127.0.0.1 wants to download files.")
+        self.assertEqual(self.files(), [])
+        self.press("Don't Download")
+        self.wait_told("wasn't downloaded: it wasn't allowed")
+        self.assertEqual(self.files(), [])
+        program.key("F5")
+        self.wait_told("127.0.0.1 wants to download files.")
+        self.press("Download")
+        wait_for(lambda: self.files() == ["a.bin"], "the file")
+        self.wait_told("Saved as")
+
+    def test_the_third_at_once_is_asked_about_and_the_bar_keeps_its_height(self):
+        links = "".join(f"<a id={name} href=/{name} download></a>" for name in "abcd")
+        program = self.begin(f"<title>Many</title><body style='margin:0;background:lime' onclick=\"for (const n of "
+                             f"['a', 'b', 'c', 'd']) if (event.target === document.body || "
+                             f"event.target === document.documentElement) document.getElementById(n).click()\">{links}")
+        program.wait_title("Many")
+        self.click_page()
+        self.wait_told("127.0.0.1 wants to download files.")
+        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 2, "two files on their way")
+        self.press("Download")
+        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 4, "all of them")
+        self.wait_told("3 more…")
+        bottom = program.rect[3]
+        self.assertEqual(program.pixel(self.screen, 350, bottom - 75), (0, 255, 0), "the page, above one line")
+        self.press("3 more…")
+        listed = Widgets(program, LIST)
+        wait_for(lambda: listed.enabled("Cancel"), "what runs")
+        listed.click("Cancel")
+        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 3, "one less")
+        self.more.set()
+        wait_for(lambda: listed.enabled("Try Again"), "the choice to try again")
+        listed.click("Try Again")
+        wait_for(lambda: self.files() == ["a.bin", "b.bin", "c.bin", "d.bin"], "all four, whole")
+        wait_for(lambda: listed.enabled("Open"), "an ended one")
+        listed.click("Close")
+        wait_for(lambda: not self.told("Saved as"), "the end of the bar", 40)
+        self.assertEqual(program.close(), 0)
+
+    def test_the_list_lasts_and_a_damaged_one_is_put_aside(self):
+        self.more.set()
+        home = self.home(Popups="1")
+        self.program = program = self.start(self.page("/", "<title>Begin</title>"), home=home)
+        program.wait_title("Begin")
+        program.type_address(self.server.address + "/a")
+        self.wait_told("Saved as")
+        self.assertEqual(program.close(), 0)
+        self.program = program = self.start(self.server.address + "/", home=home)
+        program.wait_title("Begin")
+        program.key("ctrl+j")
+        listed = Widgets(program, LIST)
+        listed.one("a.bin — 200.0 kB")
+        listed.click("Close")
+        self.assertEqual(program.close(), 0)
+        path = os.path.join(home, "downloads.dat")
+        self.assertEqual(os.stat(path).st_mode & 0o777, 0o600)
+        with open(path, "wb") as file:
+            file.write(b"\xff\x00[[[")
+        self.program = program = self.start(self.server.address + "/", home=home)
+        program.wait_title("Begin")
+        program.key("ctrl+j")
+        self.assertFalse(Widgets(program, LIST).enabled("Open"))
+        self.assertTrue(os.path.exists(path + ".damaged"))
+
+    def test_a_long_name_keeps_its_extension(self):
+        self.server.pages["/long"] = lambda handler: reply(
+            handler, b"x", headers={"Content-Disposition": f'attachment; filename="{"n" * 300}.tar.gz"'}, kind="a/b")
+        program = self.begin("<title>Begin</title>")
+        program.wait_title("Begin")
+        program.type_address(self.server.address + "/long")
+        wait_for(lambda: any(name.endswith(".tar.gz") for name in self.files()), "the file")
+
+
+if __name__ == "__main__":
+    main(warnings="ignore")
