@@ -38,6 +38,9 @@ class Downloads(PageTest):
     def files(self):
         return sorted(os.listdir(self.folder)) if os.path.isdir(self.folder) else []
 
+    def bins(self):
+        return [name for name in self.files() if name.endswith(".bin")]
+
     def test_what_nobody_pressed_for_is_asked_about(self):
         self.more.set()
         program = self.begin("<title>Pushes</title><script>setTimeout(() => { location = '/a'; fetch('/tried') }, 300)"
@@ -54,16 +57,20 @@ class Downloads(PageTest):
         self.wait_told("Saved as")
 
     def test_the_third_at_once_is_asked_about_and_the_bar_keeps_its_height(self):
-        links = "".join(f"<a id={name} href=/{name} download></a>" for name in "abcd")
-        program = self.begin(f"<title>Many</title><body style='margin:0;background:lime' onclick=\"for (const n of "
-                             f"['a', 'b', 'c', 'd']) if (event.target === document.body || "
-                             f"event.target === document.documentElement) document.getElementById(n).click()\">{links}")
+        program = self.begin("<title>Many</title><body style='margin:0;background:lime'><script>let n = 0;"
+                             "onclick = () => location = '/' + 'abcd'[n++]</script>")
         program.wait_title("Many")
-        self.click_page()
+        for count in (1, 2):
+            self.click_page()
+            wait_for(lambda count=count: len(self.bins()) == count, "a file on its way")
+        self.assertIsNone(self.told("wants to download"))
+        for name in "cd":
+            self.click_page()
+            wait_for(lambda name=name: "/" + name in self.server.requests, "the next request")
         self.wait_told("127.0.0.1 wants to download files.")
-        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 2, "two files on their way")
+        self.assertEqual(len(self.bins()), 2)
         self.press("Download")
-        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 4, "all of them")
+        wait_for(lambda: len(self.bins()) == 4, "all of them")
         self.wait_told("3 more…")
         bottom = program.rect[3]
         self.assertEqual(program.pixel(self.screen, 350, bottom - 75), (0, 255, 0), "the page, above one line")
@@ -71,7 +78,7 @@ class Downloads(PageTest):
         listed = Widgets(program, LIST)
         wait_for(lambda: listed.enabled("Cancel"), "what runs")
         listed.click("Cancel")
-        wait_for(lambda: len([name for name in self.files() if name.endswith(".bin")]) == 3, "one less")
+        wait_for(lambda: len(self.bins()) == 3, "one less")
         self.more.set()
         wait_for(lambda: listed.enabled("Try Again"), "the choice to try again")
         listed.click("Try Again")
