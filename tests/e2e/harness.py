@@ -306,7 +306,8 @@ class Marlowick:
         from gi.repository import GLib
 
         def find(node):
-            if node.getRoleName() in roles and node.name == name:
+            if (node.getRoleName() in roles and node.name == name and
+                    node.getState().contains(pyatspi.STATE_SHOWING)):
                 return node
             return next(filter(None, (find(child) for child in node if child is not None)), None)
 

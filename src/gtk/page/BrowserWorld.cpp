@@ -51,7 +51,8 @@ void BrowserWorld::Shutdown() {
   if (!engine_) return;
   ClosePages();
   // Nobody waits for a process that hangs.
-  for (const auto& view : ending_) webkit_web_view_terminate_web_process(view.get());
+  // The end of a process is the end of its view's wait.
+  for (const auto& view : std::vector(ending_)) webkit_web_view_terminate_web_process(view.get());
   ending_.clear();
   log_.reset();
   engine_.reset();
