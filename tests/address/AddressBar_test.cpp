@@ -326,4 +326,36 @@ TEST_F(AddressBarTest, AFailingWriteCostsNothingOfTheOldFile) {
   EXPECT_NO_THROW(program.preferences.LoadIni(program));
 }
 
+TEST_F(AddressBarTest, WhatWasTypedIsWrittenSoonAndOnce) {
+  StartWith("");
+  for (const char* address : {"http://b.test/", "http://a.test/"}) {
+    Combo1().SetText(address);
+    Combo1().PressEnter();
+    EXPECT_EQ(folder.Read("autocomplete.dat"), "");
+    desktop.Advance(20000);
+  }
+  EXPECT_EQ(folder.Read("autocomplete.dat"), "http://a.test/\r\nhttp://b.test/\r\n");
+  folder.Write("autocomplete.dat", "another's");
+  desktop.Advance(120000);
+  EXPECT_EQ(folder.Read("autocomplete.dat"), "another's");
+  // A known address is nothing to be written, and what is written otherwise isn't written again.
+  Combo1().PressEnter();
+  Combo1().SetText("http://c.test/");
+  Combo1().PressEnter();
+  program.main().address.SaveComplete();
+  folder.Write("autocomplete.dat", "another's");
+  desktop.Advance(120000);
+  EXPECT_EQ(folder.Read("autocomplete.dat"), "another's");
+}
+
+TEST_F(AddressBarTest, AFullDiskIsNotTheEnd) {
+  StartWith("");
+  Combo1().SetText("http://a.test/");
+  Combo1().PressEnter();
+  std::filesystem::remove(folder.path + "/autocomplete.dat");
+  std::filesystem::create_directory(folder.path + "/autocomplete.dat");
+  desktop.Advance(40000);
+  EXPECT_TRUE(program.main.Loaded());
+}
+
 }  // namespace

@@ -333,4 +333,22 @@ TEST_F(Life, ReadsThePreferencesAnewWhileRunning) {
   EXPECT_FALSE(program.splash.Loaded()) << "a running program touches no splash text";
 }
 
+TEST(Start, AnAddressThatAnotherStartBringsOpensInATab) {
+  const ProgramFolder folder;
+  FakeDesktop desktop(folder.path);
+  Program program(desktop);
+  EXPECT_FALSE(desktop.HandedOver("http://early.test/"));
+  program.Start();
+  TabSet& tabs = program.main().tabs;
+  EXPECT_TRUE(desktop.HandedOver("\"http://a.test/\""));
+  EXPECT_EQ(tabs.CurrentTab, 1);
+  EXPECT_EQ(tabs.WebBrowser1(1).LocationURL(), "http://a.test/");
+  EXPECT_TRUE(desktop.HandedOver(""));
+  EXPECT_EQ(tabs.WebBrowser1.UBound(), 1);
+  program.Unloading = 1;
+  EXPECT_FALSE(desktop.HandedOver("http://late.test/"));
+  EXPECT_EQ(tabs.WebBrowser1.UBound(), 1);
+  program.Unloading = 0;
+}
+
 }  // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "fakes/HostileFiles.h"
 #include "fakes/HostileInputs.h"
 
 namespace {
@@ -10,6 +11,15 @@ TEST(Hostile, SpoiltFilesAreRefusedOrRead) {
   EXPECT_GT(counts.Taken, 100);
   EXPECT_GT(counts.Pictures - counts.Taken, 1000);
   EXPECT_GT(counts.IniFiles, 100);
+}
+
+TEST(Hostile, SpoiltFilesOfAWholeProgramAreRefusedOrRead) {
+  HostileFiles files(1);
+  for (int i = 0; i < 1500; ++i) files.TryOne();
+  for (const HostileFiles::Kind& kind : files.Kinds()) {
+    EXPECT_GT(kind.tried, 50) << kind.name;
+    EXPECT_LT(kind.refused, kind.tried) << kind.name;
+  }
 }
 
 }  // namespace

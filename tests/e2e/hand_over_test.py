@@ -172,7 +172,8 @@ class HandOver(ProgramTest):
         # Its folder is the usual one, and its start the only one.
         self.assertEqual(self.further("", self.titled("Three"), environment={"MARLOWICK_HOME": ""}).wait_end(), 0)
         program.wait_title("Three")
-        self.assertFalse(os.path.exists(os.path.join(os.environ["XDG_DATA_HOME"], "marlowick", "engine", "cache")))
+        self.assertIn("WebKitCache", os.listdir(os.path.join(os.environ["XDG_CACHE_HOME"], "marlowick")))
+        self.assertNotIn("WebKitCache", os.listdir(os.path.join(os.environ["XDG_DATA_HOME"], "marlowick", "engine", "cache")))
         run("wmctrl", "-i", "-c", program.window)
         wait_for(lambda: not os.path.exists(f"/proc/{pid}"), "its end")
 

@@ -62,7 +62,7 @@ void Check(bool fine, const char* what, const std::string& content) {
 }  // namespace
 
 HostileInputs::HostileInputs(uint32_t seed)
-    : random_(seed),
+    : spoiler_(seed),
       file_(::memfd_create("hostile-input", MFD_CLOEXEC)),
       path_("/proc/self/fd/" + std::to_string(file_)) {
   pictures_ = {BmpFile(21, 13, [](int x, int y) { return static_cast<uint32_t>(x * y); }),
@@ -85,18 +85,10 @@ HostileInputs::HostileInputs(uint32_t seed)
 
 HostileInputs::~HostileInputs() { ::close(file_); }
 
-HostileInputs::Counts HostileInputs::Run(std::chrono::milliseconds time) {
-  const auto end = std::chrono::steady_clock::now() + time;
-  while (std::chrono::steady_clock::now() < end) TryOne();
-  return counts_;
-}
-
 HostileInputs::Counts HostileInputs::Run(long inputs) {
   for (long i = 0; i < inputs; ++i) TryOne();
   return counts_;
 }
-
-size_t HostileInputs::Below(size_t limit) { return random_() % std::max<size_t>(limit, 1); }
 
 void HostileInputs::Write(const std::string& content) {
   if (::ftruncate(file_, 0) != 0 ||
@@ -104,43 +96,17 @@ void HostileInputs::Write(const std::string& content) {
     throw std::runtime_error("The input can't be written");
 }
 
-void HostileInputs::TryOne() {
-  const size_t kind = Below(8);
+HostileInputs::Counts HostileInputs::TryOne() {
+  const size_t kind = spoiler_.Below(8);
   if (kind == 1) {
-    TryTabs(Spoil(tabs_[0]));
-    TryHistory(Spoil(histories_[0]));
+    TryTabs(spoiler_.Spoil(tabs_[0]));
+    TryHistory(spoiler_.Spoil(histories_[0]));
   }
   if (kind == 0)
-    TryIni(Spoil(ini_files_[Below(ini_files_.size())]));
+    TryIni(spoiler_.Spoil(spoiler_.One(ini_files_)));
   else
-    TryPicture(Spoil(pictures_[Below(pictures_.size())]));
-}
-
-// Bytes are changed, preferably in the header, to anything or to what lies at the edges; pieces are taken
-// out, doubled, or cut off.
-std::string HostileInputs::Spoil(std::string content) {
-  constexpr char edges[] = {0, 1, 2, 0x7F, static_cast<char>(0x80), static_cast<char>(0xFF)};
-  for (size_t times = 1 + Below(6); times-- > 0 && !content.empty();) {
-    const size_t at = Below(Below(2) ? content.size() : std::min<size_t>(content.size(), 64));
-    switch (Below(8)) {
-      case 0:
-        content.resize(at);
-        break;
-      case 1:
-        content.erase(at, Below(16));
-        break;
-      case 2:
-        content.insert(at, content.substr(Below(content.size()), Below(64)));
-        break;
-      case 3:
-      case 4:
-        content[at] = edges[Below(std::size(edges))];
-        break;
-      default:
-        content[at] = static_cast<char>(content[at] ^ 1 << Below(8));
-    }
-  }
-  return content;
+    TryPicture(spoiler_.Spoil(spoiler_.One(pictures_)));
+  return counts_;
 }
 
 void HostileInputs::TryPicture(const std::string& content) {

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "fakes/Spoiler.h"
 #include "platform/scene/Drawing.h"
 
 // Good files with a few of their bytes spoilt, fed to the readers of what the program didn't write. A reader
@@ -21,23 +20,19 @@ class HostileInputs {
     long Pictures = 0, Taken = 0;  // tried; and of these, how many were pictures still
     long IniFiles = 0, Tabs = 0, Histories = 0;
   };
-  // Goes on for so long. Throws std::logic_error for a nonsensical result, and leaves the input that made it
-  // in the working folder as "hostile-input".
-  Counts Run(std::chrono::milliseconds time);
-  // Goes on for so many inputs.
+  // Goes on for so many inputs. Throws std::logic_error for a nonsensical result, and leaves the input that
+  // made it in the working folder as "hostile-input".
   Counts Run(long inputs);
+  Counts TryOne();
 
  private:
-  std::string Spoil(std::string content);
   void TryPicture(const std::string& content);
   void TryIni(const std::string& content);
   void TryTabs(const std::string& content);
   void TryHistory(const std::string& content);
-  void TryOne();
-  size_t Below(size_t limit);
   void Write(const std::string& content);
 
-  std::mt19937 random_;
+  Spoiler spoiler_;
   int file_;  // in memory: a disk would take most of the time
   std::string path_;
   std::unique_ptr<Drawing> drawing_ = MakeDrawing();

@@ -1,11 +1,14 @@
-// Feeds spoilt files to the program's readers for a while; see HostileInputs.
+// Feeds spoilt files to the program's readers and to a whole program for a while; see HostileInputs and
+// HostileFiles.
 //   fuzz_inputs [--seconds N] [--seed N]
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 
+#include "fakes/HostileFiles.h"
 #include "fakes/HostileInputs.h"
 
 int main(int argc, char** argv) {
@@ -17,9 +20,18 @@ int main(int argc, char** argv) {
       seed = static_cast<uint32_t>(std::strtoul(argv[i + 1], nullptr, 10));
   }
   try {
-    const HostileInputs::Counts counts = HostileInputs(seed).Run(std::chrono::seconds(seconds));
-    std::printf("seed %u: %ld pictures, %ld of them taken; %ld ini files\n", seed, counts.Pictures,
-                counts.Taken, counts.IniFiles);
+    HostileInputs inputs(seed);
+    HostileFiles files(seed);
+    HostileInputs::Counts counts;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    while (std::chrono::steady_clock::now() < end) {
+      counts = inputs.TryOne();
+      files.TryOne();
+    }
+    std::printf("seed %u: %ld pictures, %ld of them taken; %ld ini files; %ld tabs' files; %ld histories\n",
+                seed, counts.Pictures, counts.Taken, counts.IniFiles, counts.Tabs, counts.Histories);
+    for (const HostileFiles::Kind& kind : files.Kinds())
+      std::printf("%ld %s, %ld of them refused\n", kind.tried, kind.name, kind.refused);
   } catch (const std::exception& wrong) {
     std::fprintf(stderr, "%s: see the file hostile-input\n", wrong.what());
     return 1;

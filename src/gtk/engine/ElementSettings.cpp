@@ -99,6 +99,7 @@ ElementSettings ElementSettings::Load(const std::string& path) {
   ReadText(file.get(), "proxy address", settings.proxy_address);
   ReadChoice(file.get(), "scripts", settings.scripts);
   ReadChoice(file.get(), "https only", settings.https_only);
+  ReadChoice(file.get(), "no default browser", settings.no_default_browser);
   ReadChoice(file.get(), "tracking prevention", settings.tracking_prevention);
   ReadNumber(file.get(), "minimum font size", LeastFontSize, MostFontSize, settings.minimum_font_size);
   ReadNumber(file.get(), "zoom", LeastZoom, MostZoom, settings.zoom);
@@ -115,6 +116,7 @@ void ElementSettings::Save(const std::string& path) const {
   g_key_file_set_string(file.get(), Group, "proxy address", proxy_address.c_str());
   g_key_file_set_boolean(file.get(), Group, "scripts", scripts);
   g_key_file_set_boolean(file.get(), Group, "https only", https_only);
+  g_key_file_set_boolean(file.get(), Group, "no default browser", no_default_browser);
   g_key_file_set_boolean(file.get(), Group, "tracking prevention", tracking_prevention);
   g_key_file_set_integer(file.get(), Group, "minimum font size", minimum_font_size);
   g_key_file_set_integer(file.get(), Group, "zoom", zoom);

@@ -24,6 +24,7 @@ struct ElementSettings {
   int minimum_font_size = 0;        // 0: none
   int zoom = 100;
   std::vector<std::string> window_sites;  // whose pages may open windows without a press
+  bool no_default_browser = false;        // the user doesn't want the program to be the default one
 
   // A file that is missing leaves everything as delivered, a wrong value only itself.
   static ElementSettings Load(const std::string& path);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "gtk/base/DefaultBrowser.h"
 #include "gtk/dialog/Notice.h"
 #include "gtk/dialog/OwnDialog.h"
 #include "gtk/page/BrowserWorld.h"
@@ -39,6 +40,8 @@ class OptionsDialog : public OwnDialog {
   Controls::CheckBox clear_cache{*this, "clear_cache"}, clear_data{*this, "clear_data"};
   Controls::CommandButton clear{*this, "clear"};
   Controls::Label clear_result{*this, "clear_result"};
+  Controls::Label default_browser{*this, "default_browser"};
+  Controls::CommandButton become_default{*this, "become_default"}, never_default{*this, "never_default"};
   Controls::CommandButton cancel{*this, "cancel"}, ok{*this, "ok"};
 
  private:
@@ -46,6 +49,10 @@ class OptionsDialog : public OwnDialog {
   ElementSettings Read() const;
   void Update();
   bool SearchFits(const ElementSettings& settings);
+  // Says whether other programs' addresses come here, and offers it to who hasn't refused it.
+  void ShowDefaultBrowser();
+  void BecomeDefault();
+  void NeverDefault();
   bool ProxyFits(const ElementSettings& settings);
   void Apply();
   void Clear();
@@ -71,6 +78,9 @@ OptionsDialog::OptionsDialog(BrowserWorld& world)
   for (Controls::OptionButton* option : proxies.Members()) option->Click = [this] { Update(); };
   clear_cache.Click = clear_data.Click = [this] { Update(); };
   clear.Click = [this] { Clear(); };
+  become_default.Click = [this] { BecomeDefault(); };
+  never_default.Click = [this] { NeverDefault(); };
+  ShowDefaultBrowser();
   ok.Click = [this] { Apply(); };
   cancel.Click = QueryUnload = [this] { End(); };
   Update();
@@ -120,6 +130,44 @@ bool OptionsDialog::SearchFits(const ElementSettings& settings) {
           "https://search.example.org/?q=%s; in front of each further one its keyword.");
   (wrong == settings.search ? search : keywords).SetFocus();
   return false;
+}
+
+void OptionsDialog::ShowDefaultBrowser() {
+  using State = DefaultBrowser::State;
+  const State state = DefaultBrowser::Now();
+  const bool refused = world_.Settings().no_default_browser;
+  const bool offers = state == State::Other && !refused;
+  become_default.Visible = never_default.Visible = offers;
+  if (state == State::Ours)
+    default_browser.Caption = "Addresses in other programs open in Marlowick.";
+  else if (state == State::NotInstalled)
+    default_browser.Caption = "Marlowick isn't installed, so addresses in other programs open elsewhere.";
+  else
+    default_browser.Caption = offers ? "Addresses in other programs don't open in Marlowick. Shall they?"
+                                     : "Addresses in other programs don't open in Marlowick. The desktop's "
+                                       "settings can change that.";
+}
+
+void OptionsDialog::BecomeDefault() {
+  try {
+    DefaultBrowser::BecomeIt();
+  } catch (const Failure& failure) {
+    Notice::Show(world_.MainWindow(), "Marlowick isn't the default browser",
+                 std::string(failure.what()) + ". Try it in the desktop's settings.");
+  }
+  ShowDefaultBrowser();
+}
+
+void OptionsDialog::NeverDefault() {
+  ElementSettings settings = world_.Settings();
+  settings.no_default_browser = true;
+  try {
+    world_.Change(settings);
+  } catch (const Failure& failure) {
+    Notice::Show(world_.MainWindow(), "The answer wasn't kept",
+                 std::string(failure.what()) + ". It holds until the program ends.");
+  }
+  ShowDefaultBrowser();
 }
 
 bool OptionsDialog::ProxyFits(const ElementSettings& settings) {
