@@ -128,7 +128,15 @@ void HostileFiles::DayPage() {
 void HostileFiles::Layout() {
   Read("mine.tab", "<Tab Layout File>\r\n" + Lines);
   rig_.main().layouts.RestoreTabLayout(rig_.folder.path + "/mine.tab");
-  while (rig_.tabs().WebBrowser1.UBound() > MostTabs) rig_.main().tabs.DelTab();
+  DropTabs();
+}
+
+void HostileFiles::DropTabs() {
+  TabSet& tabs = rig_.tabs();
+  while (tabs.WebBrowser1.UBound() > MostTabs) {
+    tabs.CurrentTab = static_cast<int16_t>(tabs.WebBrowser1.UBound());
+    tabs.DelTab();
+  }
 }
 
 void HostileFiles::Shortcut() {
@@ -150,5 +158,5 @@ void HostileFiles::HandedOver() {
   const std::optional<Request> read = Request::Unpack(spoiler_.Spoil(good.Packed()));
   if (!read) throw Failure("No request");
   rig_.Do([&] { Check(rig_.desktop.HandedOver(read->address)); });
-  while (rig_.tabs().WebBrowser1.UBound() > MostTabs) rig_.main().tabs.DelTab();
+  DropTabs();
 }

@@ -34,6 +34,7 @@ class HostileFiles {
   void Templates();
   void DayPage();
   void Layout();
+  void DropTabs();
   void Shortcut();
   void BookmarkFile();
   void HandedOver();
