@@ -208,7 +208,8 @@ void MainHost::OnButton(const GdkEventButton& event) {
 // Takes over where the window really stands, once the program's own moves and sizes have been carried out and
 // no drag is going on: reports before that are of places on the way.
 void MainHost::AdoptPlace() {
-  waiting_ = scene_.Captures() || g_get_monotonic_time() < settled_at_;
+  waiting_ = gtk_widget_get_mapped(Frame()) && !iconified_ &&
+             (scene_.Captures() || moved_ || sized_ || g_get_monotonic_time() < settled_at_);
   if (waiting_) {
     callbacks_.After(SettlingLookMilliseconds, [this] { AdoptPlace(); });
     return;
