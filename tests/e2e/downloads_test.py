@@ -100,7 +100,7 @@ class Downloads(PageTest):
         program.wait_title("Begin")
         program.key("ctrl+j")
         listed = Widgets(program, LIST)
-        listed.one("a.bin — 200.0 kB")
+        listed.one("a.bin — 200.0\u00a0kB")
         listed.click("Close")
         self.assertEqual(program.close(), 0)
         path = os.path.join(home, "downloads.dat")
