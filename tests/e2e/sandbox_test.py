@@ -79,6 +79,9 @@ class Sandbox(PageTest):
         program.press("Marlowick", "Yes")
         program.window = wait_for(program.find_window, "the main window")
         program.wait_title("Out")
+        program.press("Out", "Pages run without a sandbox")
+        program.wait_window("Properties")
+        self.wait_told("Pages run without a sandbox")
         self.assertEqual(program.close(), 0)
 
         # The answer was for that start.
