@@ -144,35 +144,6 @@ class History(ProgramTest):
         wait_for(lambda: old[:-4] not in self.links(program), "the end of the frame set")
         self.assertEqual(list(program.windows()), [program.window])
 
-    def test_two_programs_keep_each_entry_whole(self):
-        first = self.begin(1)
-        second = self.start(self.server.address + "/blank", home=self.home)
-        second.wait_title("Blank")
-        # Each page goes on to the next as soon as it has been finished long enough to be written down.
-        step = """<title>{who} {number}</title><script>onload = () => setTimeout(() => location =
-                  "/{who}{next}", 250)</script>"""
-        for who in ("one", "two"):
-            for number in range(30):
-                self.page(f"/{who}{number}", step.format(who=who, number=number, next=number + 1))
-            self.page(f"/{who}30", f"<title>{who} ends</title>")
-        for program, who in ((first, "one"), (second, "two")):
-            run("xdotool", "windowactivate", "--sync", program.window)
-            time.sleep(0.3)
-            program.type_address(self.server.address + f"/{who}0")
-        for program, who in ((first, "one"), (second, "two")):
-            wait_for(lambda: program.title == f"{who} ends", f"the last page of {who}", 60)
-        for who in ("one", "two"):
-            wait_for(lambda: self.logged(f"{self.server.address}/{who}30"), f"the last entry of {who}")
-        lines = self.log()
-        self.assertGreater(len(lines), 40)
-        self.assertEqual(len(lines) % 2, 0)
-        for entry, address in zip(lines[::2], lines[1::2]):
-            match = re.fullmatch(ENTRY.format('([^"]*)', ".*"), entry)
-            self.assertTrue(match, entry)
-            self.assertEqual(address, ADDRESS.format(match[1]))
-        for program in (first, second):
-            self.assertEqual(program.close(), 0)
-
 
 if __name__ == "__main__":
     main(warnings="ignore")

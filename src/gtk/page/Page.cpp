@@ -384,6 +384,13 @@ void Page::DocumentAnswered(const std::string& uri, bool main) {
   main ? sites_.MainAnswered() : sites_.FrameAnswered(SiteOf(uri));
 }
 
+bool Page::HasBars() const {
+  GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
+  const bool any = bars || dialogs_.Asking() || (find_ && find_->Shown());
+  g_list_free(bars);
+  return any;
+}
+
 bool Page::CloseTopBar() {
   if (find_ && find_->Shown()) {
     find_->Hide();

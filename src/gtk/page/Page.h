@@ -123,7 +123,6 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   // The print dialog.
   void Print();
-  // Questions above the page.
   // A further bar among the questions, until it goes. The page takes it over.
   void AddBar(GtkWidget* bar) { gtk_box_pack_start(GTK_BOX(bars_.get()), bar, FALSE, TRUE, 0); }
   Questions& Asks() { return questions_; }
@@ -147,6 +146,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // A document of the page's comes from a server: its own, or one of its frames'.
   void DocumentAnswered(const std::string& uri, bool main);
 
+  // Something stands over the page that Escape closes first.
+  bool HasBars() const;
   // Closes what stands over the page: the find bar, else the newest of the others, for which that is a no,
   // else the whole screen. False: there is none.
   bool CloseTopBar();

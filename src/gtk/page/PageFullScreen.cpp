@@ -40,6 +40,8 @@ void Page::LeaveFullScreen() {
 }
 
 bool Page::TakeScreenKey(const GdkEventKey& event) {
+  // The engine ends what the page wanted of it, and tells the page, when it gets the key itself.
+  if (event.keyval == GDK_KEY_Escape && wants_screen_ && !HasBars()) return false;
   if (event.keyval == GDK_KEY_Escape && CloseTopBar()) return true;
   if (event.keyval == GDK_KEY_F11) {
     // Not within the handler of the window that goes.
