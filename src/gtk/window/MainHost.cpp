@@ -56,8 +56,6 @@ void MainHost::Wire() {
   });
   callbacks_.On<Handled>(View(), "event", [this](auto*, GdkEvent* event) {
     if (event->type == GDK_BUTTON_PRESS || event->type == GDK_BUTTON_RELEASE) OnButton(event->button);
-    // What a press begins counts from where the window is, be it that no report of that has come.
-    if (event->type == GDK_BUTTON_PRESS && !waiting_) AdoptPlace();
     return FALSE;
   });
   callbacks_.On<Handled>(Frame(), "window-state-event", [this](auto*, GdkEvent* event) {
