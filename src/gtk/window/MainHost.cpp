@@ -13,7 +13,7 @@ namespace {
 // How long the window manager may take to carry out a move or size of the program's own.
 constexpr gint64 SettlingMicroseconds = 250000;
 constexpr unsigned SettlingLookMilliseconds = 100;
-// Between a size of the window manager's and its saying that it is the maximised one.
+// Between a place that is reported and what belongs to it: the frame around it, its being the maximised one.
 constexpr gint64 NamingMicroseconds = 50000;
 
 }  // namespace
@@ -47,15 +47,16 @@ void MainHost::Wire() {
   using Handled = gboolean(GtkWidget*, GdkEvent*);
   callbacks_.On<Handled>(Frame(), "configure-event", [this](auto*, auto*) {
     if (waiting_) return FALSE;
-    int width = 0, height = 0;
-    gtk_window_get_size(FrameWindow(), &width, &height);
-    if (width + 2 * Cut() != ToPixels(scene_.Width) || height + 2 * Cut() != ToPixels(scene_.Height))
-      settled_at_ = std::max(settled_at_, g_get_monotonic_time() + NamingMicroseconds);
+    // The window manager may still be framing the window, or be about to say that this size is the maximised
+    // one.
+    settled_at_ = std::max(settled_at_, g_get_monotonic_time() + NamingMicroseconds);
     AdoptPlace();
     return FALSE;
   });
   callbacks_.On<Handled>(View(), "event", [this](auto*, GdkEvent* event) {
     if (event->type == GDK_BUTTON_PRESS || event->type == GDK_BUTTON_RELEASE) OnButton(event->button);
+    // What a press begins counts from where the window is, be it that no report of that has come.
+    if (event->type == GDK_BUTTON_PRESS && !waiting_) AdoptPlace();
     return FALSE;
   });
   callbacks_.On<Handled>(Frame(), "window-state-event", [this](auto*, GdkEvent* event) {
