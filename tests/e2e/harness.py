@@ -306,10 +306,13 @@ class Marlowick:
         from gi.repository import GLib
 
         def find(node):
-            if (node.getRoleName() in roles and node.name == name and
-                    node.getState().contains(pyatspi.STATE_SHOWING)):
-                return node
-            return next(filter(None, (find(child) for child in node if child is not None)), None)
+            try:
+                if (node.getRoleName() in roles and node.name == name and
+                        node.getState().contains(pyatspi.STATE_SHOWING)):
+                    return node
+                return next(filter(None, (find(child) for child in node if child is not None)), None)
+            except GLib.Error:  # it went away meanwhile, or is a page that waits for the user and answers nobody
+                return None
 
         try:
             for application in pyatspi.Registry.getDesktop(0):

@@ -124,7 +124,7 @@ class Start(ProgramTest):
             with open(ini, newline="") as file:
                 whole = file.read()
             for text, name in ((whole.replace("[AutoComplete]", "[Other]"), "[autocomplete]"),
-                               (whole.replace("[Popups]\r\n3", "[Popups]\r\n40000"), "40000")):
+                               (whole.replace("[Popups]\r\n2", "[Popups]\r\n40000"), "40000")):
                 with open(ini, "w", newline="") as file:
                     file.write(text)
                 self.ends_naming(home, "browser.ini", name)
