@@ -58,16 +58,19 @@ void BrowserWorld::Shutdown() {
   engine_.reset();
 }
 
-void BrowserWorld::AskPages(std::function<void()> agreed) {
-  // One at a time may take long; a no, or the next round, ends this one. The first count is this function's.
-  const auto waiting = std::make_shared<size_t>(pages_.size() + 1);
-  const auto count = [this, waiting, round = ++round_, agreed = std::move(agreed)](bool agrees) {
-    if (round != round_) return;
-    if (!agrees) ++round_;
-    if (agrees && --*waiting == 0) gate_.Run(agreed);
-  };
-  for (Page* page : std::vector(pages_)) page->AskToClose(count);
-  count(true);
+void BrowserWorld::AskPages(std::function<void()> agreed) { AskNext({}, ++round_, std::move(agreed)); }
+
+// One after the other: pages that share a process can't have their questions answered in any order. The next
+// round ends this one.
+void BrowserWorld::AskNext(std::vector<Page*> asked, unsigned round, std::function<void()> agreed) {
+  const auto next = std::find_if(pages_.begin(), pages_.end(), [&asked](Page* page) {
+    return std::find(asked.begin(), asked.end(), page) == asked.end();
+  });
+  if (next == pages_.end()) return gate_.Run(agreed);
+  asked.push_back(*next);
+  (*next)->AskToClose([this, asked, round, agreed = std::move(agreed)](bool agrees) {
+    if (agrees && round == round_) AskNext(asked, round, agreed);
+  });
 }
 
 void BrowserWorld::ClosePages() {

@@ -98,6 +98,7 @@ class BrowserWorld : private DownloadListener {
   void Shutdown();
 
  private:
+  void AskNext(std::vector<Page*> asked, unsigned round, std::function<void()> agreed);
   void Begun(Download& download, WebKitWebView* view) override;
   void Changed(Download&) override {}
   void Forgotten(Download&) override {}
