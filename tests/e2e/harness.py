@@ -258,17 +258,29 @@ class Marlowick:
     def wait_title(self, title):
         wait_for(lambda: self.title == title, f'the title "{title}"')
 
+    def settled(self):
+        """The window's place on the screen, once it stays: the window may just have come up."""
+        places = [self.rect]
+
+        def stays():
+            time.sleep(0.03)
+            places.append(self.rect)
+            return len(places) > 3 and len(set(places[-4:])) == 1
+
+        wait_for(stays, "the window's place")
+        return places[-1]
+
     def move(self, x, y):
         """The mouse, to a point of the main window."""
-        left, top, _, _ = self.rect
+        left, top, _, _ = self.settled()
         move_to(left + x, top + y)
 
     def click(self, x, y, button=1):
-        left, top, _, _ = self.rect
+        left, top, _, _ = self.settled()
         click_at(left + x, top + y, button)
 
     def drag(self, x, y, by_x, by_y, steps=10):
-        left, top, _, _ = self.rect
+        left, top, _, _ = self.settled()
         drag_by(left + x, top + y, by_x, by_y, steps)
         time.sleep(0.3)
 
