@@ -34,7 +34,7 @@ void SaveLink::Ask(Page& page, const std::string& uri) {
       [weak = page.weak_from_this(), uri, held, &calls](GtkNativeDialog* answered, int response) {
         const auto keep = held;  // NOLINT: the dialog, until the end of this call
         const auto page_there = weak.lock();
-        const std::string wanted = uri;
+        const std::string wanted = uri;  // NOLINT: what is captured ends with the handler
         calls.Off(answered);
         const std::string path = TakeText(gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(answered)));
         if (response != GTK_RESPONSE_ACCEPT || path.empty() || !page_there || page_there->Closed()) return;

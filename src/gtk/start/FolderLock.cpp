@@ -24,8 +24,9 @@ constexpr const char *LockName = ".lock", *SocketName = ".socket";
 
 }  // namespace
 
-FolderLock::FolderLock(std::filesystem::path folder) : folder_(std::move(folder)) {
-  folder_handle_ = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+FolderLock::FolderLock(std::filesystem::path folder)
+    : folder_(std::move(folder)),
+      folder_handle_(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   if (folder_handle_ >= 0)
     file_ = ::openat(folder_handle_, LockName, O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
   if (file_ >= 0) return;

@@ -301,7 +301,7 @@ void GtkComboField::PressMark() {
 
 void GtkComboField::ListenToText() {
   callbacks_.On<void(GtkEditable*, const char*, int, gpointer)>(
-      entry_, "insert-text", [this](GtkEditable* entry, const char* text, int length, gpointer position) {
+      entry_, "insert-text", [](GtkEditable* entry, const char* text, int length, gpointer position) {
         const std::string_view all(text, length < 0 ? std::strlen(text) : static_cast<size_t>(length));
         if (all.find_first_of("\n\r") == all.npos) return;
         g_signal_stop_emission_by_name(entry, "insert-text");
