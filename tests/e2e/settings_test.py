@@ -74,6 +74,7 @@ class Settings(ProgramTest):
         self.number("alt+m", "30")
         program.press(OPTIONS, "Use Current")
         self.confirm()
+        program.key("F5")  # the page measures itself when it loads, and the zoom and the type change one after the other
         program.wait_title(f"{width // 2} wide, 15px")
         self.assertEqual((self.setting("zoom"), self.setting("minimum font size"), self.setting("home")),
                          ("200", "30", address))
