@@ -22,7 +22,8 @@ class LoadView {
   virtual bool Gone() const = 0;
   // As the engine has it: the address being loaded from its start on; empty for an unused view.
   virtual std::string EngineAddress() const = 0;
-  // Of the document that is on show; empty where there is none. Of the coming one from the start of its load on.
+  // Of the document that is on show; empty where there is none. Of the coming one from the start of its load
+  // on.
   virtual std::string DocumentAddress() const = 0;
   virtual std::string EngineTitle() const = 0;
   virtual bool EngineLoads() const = 0;
