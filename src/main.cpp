@@ -5,10 +5,10 @@
 
 #include "core/Program.h"
 #include "core/frmSplash.h"
+#include "gtk/GtkDesktop.h"
 #include "gtk/base/CommandLine.h"
 #include "gtk/base/TemporaryHome.h"
 #include "gtk/start/Entry.h"
-#include "gtk/window/GtkDesktop.h"
 #include "gtk/window/StillRunning.h"
 #include "platform/Failure.h"
 

@@ -1,4 +1,4 @@
-#include "gtk/window/GtkDesktop.h"
+#include "gtk/GtkDesktop.h"
 
 #include <gtk/gtk.h>
 #include <webkit2/webkit2.h>
