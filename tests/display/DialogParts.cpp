@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
-#include <chrono>
 #include <functional>
 #include <memory>
 
+#include "display/Pump.h"
 #include "gtk/dialog/DialogBinder.h"
 #include "platform/Events.h"
 #include "platform/Failure.h"
@@ -18,18 +18,6 @@ using Strings = std::vector<std::string>;
 using Controls::Tree;
 
 constexpr int Many = 10'000;
-
-void PumpUntil(const std::function<bool()>& done) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!done() && std::chrono::steady_clock::now() < end)
-    if (!g_main_context_iteration(nullptr, FALSE)) g_usleep(1000);
-  EXPECT_TRUE(done());
-}
-
-void Pump() {
-  while (g_main_context_iteration(nullptr, FALSE)) {
-  }
-}
 
 class Maker : public DialogMaker {
  public:

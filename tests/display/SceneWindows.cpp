@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "display/Pump.h"
 #include "gtk/window/MainHost.h"
 #include "gtk/window/SceneView.h"
 #include "gtk/window/Waiting.h"
@@ -16,18 +17,6 @@
 namespace {
 
 using Strings = std::vector<std::string>;
-
-void PumpFor(unsigned milliseconds) {
-  bool over = false;
-  g_timeout_add(
-      milliseconds,
-      [](gpointer flag) -> gboolean {
-        *static_cast<bool*>(flag) = true;
-        return G_SOURCE_REMOVE;
-      },
-      &over);
-  while (!over) g_main_context_iteration(nullptr, TRUE);
-}
 
 class NoHost : public WindowHost {
  public:
