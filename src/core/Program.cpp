@@ -56,7 +56,7 @@ void Program::Start() { splash(); }
 bool Program::TakeOver(const std::string& address) {
   if (Unloading == 1 || !dummy.Loaded()) return false;
   // As from this program's own command line.
-  if (!address.empty()) main().tabs.AddTab(Text::Replace(address, "\"", ""));
+  if (!address.empty()) main().tabs.AddChosenTab(Text::Replace(address, "\"", ""), true);
   return true;
 }
 

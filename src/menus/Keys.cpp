@@ -35,12 +35,19 @@ bool ReopenTab(frmMain& main, const char*) {
   return true;
 }
 
+// What is asked for stands around the page, which may fill the screen.
+void ShowAround(frmMain& main) {
+  Ask(main, [](Browser& page) { page.LeaveFullScreen(); });
+}
+
 bool TakeField(frmMain& main, const char*) {
+  ShowAround(main);
   main.address.TakeKeyboard();
   return true;
 }
 
 bool SearchFromField(frmMain& main, const char*) {
+  ShowAround(main);
   main.address.TakeSearch();
   return true;
 }
@@ -131,6 +138,7 @@ bool Escape(frmMain& main, const char*) {
 
 // What is open ends instead.
 bool OpenMenu(frmMain& main, const char* name) {
+  ShowAround(main);
   main.menubar.Open(name);
   return true;
 }

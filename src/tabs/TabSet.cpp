@@ -65,11 +65,13 @@ void TabSet::AddTab(const std::string& address) {
 }
 
 void TabSet::AddChosenTab(const std::string& address, bool in_front) {
-  if (in_front) return AddTab(address);
   const int16_t n = LoadTabBehind();
   WebBrowser1(n).Navigate(address);
   Timer1(n).Enabled = true;
-  main_.strip.UpdateTabs();
+  if (!in_front) return main_.strip.UpdateTabs();
+  ShowTab(n);
+  // A typist keeps the keyboard, whoever opens the tab.
+  if (!main_.address.Typing()) FocusPage();
 }
 
 void TabSet::AddKeptTab(const KeptPage& page) {

@@ -27,7 +27,7 @@ class TabSet {
   // as the steps fail.
   void AddTab(const std::string& address);
   // A new tab at the end for an address that the user chose: in front, or behind the one on show, which
-  // stays.
+  // stays. A page that closed itself is in nobody's way.
   void AddChosenTab(const std::string& address, bool in_front);
   // A new tab at the end, behind the one on show, for a page that was kept; loaded when it is looked at.
   void AddKeptTab(const KeptPage& page);

@@ -345,9 +345,13 @@ TEST(Start, AnAddressThatAnotherStartBringsOpensInATab) {
   EXPECT_EQ(tabs.WebBrowser1(1).LocationURL(), "http://a.test/");
   EXPECT_TRUE(desktop.HandedOver(""));
   EXPECT_EQ(tabs.WebBrowser1.UBound(), 1);
+  // Beside a page that closed itself, too.
+  desktop.Gate.Run([&] { tabs.WebBrowser1(1).OnQuit(); });
+  EXPECT_TRUE(desktop.HandedOver("http://b.test/"));
+  EXPECT_EQ(tabs.CurrentTab, 2);
   program.Unloading = 1;
   EXPECT_FALSE(desktop.HandedOver("http://late.test/"));
-  EXPECT_EQ(tabs.WebBrowser1.UBound(), 1);
+  EXPECT_EQ(tabs.WebBrowser1.UBound(), 2);
   program.Unloading = 0;
 }
 

@@ -97,6 +97,24 @@ class Closing(ProgramTest):
         self.answer("Window", "Leave")
         wait_for(lambda: plain not in program.windows(), "the window's end")
 
+    def test_a_page_that_asks_by_itself_can_be_closed_meanwhile(self):
+        self.begin("Plain")
+        program = self.program
+        self.page("/Goes", GUARDED.format("Goes").replace("onclick=\"", "onclick=\"setTimeout(() => location = '/Plain', 500);"))
+        program.key("ctrl+t")
+        wait_for(lambda: program.title != "Plain", "the new tab")
+        program.type_address(self.server.address + "/Goes")
+        program.wait_title("Goes")
+        self.touch()
+        wait_for(lambda: "/asked" in self.server.requests, "the page's own question")
+        wait_for(lambda: self.asks("Goes"), "its bar")
+        program.key("ctrl+w")
+        wait_for(lambda: self.server.requests.count("/asked") == 2, "the question of the one who closes it")
+        self.answer("Goes", "Leave")
+        program.wait_title("Plain")
+        wait_for(lambda: program.pixel(self.screen, *SECOND_TAB) == program.pixel(self.screen, 640, 92), "one tab")
+        self.assertEqual(program.close(), 0)
+
     def test_a_page_that_hangs_holds_nothing(self):
         self.begin("Plain")
         self.page("/Loop", "<title>Loop</title><script>onbeforeunload = () => { for (;;); }</script>")

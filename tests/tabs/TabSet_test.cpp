@@ -73,6 +73,15 @@ TEST_F(Tabs, OpenBehindForALinkThatTheUserChose) {
   EXPECT_TRUE(InFront(3));
 }
 
+TEST_F(Tabs, OpenInFrontForALinkBesideAPageThatClosedItself) {
+  OpenTabs(3);
+  Quit(3);
+  Do([this] { Page(1).LinkChosen("http://a.test/", true); });
+  EXPECT_EQ(tabs().CurrentTab, 4);
+  EXPECT_TRUE(InFront(4));
+  EXPECT_EQ(tabs().picTab(4).Left, 3 * 2250);
+}
+
 TEST_F(Tabs, AreRemovedByTheMiddleButtonUnlessTheirPageMinds) {
   OpenTabs(3);
   const auto press = [this](int tab) {

@@ -13,7 +13,7 @@ FullScreen::FullScreen(GtkWidget* place, GtkWidget* content, Callbacks::Runner r
     : place_(Share(place)), content_(Share(content)), callbacks_(std::move(runner)) {}
 
 void FullScreen::Enter(const std::string& title, const std::string& notice) {
-  if (On()) return;
+  if (On()) return Tell(notice);
   GtkWidget* from = gtk_widget_get_toplevel(place_.get());
   if (!GTK_IS_WINDOW(from)) return;
   window_ = gtk_window_new(GTK_WINDOW_TOPLEVEL);
@@ -32,7 +32,8 @@ void FullScreen::Enter(const std::string& title, const std::string& notice) {
     gdk_window_focus(gtk_widget_get_window(window), GDK_CURRENT_TIME);
     return FALSE;
   });
-  Show(notice);
+  Show();
+  Tell(notice);
   Cover(from);
 }
 
@@ -50,9 +51,9 @@ void FullScreen::Cover(GtkWidget* from) {
   gtk_window_present(GTK_WINDOW(window_));
 }
 
-void FullScreen::Show(const std::string& notice) {
+void FullScreen::Show() {
   GtkWidget* overlay = gtk_overlay_new();
-  GtkWidget* label = gtk_label_new(notice.c_str());
+  GtkWidget* label = notice_ = gtk_label_new(nullptr);
   gtk_style_context_add_class(gtk_widget_get_style_context(label), "osd");
   gtk_widget_set_halign(label, GTK_ALIGN_CENTER);
   gtk_widget_set_valign(label, GTK_ALIGN_START);
@@ -62,18 +63,23 @@ void FullScreen::Show(const std::string& notice) {
   gtk_container_add(GTK_CONTAINER(overlay), content_.get());
   gtk_overlay_add_overlay(GTK_OVERLAY(overlay), label);
   gtk_overlay_set_overlay_pass_through(GTK_OVERLAY(overlay), label, TRUE);
-  gtk_widget_show(label);
   gtk_widget_show(overlay);
-  notice_ = callbacks_.After(NoticeMilliseconds, [this, label] {
-    notice_ = 0;
-    gtk_widget_hide(label);
+}
+
+void FullScreen::Tell(const std::string& notice) {
+  callbacks_.Cancel(hiding_);
+  gtk_label_set_text(GTK_LABEL(notice_), notice.c_str());
+  gtk_widget_show(notice_);
+  hiding_ = callbacks_.After(NoticeMilliseconds, [this] {
+    hiding_ = 0;
+    gtk_widget_hide(notice_);
   });
 }
 
 void FullScreen::Leave() {
   GtkWidget* window = std::exchange(window_, nullptr);
   if (!window) return;
-  callbacks_.Cancel(std::exchange(notice_, 0));
+  callbacks_.Cancel(std::exchange(hiding_, 0));
   callbacks_.Off(window);
   gtk_container_remove(GTK_CONTAINER(gtk_widget_get_parent(content_.get())), content_.get());
   gtk_box_pack_start(GTK_BOX(place_.get()), content_.get(), TRUE, TRUE, 0);

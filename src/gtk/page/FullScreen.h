@@ -23,16 +23,17 @@ class FullScreen {
   std::function<void()> Closed;
 
   bool On() const { return window_ != nullptr; }
-  // The notice stands over the page for some seconds.
+  // The notice stands over the page for some seconds, also where the page is there already.
   void Enter(const std::string& title, const std::string& notice);
   void Leave();
 
  private:
   void Cover(GtkWidget* from);
-  void Show(const std::string& notice);
+  void Show();
+  void Tell(const std::string& notice);
 
   Owned<GtkWidget> place_, content_;
-  GtkWidget* window_ = nullptr;
-  unsigned notice_ = 0;  // runs while it stands
+  GtkWidget *window_ = nullptr, *notice_ = nullptr;
+  unsigned hiding_ = 0;  // runs while the notice stands
   Callbacks callbacks_;
 };

@@ -136,6 +136,7 @@ void Page::Quit() {
   // The view's own handler still runs.
   callbacks_.Later([this] {
     if (Closed()) return;
+    LeaveFullScreen();
     quit_ = true;
     DropView();
   });
@@ -258,6 +259,7 @@ void Page::LetGoOfView() {
   find_.reset();
   WebKitWebView* view = std::exchange(view_, nullptr);
   load_.Abandon();
+  EndPagesScreen();
   hang_->Detach();
   closing_ = nullptr;
   callbacks_.Cancel(std::exchange(patience_, 0));
@@ -403,7 +405,7 @@ bool Page::CloseTopBar() {
   g_list_free(bars);
   if (!bar && screen_.On()) {
     // Not within the handler of the window that goes.
-    callbacks_.Later([this] { LeaveFullScreen(); });
+    callbacks_.Later([this] { LeaveTopScreen(); });
     return true;
   }
   if (!bar) return false;
@@ -537,6 +539,7 @@ void Page::ProcessEnded(WebKitWebProcessTerminationReason reason) {
   // Nobody waits for an answer any more.
   questions_.Forget();
   dialogs_.Dismiss();
+  EndPagesScreen();
   if (hang_->MakesWay()) return;
   load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? ProcessEnd::OutOfMemory
                : reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API   ? ProcessEnd::ByUser

@@ -236,6 +236,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool MayAskForWindow();
   void ListenToFullScreen();
   void EnterFullScreen(const std::string& notice);
+  void EndPagesScreen();
+  // The page's own wish first, then the user's.
+  void LeaveTopScreen();
+  void TellScreenEnds();
   bool TakeScreenKey(const GdkEventKey& event);
   void AnswerClosing(bool agreed);
   void TakeClose();
@@ -265,6 +269,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   int asking_ = 0;                       // questions about new windows that run now
   gint64 commanded_at_ = -CommandHolds;  // microseconds
   bool wants_screen_ = false;            // the page itself wants to fill it
+  bool user_wants_screen_ = false;       // the user wants it to
   std::function<void(bool)> closing_;    // who waits to hear whether the page may be closed
   unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet

@@ -16,11 +16,11 @@ void Page::AskToClose(std::function<void(bool agreed)> answered) {
   const bool nobody = world_.Base().Driven() || !view_ || blank_ || died_ || load_.ShowsOwnPage() ||
                       !webkit_web_view_get_is_web_process_responsive(view_);
   if (nobody) return answered(true);
+  // What else it has asked, be it about leaving by itself, would keep it from answering, and is no answer.
+  if (!closing_) dialogs_.Refuse();
   const bool asked = std::exchange(closing_, std::move(answered)) != nullptr;
   if (asked && dialogs_.Up()) return Tell([](PageOwner& owner) { owner.QuestionUp(); });
   if (asked) return;
-  // What else it has asked would keep it from answering.
-  dialogs_.Refuse();
   webkit_web_view_try_close(view_);
   patience_ = callbacks_.After(PatienceMilliseconds, [this] {
     patience_ = 0;

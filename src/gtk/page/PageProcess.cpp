@@ -19,7 +19,8 @@ bool Page::JoinSite(const std::string& uri) {
   // What the user may want back, text that was typed or a page to look at until the next one comes, stays in
   // its view; the engine then gives the next page of another site another process.
   const bool unused = blank_ || load_.ShowsOwnPage();
-  const bool on_start = EngineAddress() == world_.Home() && !webkit_web_view_can_go_back(view_);
+  const bool on_start = EngineAddress() == world_.Home() && Address::Scheme(world_.Home()) == "file" &&
+                        !webkit_web_view_can_go_back(view_);
   if (!unused && !on_start) return false;
   WebKitWebView* kin = world_.ViewOf(site, *this);
   if (kin) MoveTo(kin);

@@ -235,6 +235,7 @@ void PlainWindow::OpenAnother() {
 }
 
 void PlainWindow::AskForAddress() {
+  page_->LeaveFullScreen();
   gtk_widget_grab_focus(address_);
   gtk_editable_select_region(GTK_EDITABLE(address_), 0, -1);
 }
