@@ -1,9 +1,6 @@
 """Nothing goes without a word: a page that wants it is asked before it goes, and a form isn't sent twice by itself."""
 
-import os
-import signal
-
-from harness import ProgramTest, children_of, main, reply, run, wait_for, zombie
+from harness import ProgramTest, main, reply, run, wait_for
 
 QUESTION = "Leave this page? What you have entered may be lost."
 FIRST_TAB, SECOND_TAB = (75, 92), (225, 92)
@@ -159,42 +156,6 @@ class Closing(ProgramTest):
             wait_for(lambda: len(sent) == count, f"{count} requests")
             self.assertEqual(program.page_pixel(self.screen), (0, 255, 0))
         self.assertEqual(sent, [b"a=b", b"a=b"])
-
-
-class Processes(ProgramTest):
-    def processes(self):
-        found = []
-        for pid in children_of(self.program.process.pid):
-            try:
-                with open(f"/proc/{pid}/comm") as file:
-                    if file.read().startswith("WebKitWebProces") and not zombie(pid):
-                        found.append(pid)
-            except OSError:
-                pass
-        return found
-
-    def test_a_site_shares_one_and_its_end_takes_all_its_tabs_to_a_page_that_can_be_refreshed(self):
-        for n in range(3):
-            self.page(f"/{n}", f"<title>Page {n}</title><body style='background:blue'>")
-        program = self.program = self.start(self.server.address + "/0", settings={"Default": "home"})
-        program.wait_title("Page 0")
-        for n in (1, 2):
-            program.key("ctrl+t")
-            wait_for(lambda: not program.title.startswith("Page"), "the new tab")
-            program.type_address(self.server.address + f"/{n}")
-            program.wait_title(f"Page {n}")
-        site = [pid for pid in self.processes() if self.server.address]
-        # The site's, and what the engine keeps ready or has left over from the start page.
-        self.assertLessEqual(len(site), 3)
-        for pid in site:
-            os.kill(pid, signal.SIGKILL)
-        for tab, n in ((375, 2), (225, 1), (75, 0)):
-            program.click(tab, 92)
-            wait_for(lambda: program.place(program.title, "Refresh", "link", "push button"), "the page that says so")
-            program.key("F5")
-            program.wait_title(f"Page {n}")
-        self.assertLessEqual(len(self.processes()), 3)
-        self.assertEqual(program.close(), 0)
 
 
 if __name__ == "__main__":

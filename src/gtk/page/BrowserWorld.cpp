@@ -157,11 +157,6 @@ void BrowserWorld::Remove(Page& page) {
   }
 }
 
-bool BrowserWorld::HasAnotherOf(const Page& page) const {
-  return std::any_of(pages_.begin(), pages_.end(),
-                     [&page](const Page* other) { return other != &page && other->Site() == page.Site(); });
-}
-
 void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker,
                               bool& cancel) {
   Browser* element = nullptr;
@@ -171,13 +166,12 @@ void BrowserWorld::AskProgram(const WindowPolicy& handler, const std::string& as
   if (found != pages_.end()) taker = *found;
 }
 
-WebKitWebView* BrowserWorld::ViewOf(const std::string& site, const Page& page) const {
-  for (Page* other : pages_) {
+const Page* BrowserWorld::InProcessOf(const std::string& site, const Page& page) const {
+  const auto found = std::find_if(pages_.begin(), pages_.end(), [&](const Page* other) {
     WebKitWebView* view = other == &page ? nullptr : other->PresentView();
-    if (view && other->ProcessSite() == site && webkit_web_view_get_is_web_process_responsive(view))
-      return view;
-  }
-  return nullptr;
+    return view && other->Process().IsFor(site) && webkit_web_view_get_is_web_process_responsive(view);
+  });
+  return found == pages_.end() ? nullptr : *found;
 }
 
 void BrowserWorld::ChooseLink(const std::string& address, bool in_front) {

@@ -68,10 +68,8 @@ class BrowserWorld : private DownloadListener {
   // What the page's downloads bar shows and still runs goes on below another page.
   void Remove(Page& page);
   const std::vector<Page*>& Pages() const { return pages_; }
-  // Pages of one site may share a process.
-  bool HasAnotherOf(const Page& page) const;
-  // A view whose process holds pages of this site alone, and answers; none where there is none beside `page`.
-  WebKitWebView* ViewOf(const std::string& site, const Page& page) const;
+  // A page whose process holds pages of this site alone, and answers; none where there is none beside `page`.
+  const Page* InProcessOf(const std::string& site, const Page& page) const;
   // Hands a page's request for a window to the program's handler of it. What that names as the taker may be
   // gone again: the user was free to act while the question was up.
   void AskProgram(const WindowPolicy& handler, const std::string& asker, Page*& taker, bool& cancel);

@@ -92,20 +92,27 @@ void HangWatch::End() {
   if (view_) webkit_web_view_terminate_web_process(view_);
 }
 
+// Other pages may live in the process, and only the user ends those.
 void HangWatch::MakeWay() {
   makes_way_ = true;
-  End();
+  Answered();
+  page_.LeaveProcess();
   makes_way_ = false;
+}
+
+void HangWatch::EndPage() {
+  Answered();
+  page_.EndHere();
 }
 
 void HangWatch::Stop() {
   if (!view_ || page_.Blank()) return;
-  if (Hung()) return End();
+  if (Hung()) return EndPage();
   Ask();
   if (!stopping_)
     stopping_ = calls_.After(LetsGo, [this] {
       stopping_ = 0;
-      if (!page_.ScriptAsks()) End();
+      if (!page_.ScriptAsks()) EndPage();
     });
 }
 

@@ -45,6 +45,7 @@ class HangWatch {
   void TakeBack();
   void End();
   void MakeWay();
+  void EndPage();
 
   Page& page_;
   Owned<GtkWidget> place_, bar_;

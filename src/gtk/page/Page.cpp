@@ -148,19 +148,19 @@ WebKitWebView* Page::View() {
   return view_;
 }
 
-void Page::MakeView(WebKitWebView* opener) {
+void Page::MakeView(const Page* kin) {
   load_.Reset();
-  AddView(opener);
+  AddView(kin);
 }
 
-void Page::AddView(WebKitWebView* opener) {
+void Page::AddView(const Page* kin) {
   Engine& engine = world_.Base();
-  GtkWidget* view = opener ? engine.MakeRelatedView(opener) : engine.MakeView(owner_ && !owner_->Element());
+  GtkWidget* view = kin ? engine.MakeRelatedView(kin->view_) : engine.MakeView(owner_ && !owner_->Element());
   view_ = WEBKIT_WEB_VIEW(view);
   // What a script writes into its new window comes without a load.
-  blank_ = !opener;
-  has_opened_ = shared_ = died_ = false;
-  process_site_.clear();
+  blank_ = !kin;
+  died_ = false;
+  if (kin) process_.Join(kin->process_);
   gtk_box_pack_start(GTK_BOX(box_.get()), view, TRUE, TRUE, 0);
   gtk_widget_show(view);
   webkit_web_view_set_zoom_level(view_, engine.Settings().zoom / 100.0);
@@ -265,6 +265,7 @@ void Page::LetGoOfView() {
   callbacks_.Cancel(std::exchange(patience_, 0));
   questions_.Forget();
   dialogs_.Dismiss();
+  process_.Begin();
   callbacks_.Off(view);
 }
 
@@ -272,20 +273,20 @@ void Page::LetGoOfView() {
 void Page::DropView() {
   if (!view_) return;
   const auto view = Share(view_);
-  const bool hung = hang_->Hung();
+  const bool shared = process_.Shared(), hung = hang_->Hung();
   LetGoOfView();
-  if (hung) webkit_web_view_terminate_web_process(view.get());
+  if (hung && !shared) webkit_web_view_terminate_web_process(view.get());
   gtk_container_remove(GTK_CONTAINER(box_.get()), GTK_WIDGET(view.get()));
-  if (asking_ == 0) world_.EndView(view.get(), world_.HasAnotherOf(*this));
+  if (asking_ == 0) world_.EndView(view.get(), shared);
 }
 
-GtkWidget* Page::TakeNewWindow(WebKitWebView* opener) {
+GtkWidget* Page::TakeNewWindow(const Page& opener) {
   DropView();
-  MakeView(opener);
+  MakeView(&opener);
   opened_by_page_ = true;
+  process_.Tie();
   // Until it has a page of its own, its scripts are the opener's.
-  for (Page* page : world_.Pages())
-    if (page->PresentView() == opener) sites_ = page->sites_;
+  sites_ = opener.sites_;
   return GTK_WIDGET(view_);
 }
 
@@ -521,9 +522,6 @@ void Page::LoadStatusChanged(const std::string& text) {
 }
 
 void Page::ProcessDied() {
-  died_ = true;
-  process_site_.clear();
-  AnswerClosing(true);
   Tell([](PageOwner& owner) { owner.ProcessDied(); });
 }
 
@@ -533,17 +531,6 @@ void Page::ShowStatus() {
   if (text == shown_status_) return;
   shown_status_ = text;
   Tell([shown = text](PageOwner& owner) { owner.StatusChanged(shown); });
-}
-
-void Page::ProcessEnded(WebKitWebProcessTerminationReason reason) {
-  // Nobody waits for an answer any more.
-  questions_.Forget();
-  dialogs_.Dismiss();
-  EndPagesScreen();
-  if (hang_->MakesWay()) return;
-  load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? ProcessEnd::OutOfMemory
-               : reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API   ? ProcessEnd::ByUser
-                                                                  : ProcessEnd::Failed);
 }
 
 // What a press asks for comes at once, what a script asks for by itself when the user agrees; and one dialog
@@ -638,9 +625,8 @@ GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
   if (gone && asking_ == 0) world_.DestroyLater(view);
   if (cancel || gone || taker == this) return nullptr;
   if (!taker) taker = &world_.OpenPlainWindow().Shown();
-  has_opened_ = true;
-  process_site_.clear();
-  GtkWidget* window = taker->TakeNewWindow(view);
+  GtkWidget* window = taker->TakeNewWindow(*this);
+  process_.Tie();
   if (pressed) taker->Wish(wanted);
   return window;
 }

@@ -17,6 +17,7 @@
 #include "gtk/page/Questions.h"
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
+#include "gtk/page/text/SiteProcess.h"
 #include "gtk/page/text/Sites.h"
 #include "platform/Safety.h"
 
@@ -107,7 +108,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   std::string DocumentAddress() const override;
 
   // Makes this page the one that another page asked for: related to it, and empty.
-  GtkWidget* TakeNewWindow(WebKitWebView* opener);
+  GtkWidget* TakeNewWindow(const Page& opener);
   // Empty as at first, with no page before it.
   void Renew();
   // The user has let a window through that the page wanted: it goes the way of one that a press asked for.
@@ -166,8 +167,13 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // The user goes back, forward, or asks for the page again: what the engine does next is the user's wish.
   void Command() { commanded_at_ = g_get_monotonic_time(); }
   bool Commanded() const { return g_get_monotonic_time() - commanded_at_ < CommandHolds; }
-  // The site whose process this is, and whose other pages may join it; empty for none.
-  const std::string& ProcessSite() const { return process_site_; }
+  const SiteProcess& Process() const { return process_; }
+  // Before a page of this address comes: goes where pages of its site are already. True as with Isolate.
+  bool JoinSite(const std::string& uri) override;
+  // Its process doesn't answer: ended where it is this page's alone, and left to the others where it isn't.
+  void LeaveProcess();
+  // The same, and the page says that it was ended.
+  void EndHere();
   const Browser* Element() const { return owner_ ? owner_->Element() : nullptr; }
 
  private:
@@ -193,7 +199,6 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void LetPlainThrough(bool through) override;
   void LoadAddress(const std::string& uri) override;
   void LoadHtml(const std::string& html, const std::string& address) override;
-  bool JoinSite(const std::string& uri) override;
   bool Isolate() override;
   void Reload() override;
   void StopLoading() override;
@@ -214,12 +219,13 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
 
   // A bar above all, for as long as the page lives: a tool is at work.
   void SayDriven();
-  void MakeView(WebKitWebView* opener);
-  void AddView(WebKitWebView* opener);
+  void MakeView(const Page* kin);
+  void AddView(const Page* kin);
   void ListenToLoad();
   void ListenToPage();
-  // Goes on in a view of the process of another, or of a process of its own.
-  void MoveTo(WebKitWebView* kin, bool with_history = true);
+  // Goes on in a view of the process of another, or of a process of its own; the one before isn't ended where
+  // others live in it.
+  void MoveTo(const Page* kin, bool with_history = true);
   // A page has come: whose process this is.
   void TakeProcess();
   void LetGoOfView();
@@ -275,10 +281,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
   bool plain_through_ = false;  // the load under way may come without encryption
-  bool has_opened_ = false;     // windows for itself
-  bool shared_ = false;         // the view began in the process of another
   bool died_ = false;           // its process, and nothing has come since
-  std::string process_site_;    // whose pages alone the process holds; empty where that isn't known
+  SiteProcess process_;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself
   Callbacks callbacks_;

@@ -51,6 +51,7 @@ void Give(Page& page, const KeptPage& kept) {
 }
 
 void Load(Page& page, const KeptPage& kept) {
+  page.JoinSite(kept.Address);
   WebKitBackForwardListItem* shown =
       webkit_back_forward_list_get_current_item(webkit_web_view_get_back_forward_list(page.View()));
   // Where an own page was on show, or the next one was on its way, the history is behind.

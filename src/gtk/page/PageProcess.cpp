@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "gtk/page/BrowserWorld.h"
+#include "gtk/page/HangWatch.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/text/SiteName.h"
 
@@ -15,40 +16,39 @@ constexpr const char* OwnPages = "own";
 
 bool Page::JoinSite(const std::string& uri) {
   const std::string site = SiteName::Of(uri);
-  if (!view_ || site.empty() || opened_by_page_ || process_site_ == site) return false;
+  if (!view_ || site.empty() || opened_by_page_ || process_.Tied() || process_.IsFor(site)) return false;
   // What the user may want back, text that was typed or a page to look at until the next one comes, stays in
   // its view; the engine then gives the next page of another site another process.
   const bool unused = blank_ || load_.ShowsOwnPage();
   const bool on_start = EngineAddress() == world_.Home() && Address::Scheme(world_.Home()) == "file" &&
                         !webkit_web_view_can_go_back(view_);
   if (!unused && !on_start) return false;
-  WebKitWebView* kin = world_.ViewOf(site, *this);
-  if (kin) MoveTo(kin);
-  if (kin || blank_) process_site_ = site;
-  return kin;
+  const Page* kin = world_.InProcessOf(site, *this);
+  const bool moves = kin || (blank_ && process_.Shared());
+  if (moves) MoveTo(kin);
+  if (blank_) process_.Came(site);
+  return moves;
 }
 
 // A page that another one opened stays in its reach as long as it is in the same view.
 bool Page::Isolate() {
   if (!view_) return false;
   const bool opened = std::exchange(opened_by_page_, false), died = std::exchange(died_, false);
-  if (process_site_ == OwnPages || !(opened || died || blank_)) return false;
-  WebKitWebView* kin = world_.ViewOf(OwnPages, *this);
-  // A process that is nobody else's yet.
-  const bool own_already = !opened && !kin && (died || !shared_);
-  if (!own_already) MoveTo(kin, !opened);
-  process_site_ = OwnPages;
-  return !own_already;
+  if (process_.IsFor(OwnPages) || !(opened || died || blank_)) return false;
+  const Page* kin = world_.InProcessOf(OwnPages, *this);
+  const bool moves = opened || kin || process_.Shared();
+  if (moves) MoveTo(kin, !opened);
+  process_.Came(OwnPages);
+  return moves;
 }
 
-void Page::MoveTo(WebKitWebView* kin, bool with_history) {
+void Page::MoveTo(const Page* kin, bool with_history) {
   WebKitWebViewSessionState* history = with_history ? webkit_web_view_get_session_state(view_) : nullptr;
   const double zoom = webkit_web_view_get_zoom_level(view_);
   const bool focused = gtk_widget_has_focus(GTK_WIDGET(view_));
   DropView();
   AddView(kin);
   blank_ = true;
-  shared_ = kin;
   webkit_web_view_set_zoom_level(view_, zoom);
   if (focused) gtk_widget_grab_focus(GTK_WIDGET(view_));
   if (!history) return;
@@ -56,8 +56,32 @@ void Page::MoveTo(WebKitWebView* kin, bool with_history) {
   webkit_web_view_session_state_unref(history);
 }
 
-// A page that has opened others, or was opened by one, may stay in its process with any site.
 void Page::TakeProcess() {
-  if (load_.ShowsOwnPage()) return;
-  process_site_ = opened_by_page_ || has_opened_ ? std::string() : SiteName::Of(EngineAddress());
+  if (!load_.ShowsOwnPage()) process_.Came(SiteName::Of(EngineAddress()));
+}
+
+void Page::LeaveProcess() {
+  if (process_.Shared()) return MoveTo(nullptr);
+  webkit_web_view_terminate_web_process(view_);
+}
+
+void Page::EndHere() {
+  if (!process_.Shared()) return webkit_web_view_terminate_web_process(view_);
+  // The page that says so gets a process of its own.
+  died_ = true;
+  load_.OnDied(ProcessEnd::ByUser);
+}
+
+void Page::ProcessEnded(WebKitWebProcessTerminationReason reason) {
+  // Nobody waits for an answer any more.
+  questions_.Forget();
+  dialogs_.Dismiss();
+  EndPagesScreen();
+  died_ = true;
+  process_.Begin();
+  AnswerClosing(true);
+  if (hang_->MakesWay()) return;
+  load_.OnDied(reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT ? ProcessEnd::OutOfMemory
+               : reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API   ? ProcessEnd::ByUser
+                                                                  : ProcessEnd::Failed);
 }
