@@ -107,8 +107,9 @@ Reception GtkDesktop::Receive(const Request& request) {
 }
 
 void GtkDesktop::ChooseSandbox() {
+  // A tool that drives the program can't answer.
   const auto ask = [this](const std::string& question) {
-    return MsgBox(question, Buttons::YesNo, "Marlowick") == Answer::Yes;
+    return !Driven() && MsgBox(question, Buttons::YesNo, "Marlowick") == Answer::Yes;
   };
   const SandboxChoice::Way way = SandboxChoice::Choose(start_.Sandbox(), ask);
   if (way == SandboxChoice::Way::End) GtkDesktop::End(1);
@@ -165,6 +166,7 @@ void GtkDesktop::Die(const Failure& failure) {
   Gate.Close();
   SessionEnd::LetSignalsKill();
   std::fprintf(stderr, "marlowick: %s\n", failure.what());
+  if (Driven()) GtkDesktop::End(1);
   ClearTheWay();
   MsgBox(std::string(failure.what()) +
              "\n\nMarlowick can't go on and closes. Put right what is named above, and start " + "it again.",

@@ -90,6 +90,13 @@ class Sandbox(PageTest):
         self.assertEqual(program.wait_end(), 1)
         self.assertIn("MARLOWICK_SANDBOX", program.told())
 
+        # A tool that drives it can't answer.
+        for wish in ("", "on"):
+            driven = self.start("--automation", home=home, shown=False, environment={"MARLOWICK_SANDBOX": wish})
+            self.assertEqual(driven.wait_end(), 1)
+            self.assertIn(REASON, driven.told())
+            self.assertIn("MARLOWICK_SANDBOX", driven.told())
+
         os.remove(calls)
         program = self.begin("<title>Out</title>", home=home, environment={"MARLOWICK_SANDBOX": "off"})
         program.wait_title("Out")

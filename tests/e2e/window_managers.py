@@ -111,6 +111,9 @@ class Trial:
                 os.environ["XAUTHORITY"] = next(glob.iglob(os.environ["XDG_RUNTIME_DIR"] + "/.mutter-Xwayland*"), "")
             wait_for(lambda: self.kind in run("wmctrl", "-m", check=False).lower(), "the window manager", 60)
             time.sleep(1)  # panels and the like
+        if within:  # it counts the mouse's steps from wherever it takes the mouse to be
+            for place in ((0, 0), (SCREEN[0] // 2, SCREEN[1] - 100)):
+                move_to(*place)
         self.server = Server({"/": PAGE, "/typed": "<title>Typed</title>"})
         self.program = None
 

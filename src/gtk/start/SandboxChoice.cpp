@@ -31,7 +31,8 @@ Way Choose(SandboxCheck* check, const std::function<bool(const std::string& ques
       asks(because +
            "\n\nWithout it, a page that finds a fault in the engine can do all that you can: read "
            "your files, change them, start programs.\n\nGo on without the sandbox, for this start?");
-  if (!yes) std::fprintf(stderr, "marlowick: %s\n", because.c_str());
+  if (!yes)
+    std::fprintf(stderr, "marlowick: %s With MARLOWICK_SANDBOX=off it goes on without.\n", because.c_str());
   return yes ? Way::NoSandbox : Way::End;
 }
 

@@ -217,7 +217,10 @@ void MainHost::AdoptPlace() {
   }
   if (!gtk_widget_get_mapped(Frame()) || iconified_ || moved_ || sized_ || awaited_) return;
   int left = 0, top = 0, width = 0, height = 0;
-  gtk_window_get_position(FrameWindow(), &left, &top);
+  int frame_left = 0, frame_top = 0;
+  gdk_window_get_origin(gtk_widget_get_window(Frame()), &left, &top);
+  gtk_window_get_position(FrameWindow(), &frame_left, &frame_top);
+  border_ = {left - frame_left, top - frame_top};
   gtk_window_get_size(FrameWindow(), &width, &height);
   left -= Cut();
   top -= Cut();

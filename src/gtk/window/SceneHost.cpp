@@ -39,6 +39,7 @@ void SceneHost::ApplyPlace() {
     gtk_window_set_default_size(FrameWindow(), width, height);
     gtk_window_resize(FrameWindow(), width, height);
   }
-  if (moved_) gtk_window_move(FrameWindow(), ToPixels(scene_.Left), ToPixels(scene_.Top));
+  if (moved_)
+    gtk_window_move(FrameWindow(), ToPixels(scene_.Left) - border_.x, ToPixels(scene_.Top) - border_.y);
   moved_ = sized_ = false;
 }

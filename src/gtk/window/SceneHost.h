@@ -35,6 +35,9 @@ class SceneHost : public WindowHost {
   PopupGroup& popups_;
   Window& scene_;
   bool moved_ = false, sized_ = false;
+  // What the window manager has put to the left of the window and above it though it was told not to, in
+  // pixels.
+  GdkPoint border_{};
 
  private:
   OwnedToplevel frame_;
