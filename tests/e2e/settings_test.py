@@ -4,6 +4,7 @@ import os
 
 from harness import ProgramTest, key, main, reply, type_text, wait_for
 from hosts import Hosts
+from widgets import Widgets
 
 OPTIONS = "Internet Options"
 RADIO = ("radio button",)
@@ -15,26 +16,49 @@ onresize = tell; tell()</script>"""
 
 
 class Settings(ProgramTest):
-    def test_a_proxy_named_by_hand_carries_the_next_page(self):
-        hosts = Hosts()
+    def test_pages_come_by_the_proxy_that_is_chosen(self):
+        address = self.page("/", "<title>Direct</title>")
+        # Connections that are open already are used on.
+        hosts = Hosts({address: lambda handler: reply(handler, "<title>By the proxy</title>", headers={"Connection": "close"})})
         self.addCleanup(hosts.close)
-        home = self.home(Default="about:blank")
-        program = self.start(self.page("/", "<title>Near</title>"), home=home)
-        program.wait_title("Near")
-        program.choose_row("View", "Internet Options...")
-        window = program.wait_window(OPTIONS)
-        program.wait_active(window)
+        program = self.program = self.start(address, settings={"Default": "about:blank"},
+                                            environment={"http_proxy": hosts.proxy})
+        program.wait_title("By the proxy")
+
+        self.open_options()
+        program.press(OPTIONS, "Without a proxy", *RADIO)
+        self.confirm()
+        program.type_address(address)
+        program.wait_title("Direct")
+
+        # What is none is refused with its name.
+        self.open_options()
         program.press(OPTIONS, "By this proxy:", *RADIO)
-        key("Tab")
-        key("ctrl+a")
+        for typed, title in (("", "No proxy is named"), ("http:nonsense", "This is no proxy")):
+            program.wait_active(self.window)
+            program.press(OPTIONS, "By this proxy:", *RADIO)
+            key("Tab", "ctrl+a", "BackSpace")
+            type_text(typed)
+            key("Return")
+            notice = Widgets(program, title)
+            self.assertTrue(any(typed in text for text in program.told_by("label")))
+            key("Escape")
+            notice.wait_end()
+        program.wait_active(self.window)
         type_text(hosts.proxy.removeprefix("http://"))
-        key("Return")
-        wait_for(lambda: window not in program.windows(), "the end of the dialog")
-        program.type_address(hosts.page("http://far.test/", "<title>Far</title>"))
-        program.wait_title("Far")
+        self.confirm()
+        program.type_address(address)
+        program.wait_title("By the proxy")
+        self.assertEqual(self.setting("proxy address"), hosts.proxy.removeprefix("http://"))
+
+        hosts.pages[address] = "<title>By the system's</title>"
+        self.open_options()
+        program.press(OPTIONS, "As the system is set up", *RADIO)
+        self.confirm()
+        program.type_address(address)
+        program.wait_title("By the system's")
+        self.assertEqual(self.setting("proxy"), "system")
         self.assertEqual(program.close(), 0)
-        with open(os.path.join(home, "engine", "engine.ini")) as file:
-            self.assertIn(hosts.proxy.removeprefix("http://"), file.read())
 
     def open_options(self):
         self.program.choose_row("View", "Internet Options...")
@@ -93,31 +117,50 @@ class Settings(ProgramTest):
         program.press(OPTIONS, "Pages may run scripts", *CHECK)
         program.press(OPTIONS, "Use Start Page")
         self.confirm()
+        self.assertEqual(self.setting("home"), "")
         program.key("F5")
         program.wait_title(f"{width // 2} wide, 15px")
-        self.assertEqual(self.setting("home"), "")
+        program.key("alt+Home")
+        program.wait_title("Welcome to Marlowick")
+        self.open_options()
+        program.press(OPTIONS, "Use Blank")
+        self.confirm()
+        program.key("alt+Home")
+        program.wait_title("about:blank")
         self.assertEqual(program.close(), 0)
 
-    def test_what_pages_have_left_is_cleared(self):
+    def test_what_pages_have_left_is_cleared_as_far_as_it_is_chosen(self):
         cookies = []
 
         def counted(handler):
             cookies.append(handler.headers.get("Cookie"))
-            reply(handler, f"<title>Visit {len(cookies)}</title>", headers={"Set-Cookie": "been=here; Max-Age=9000"})
+            reply(handler, f"<script src='/kept'></script><title>Visit {len(cookies)}</title>",
+                  headers={"Set-Cookie": "been=here; Max-Age=9000"})
 
-        self.server.pages["/"] = counted
-        program = self.program = self.start(self.server.address + "/")
+        self.server.pages.update({"/": counted, "/kept": lambda handler: reply(
+            handler, "", headers={"Cache-Control": "max-age=9000"}, kind="text/javascript")})
+        program = self.program = self.start(self.server.address + "/?1")
         program.wait_title("Visit 1")
-        program.key("F5")
-        program.wait_title("Visit 2")
-        self.open_options()
-        program.press(OPTIONS, "Cookies and other data of sites", *CHECK)
-        program.press(OPTIONS, "Clear Now")
-        wait_for(lambda: program.place(OPTIONS, "Cleared", "label"), "its end")
-        self.confirm()
-        program.key("F5")
-        program.wait_title("Visit 3")
-        self.assertEqual(cookies, [None, "been=here", None])
+
+        def visit(number, asked):
+            program.type_address(f"{self.server.address}/?{number}")
+            program.wait_title(f"Visit {number}")
+            self.assertEqual(self.server.requests.count("/kept"), asked)
+
+        def clear(*boxes):
+            self.open_options()
+            for box in boxes:
+                program.press(OPTIONS, box, *CHECK)
+            program.press(OPTIONS, "Clear Now")
+            wait_for(lambda: program.place(OPTIONS, "Cleared", "label"), "its end")
+            self.confirm()
+
+        visit(2, asked=1)
+        clear()  # the cache, which is chosen already
+        visit(3, asked=2)
+        clear("Copies of pages (the cache)", "Cookies and other data of sites")
+        visit(4, asked=2)
+        self.assertEqual(cookies, [None, "been=here", "been=here", None])
         self.assertEqual(program.close(), 0)
 
     def test_files_in_any_encoding_cost_nothing(self):

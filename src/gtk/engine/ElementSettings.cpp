@@ -149,7 +149,7 @@ void ElementSettings::LeadNowhere(WebKitWebsiteDataManager* manager) { SetProxy(
 void ElementSettings::ApplyProxy(WebKitWebsiteDataManager* manager) const {
   if (BadProxy()) return LeadNowhere(manager);
   if (proxy == Proxy::ByHand) return SetProxy(manager, ::Proxy::FromTyped(proxy_address));
-  const auto mode =
-      proxy == Proxy::None ? WEBKIT_NETWORK_PROXY_MODE_NO_PROXY : WEBKIT_NETWORK_PROXY_MODE_DEFAULT;
-  webkit_website_data_manager_set_network_proxy_settings(manager, mode, nullptr);
+  // The engine's own "no proxy" goes by the environment's.
+  if (proxy == Proxy::None) return SetProxy(manager, "direct://");
+  webkit_website_data_manager_set_network_proxy_settings(manager, WEBKIT_NETWORK_PROXY_MODE_DEFAULT, nullptr);
 }
