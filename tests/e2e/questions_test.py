@@ -1,9 +1,11 @@
 """What pages ask the user: in whose name, how often, and what stands while nobody answers."""
 
+import os
+import threading
 import time
 
 from bars import PageTest
-from harness import main, wait_for
+from harness import main, reply, wait_for
 from hosts import Hosts
 
 QUESTION = "Open Popup?"
@@ -72,6 +74,90 @@ class Questions(PageTest):
         self.wait_told("bank.test says:")
         self.wait_told("Welcome")
         program.key("Return")
+        self.wait_told("Your PIN?")
+        self.wait_told("bank.test, or a part of it from evil.test, says:")
+
+    def field_has(self, title, address):
+        wait_for(lambda: address in self.program.field_texts(title), f"{address} in the field")
+
+    def test_an_address_that_shows_no_page_is_not_the_pages(self):
+        # It answers that there is nothing to show; who asks and stands in the field is still the page before.
+        page = """<title>Evil</title><body><script>
+            const nothing = then => { location = 'http://bank.test/nothing';
+                                      setTimeout(() => fetch('/told/answered').then(then), 300); };
+            onload = () => setTimeout(() => nothing(() => open("/window")), 300);
+            onclick = () => { onbeforeunload = e => { e.preventDefault(); e.returnValue = 'x'; }; document.title = 'Held'; };
+            </script>"""
+
+        def answered(handler):
+            times = len(self.asked_for("answered"))
+            wait_for(lambda: len(self.asked_for("bank.test/nothing")) >= times, "the request of nothing")
+            time.sleep(0.5)  # what has been answered gets there
+            reply(handler, "")
+
+        self.hosts = Hosts({"http://evil.test/": page, "http://evil.test/told/answered": answered,
+                            "http://bank.test/nothing": lambda handler: reply(handler, "", 204),
+                            "http://bank.test/": "<title>Bank</title>"})
+        self.addCleanup(self.hosts.close)
+        home = self.home(Popups=2)
+        os.makedirs(os.path.join(home, "engine"))
+        with open(os.path.join(home, "engine", "engine.ini"), "w") as file:
+            file.write(f"[Element]\nproxy=by hand\nproxy address={self.hosts.proxy}\nwindow sites=http://bank.test\n")
+        self.program = program = self.start("http://bank.test/", home=home)
+        program.wait_title("Bank")
+        program.type_address("http://evil.test/")
+        program.wait_title("Evil")
+        self.wait_told("evil.test wants to open a new window.")
+        self.assertFalse(self.asked_for("/window"))
+        self.click_page()
+        program.wait_title("Held")
+        program.type_address("http://evil.test/typed")
+        self.wait_told("Leave this page?")
+        self.press("Stay")
+        self.field_has("Held", "http://evil.test/")
+        self.assertFalse(self.asked_for("/typed"))
+
+    def test_a_window_sent_back_to_nothing_asks_in_nobodys_name(self):
+        page = """<title>Opener</title><body><script>
+            onclick = async () => {
+              const w = open('http://bank.test/');
+              await fetch('/told/come');
+              w.location = 'about:blank';
+              const asks = setInterval(() => { try { w.document.body.append('');
+                                                     clearInterval(asks); w.alert('Your PIN?'); } catch (e) {} }, 100);
+            };</script>"""
+        come = threading.Event()
+        self.addCleanup(come.set)
+        program = self.visit("http://evil.test/", {"http://evil.test/": page, "http://bank.test/": "<title>Bank</title>",
+                                                   "http://evil.test/told/come":
+                                                   lambda handler: (come.wait(60), reply(handler, ""))},
+                             settings={"Popups": "2"})
+        program.wait_title("Opener")
+        self.click_page()
+        program.wait_title("Bank")
+        come.set()
+        self.wait_told("Your PIN?")
+        self.wait_told("This page says:")
+        self.assertIsNone(self.told("bank.test"))
+
+    def test_a_page_that_comes_back_has_its_frames_again(self):
+        frame = "<script>onmessage = () => alert('Your PIN?')</script>"
+        bank = """<title>Bank</title><body><iframe src='http://evil.test/'></iframe><script>
+            onclick = () => frames[0].postMessage('go', '*');</script>"""
+        after = "<title>After</title><body><script>onclick = () => { location = '/nothing'; fetch('/told/sent'); }</script>"
+        program = self.visit("http://bank.test/", {"http://bank.test/": bank, "http://evil.test/": frame,
+                                                   "http://bank.test/after": after,
+                                                   "http://bank.test/nothing": lambda handler: reply(handler, "", 204)})
+        program.wait_title("Bank")
+        self.wait_request("evil.test")
+        program.type_address("http://bank.test/after")
+        program.wait_title("After")
+        self.click_page()
+        self.wait_request("bank.test/nothing")
+        self.wait_request("told/sent")
+        program.key("alt+Left")
+        program.wait_title("Bank")
+        self.click_page()
         self.wait_told("Your PIN?")
         self.wait_told("bank.test, or a part of it from evil.test, says:")
 

@@ -17,7 +17,7 @@ constexpr int AllowSite = 1;
 
 void HeldWindows::Hold(const std::string& uri) {
   if (!bar_) {
-    site_ = SiteName::Of(page_.DocumentAddress());
+    site_ = SiteName::Of(page_.Load().DocumentAddress());
     asker_ = page_.Asker();
     wanted_.clear();
     MakeBar();

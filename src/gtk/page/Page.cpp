@@ -71,7 +71,8 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
           scripts_.get(),
           [this](ScriptDialogs::Outcome outcome) {
             if (outcome == ScriptDialogs::Outcome::StaysOnPage) {
-              load_.Denied();
+              load_.Stay();
+              Tell([](PageOwner& owner) { owner.NameChanged(); });
               AnswerClosing(false);
             }
             if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
@@ -179,6 +180,7 @@ void Page::ListenToLoad() {
       case WEBKIT_LOAD_STARTED:
         // An own page isn't asked about before.
         Taken();
+        sites_.LoadStarted();
         return load_.OnStarted();
       case WEBKIT_LOAD_REDIRECTED:
         return load_.OnRedirected();
@@ -212,6 +214,7 @@ void Page::ListenToPage() {
                                                    [this](auto*, auto*) { TakeTitle(); });
   // A page may change its address without a load.
   callbacks_.On<void(WebKitWebView*, GParamSpec*)>(view_, "notify::uri", [this](auto*, auto*) {
+    load_.OnAddress();
     if (!load_.Busy()) Tell([](PageOwner& owner) { owner.NameChanged(); });
   });
   callbacks_.On<void(WebKitWebView*, WebKitHitTestResult*, guint)>(
@@ -283,7 +286,7 @@ void Page::DropView() {
 GtkWidget* Page::TakeNewWindow(const Page& opener) {
   DropView();
   MakeView(&opener);
-  opened_by_page_ = true;
+  opened_by_page_ = speaks_for_opener_ = true;
   process_.Tie();
   // Until it has a page of its own, its scripts are the opener's.
   sites_ = opener.sites_;
@@ -294,7 +297,7 @@ void Page::Renew() {
   if (Closed()) throw Failure("The page is closed");
   DropView();
   MakeView(nullptr);
-  opened_by_page_ = quit_ = false;
+  opened_by_page_ = speaks_for_opener_ = quit_ = false;
 }
 
 bool Page::OpenWanted(const std::string& uri) {
@@ -314,7 +317,7 @@ bool Page::OpenWanted(const std::string& uri) {
 bool Page::MayLeadTo(const std::string& uri) const {
   const std::string scheme = Address::Scheme(uri);
   return scheme == "http" || scheme == "https" || uri == "about:blank" ||
-         (scheme == "file" && Address::Scheme(DocumentAddress()) == "file");
+         (scheme == "file" && Address::Scheme(load_.DocumentAddress()) == "file");
 }
 
 void Page::OpenChosen(const std::string& uri, LinkPlace place) {
@@ -421,11 +424,6 @@ GtkWindow* Page::Window() {
 
 std::string Page::EngineAddress() const { return view_ ? TextOf(webkit_web_view_get_uri(view_)) : ""; }
 
-std::string Page::DocumentAddress() const {
-  WebKitWebResource* document = view_ ? webkit_web_view_get_main_resource(view_) : nullptr;
-  return document ? TextOf(webkit_web_resource_get_uri(document)) : "";
-}
-
 std::string Page::EngineTitle() const { return view_ ? TextOf(webkit_web_view_get_title(view_)) : ""; }
 bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view_); }
 bool Page::WorksOffline() const { return world_.Base().Offline(); }
@@ -492,9 +490,11 @@ void Page::LoadBegan() {
 void Page::LoadCommitted() {
   blank_ = died_ = false;
   TakeProcess();
-  // What is blank belongs to the page that opened it.
-  const std::string address = load_.ShowsOwnPage() ? std::string() : EngineAddress();
-  if (!opened_by_page_ || address != "about:blank") sites_.Committed(SiteOf(address));
+  const std::string& address = load_.DocumentAddress();
+  const bool as_opener = std::exchange(speaks_for_opener_, false) && address == "about:blank";
+  if (!as_opener) sites_.Committed(SiteOf(address));
+  // No press for the page before is one for this.
+  taken_press_ = presses_;
   questions_.Forget();
   held_.Forget();
   wished_.clear();
@@ -606,7 +606,7 @@ bool Page::MayAskForWindow() {
 }
 
 GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
-  const std::string site = SiteName::Of(DocumentAddress());
+  const std::string site = SiteName::Of(load_.DocumentAddress());
   const bool pressed = webkit_navigation_action_is_user_gesture(action);
   const std::string wanted = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
   if (!pressed && !world_.MayOpenWindows(site)) {

@@ -105,8 +105,6 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // What vouches for the page of Address().
   Safety Security() const;
 
-  std::string DocumentAddress() const override;
-
   // Makes this page the one that another page asked for: related to it, and empty.
   GtkWidget* TakeNewWindow(const Page& opener);
   // Empty as at first, with no page before it.
@@ -118,6 +116,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // couldn't lead to the address either.
   void OpenChosen(const std::string& uri, LinkPlace place);
   bool MayLeadTo(const std::string& uri) const;
+  // Keeps a window back that nobody has pressed for, and tells the user.
+  void HoldWindow(const std::string& uri) { held_.Hold(uri); }
 
   // Has the frame that wants `wanted`, or bears the name, show another address. Needs the page's scripts.
   void ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead);
@@ -140,7 +140,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void AskToDownload(Download& download);
   // The process behind the page has taken what the user wants of it.
   void Taken();
-  // True once for each press of the user's on the page, or key: what it may set going by that is bounded.
+  // True once for each press of the user's on the page, or key: what the page may set going by that is
+  // bounded.
   bool TakePress() { return std::exchange(taken_press_, presses_) != presses_; }
   // Who asks, to stand before "wants to": see Sites.
   std::string Asker() const { return sites_.Asker(); }
@@ -280,8 +281,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
-  bool plain_through_ = false;  // the load under way may come without encryption
-  bool died_ = false;           // its process, and nothing has come since
+  bool speaks_for_opener_ = false;  // whose scripts are the new window's until a page comes into it
+  bool plain_through_ = false;      // the load under way may come without encryption
+  bool died_ = false;               // its process, and nothing has come since
   SiteProcess process_;
   bool quit_ = false;
   std::string last_address_, last_title_;  // of a page that has closed itself

@@ -37,7 +37,7 @@ bool GiveAway(Page& page, const std::string& uri, bool pressed) {
     Notice::Show(page.Window(), name + " wasn't started",
                  "It was to open \"" + uri + "\": " + reason->message);
   };
-  if (page.Load().Wanted() == uri) {
+  if (page.Load().Wants(uri)) {
     open();
   } else if (pressed && page.TakePress()) {
     page.Asks().Ask(
@@ -50,7 +50,7 @@ bool GiveAway(Page& page, const std::string& uri, bool pressed) {
           if (yes) open();
         });
   }
-  page.Load().Denied();
+  page.Load().Denied(uri);
   return true;
 }
 
@@ -87,7 +87,7 @@ bool TakeOwnAddress(Page& page, const std::string& uri, WebKitNavigationAction* 
   if (pressed || (again && page.Commanded()))
     page.Load().Start({uri, {}, true});
   else
-    page.Load().Denied();
+    page.Load().Denied(uri);
   return true;
 }
 
@@ -119,11 +119,15 @@ LinkPlace PlaceOf(WebKitNavigationAction* action) {
   return shift ? LinkPlace::PlainWindow : LinkPlace::Here;
 }
 
-// True: the user wants it elsewhere, and there it goes.
+// True: the user wants it elsewhere, and there it goes. One press chooses one link: what a script makes of it
+// besides waits as any window without a press does.
 bool TakeChoice(Page& page, const std::string& uri, WebKitNavigationAction* action) {
   const LinkPlace place = PlaceOf(action);
   if (place == LinkPlace::Here) return false;
-  page.Calls().Later([&page, uri, place] { page.OpenChosen(uri, place); });
+  if (page.TakePress())
+    page.Calls().Later([&page, uri, place] { page.OpenChosen(uri, place); });
+  else
+    page.HoldWindow(uri);
   return true;
 }
 
@@ -146,7 +150,7 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
       TakeMissingDay(page, uri, action))
     return true;
   if (page.ComesTooEarly(uri)) {
-    page.Load().Denied();
+    page.Load().Denied(uri);
     return true;
   }
   if (BelongsToAnotherProgram(Address::Scheme(uri)) &&
@@ -159,14 +163,15 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
 bool AskToSendAgain(Page& page, WebKitNavigationAction* action, WebKitPolicyDecision* decision) {
   if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED)
     return false;
-  page.Asks().Ask({.text = "To show this page again, what was entered in a form has to be sent once more.",
-                   .yes = "_Send Again",
-                   .no = "S_tay",
-                   .refusal = Questions::Refusal::MayBeStopped},
-                  [&page, held = std::shared_ptr<WebKitPolicyDecision>(Share(decision))](bool yes) {
-                    yes ? webkit_policy_decision_use(held.get()) : webkit_policy_decision_ignore(held.get());
-                    if (!yes) page.Load().Denied();
-                  });
+  page.Asks().Ask(
+      {.text = "To show this page again, what was entered in a form has to be sent once more.",
+       .yes = "_Send Again",
+       .no = "S_tay",
+       .refusal = Questions::Refusal::MayBeStopped},
+      [&page, uri = UriOf(action), held = std::shared_ptr<WebKitPolicyDecision>(Share(decision))](bool yes) {
+        yes ? webkit_policy_decision_use(held.get()) : webkit_policy_decision_ignore(held.get());
+        if (!yes) page.Load().Busy() ? page.Load().Denied(uri) : page.Load().Stay();
+      });
   return true;
 }
 

@@ -85,7 +85,8 @@ struct Place {
 
 // Host, port and the rest of a text without scheme. An IPv6 host keeps its brackets.
 Place Split(std::string_view text) {
-  const size_t end = std::min(text.find_first_of("/?#"), text.size());
+  // The engine takes a backslash for a slash.
+  const size_t end = std::min(text.find_first_of("/\\?#"), text.size());
   std::string_view host = text.substr(0, end);
   host.remove_prefix(host.rfind('@') == host.npos ? 0 : host.rfind('@') + 1);
   const size_t colon = host.rfind(':');
@@ -121,7 +122,7 @@ Address::Target FromHost(const std::string& text) {
   const bool good_port = place.port.empty() || (place.port.size() <= 5 &&
                                                 std::all_of(place.port.begin(), place.port.end(), IsDigit) &&
                                                 std::stoi(std::string(place.port)) <= 65535);
-  if (!IsHost(place.host) || !good_port) return {text, {}, false};
+  if (!IsHost(place.host) || !good_port || place.rest.starts_with('\\')) return {text, {}, false};
   const size_t start = text.size() - place.rest.size();
   std::string address = text.substr(0, start) + Text::Replace(place.rest, " ", "%20");
   if (place.rest.empty() || place.rest[0] != '/') address.insert(start, "/");

@@ -156,12 +156,23 @@ void PageLoad::Again() {
   }
 }
 
-void PageLoad::Denied() {
-  if (phase_ != Phase::Waiting) return;
+bool PageLoad::Wants(const std::string& uri) const {
+  return phase_ == Phase::Waiting && !wanted_.empty() && (uri == wanted_ || uri == view_.EngineAddress());
+}
+
+void PageLoad::Denied(const std::string& uri) {
+  if (Wants(uri)) Stay();
+}
+
+void PageLoad::Stay() {
   // The engine goes on taking the address that was wanted for the page's.
-  const std::string shown = view_.DocumentAddress();
-  if (!shown.empty()) kept_address_ = shown;
-  End();
+  kept_address_ = committed_;
+  if (phase_ == Phase::Waiting) End();
+}
+
+bool PageLoad::IsThere(const std::string& uri) const {
+  return Address::Scheme(uri) == Address::Scheme(committed_) &&
+         Address::Host(uri) == Address::Host(committed_);
 }
 
 std::string PageLoad::KnownAddress() const {
@@ -182,7 +193,9 @@ std::string PageLoad::Address() const {
 
 bool PageLoad::AddressHasCome() const {
   const bool coming = phase_ == Phase::Waiting || phase_ == Phase::Provisional;
-  return !coming || (wanted_.empty() && !own_coming_);
+  if (coming) return wanted_.empty() && !own_coming_;
+  // One of the history that the user goes back to is the engine's from the wish on.
+  return ShowsOwnPage() || IsThere(Address());
 }
 
 void PageLoad::ShowOwn(const std::string& address, const std::string& html) {
@@ -223,7 +236,7 @@ void PageLoad::Break(const std::string& what) {
 }
 
 void PageLoad::Press(const std::string& button) {
-  if (own_address_.empty() || phase_ != Phase::Idle) return Denied();
+  if (own_address_.empty() || phase_ != Phase::Idle) return;
   for (size_t n = 0; n < actions_.size(); ++n) {
     if (button != buttons_ + std::to_string(n)) continue;
     const ErrorPage::Action action = actions_[n];
@@ -231,7 +244,6 @@ void PageLoad::Press(const std::string& button) {
     if (action.kind == ErrorPage::Action::Kind::GoOn) return GoOn();
     return Begin({action.address, {}, true}, action.kind == ErrorPage::Action::Kind::Openly);
   }
-  Denied();
 }
 
 void PageLoad::GoOn() {
@@ -254,7 +266,10 @@ void PageLoad::OnStarted() {
   if (!std::exchange(announced_, true)) listener_.LoadBegan();
 }
 
+// What was meant for the typed host isn't for another one.
 void PageLoad::OnRedirected() {
+  fallback_.clear();
+  search_.clear();
   listener_.LoadStatusChanged("Opening " + HostName::Shown(WebAddress::WithoutUser(Address())));
 }
 
@@ -264,7 +279,7 @@ void PageLoad::OnCommitted() {
   fallback_.clear();
   search_.clear();
   wanted_.clear();
-  committed_ = view_.EngineAddress();
+  committed_ = own_coming_ ? std::string() : view_.EngineAddress();
   if (!own_coming_) {
     actions_.clear();
     own_address_.clear();
@@ -313,6 +328,15 @@ void PageLoad::End() {
 
 void PageLoad::OnProgress(double share) {
   if (announced_) listener_.Progressed(std::max(1L, static_cast<long>(share * FullProgress)), FullProgress);
+}
+
+// A page may change its address without a load, within its place.
+void PageLoad::OnAddress() {
+  const std::string address = view_.EngineAddress();
+  const bool coming = phase_ == Phase::Waiting || phase_ == Phase::Provisional;
+  if (coming || committed_.empty() || !IsThere(address)) return;
+  committed_ = address;
+  kept_address_.clear();
 }
 
 bool PageLoad::FallBack(const std::string& uri, const LoadFault& fault) {

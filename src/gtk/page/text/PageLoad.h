@@ -22,9 +22,6 @@ class LoadView {
   virtual bool Gone() const = 0;
   // As the engine has it: the address being loaded from its start on; empty for an unused view.
   virtual std::string EngineAddress() const = 0;
-  // Of the document that is on show; empty where there is none. Of the coming one from the start of its load
-  // on.
-  virtual std::string DocumentAddress() const = 0;
   virtual std::string EngineTitle() const = 0;
   virtual bool EngineLoads() const = 0;
   virtual bool WorksOffline() const = 0;
@@ -100,8 +97,11 @@ class PageLoad {
   void Stop();
   // The page once more, or the address that couldn't be loaded.
   void Again();
-  // A request was turned down or became something else before it started.
-  void Denied();
+  // A request was turned down or became something else before it started. What wasn't asked for by the user
+  // leaves the user's wish alone.
+  void Denied(const std::string& uri);
+  // The user doesn't leave the page on show, whatever was asked for.
+  void Stay();
 
   // From the wish for a page to the end of its load.
   bool Busy() const { return phase_ != Phase::Idle; }
@@ -110,6 +110,10 @@ class PageLoad {
   std::string Address() const;
   // What the user has asked for and what hasn't come yet; empty for nothing.
   const std::string& Wanted() const { return wanted_; }
+  // That is this address, as the engine writes it, and nothing has come of it yet.
+  bool Wants(const std::string& uri) const;
+  // Of the web's document that is on show, whatever is being loaded; empty where there is none.
+  const std::string& DocumentAddress() const { return committed_; }
   // False while Address() is what is wished for, and another page is still on show.
   bool AddressHasCome() const;
   bool ShowsOwnPage() const { return !own_address_.empty(); }
@@ -131,6 +135,7 @@ class PageLoad {
   void OnFinished();
   void OnProgress(double share);  // of 1
   void OnTitle();
+  void OnAddress();
   void OnFailed(const std::string& uri, bool committed, const LoadFault& fault);
   void OnBadCertificate(const std::string& uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
   void OnDied(ProcessEnd end);
@@ -155,6 +160,8 @@ class PageLoad {
   void StartBlank();
   void EndBlank();
   bool StaysOnPage(const std::string& uri) const;
+  // At the place of the document on show.
+  bool IsThere(const std::string& uri) const;
   void End();
   // A load by https: that has come to nothing: goes on by http: where nothing there speaks at all.
   bool FallBack(const std::string& uri, const LoadFault& fault);
@@ -173,7 +180,7 @@ class PageLoad {
   std::string own_address_;
   std::string kept_address_;
   std::string wanted_;     // what the user asked for, until it has come
-  std::string committed_;  // of the page on show, as it came
+  std::string committed_;  // of the document on show; none of an own page's
   // Of the own page on show: what its buttons' addresses begin with, a secret that no other page can know,
   // and what they do.
   std::string buttons_;

@@ -8,6 +8,8 @@
 // names the page's site alone only where no other site has a frame in it.
 class Sites {
  public:
+  // The coming load begins; what was told of one before it that came to nothing says nothing about it.
+  void LoadStarted() { main_answered_ = false; }
   // A document of a site takes the place of the one before; its site is empty where it has none.
   void Committed(const std::string& site);
   // The page's own document comes from a server, and not out of what was kept of an earlier visit.

@@ -91,6 +91,7 @@ TEST(Address, PartsOfAnAddress) {
   EXPECT_EQ(Address::Scheme("HTTPS://x"), "https");
   EXPECT_EQ(Address::Scheme("no scheme: here"), "");
   EXPECT_EQ(Address::Host("https://me:pw@Example.org:8080/a@b:c"), "example.org");
+  EXPECT_EQ(Address::Host("http://evil.test\\@bank.test/"), "evil.test");
   EXPECT_EQ(Address::Host("http://[::1]:80/"), "::1");
   EXPECT_EQ(Address::Host("file:///etc"), "");
   EXPECT_TRUE(Address::IsLocal("file:///x"));

@@ -28,7 +28,6 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
  protected:
   bool Gone() const override { return gone; }
   std::string EngineAddress() const override { return address; }
-  std::string DocumentAddress() const override { return document; }
   std::string EngineTitle() const override { return title; }
   bool EngineLoads() const override { return engine_loads; }
   bool WorksOffline() const override { return offline; }
@@ -76,10 +75,7 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
     address = uri;
     load.OnStarted();
   }
-  void Commit() {
-    document = address;
-    load.OnCommitted();
-  }
+  void Commit() { load.OnCommitted(); }
   void Complete(const std::string& uri, const std::string& of_title = "Title") {
     Begin(uri);
     Commit();
@@ -115,7 +111,7 @@ class Loads : public testing::Test, protected LoadView, protected LoadListener {
   bool gone = false, engine_loads = false, offline = false, promised = false;
   bool asks_before_plain = false, plain_through = false;
   std::optional<std::string> bad_proxy;
-  std::string address, document, title, shown, status;
+  std::string address, title, shown, status;
   std::vector<std::string> asked;
   std::function<void(const std::string&)> source_done;
   std::function<void(const ErrorPage&)> source_failed;
@@ -178,7 +174,7 @@ TEST_F(Loads, AnUnusedViewIsBlankWithoutAskingTheEngine) {
   EXPECT_EQ(load.Address(), "http://a.test/");
   // So does one that the program sends on within the report of the blank page's beginning.
   load.Reset();
-  address = document = {};
+  address = {};
   Want("about:blank");
   within_began = [&] {
     within_began = nullptr;
@@ -345,12 +341,14 @@ TEST_F(Loads, ATurnedDownRequestLeavesTheOldPagesAddress) {
   Complete("http://a.test/");
   Want("mailto:someone");
   address = "mailto:someone";
-  load.Denied();
+  load.Denied("mailto:somebody");
+  EXPECT_TRUE(load.Busy()) << "another's request isn't what the user waits for";
+  load.Denied("mailto:someone");
   EXPECT_FALSE(load.Busy());
   EXPECT_EQ(load.Address(), "http://a.test/");
   EXPECT_EQ(ended, 2) << "a wish that came to nothing ends too";
   // Not one that the page itself made while nothing was wanted.
-  load.Denied();
+  load.Denied("mailto:someone");
   EXPECT_EQ(ended, 2);
   // An answer that is turned down in favour of a page of our own.
   Want("http://b.test/");
@@ -361,6 +359,42 @@ TEST_F(Loads, ATurnedDownRequestLeavesTheOldPagesAddress) {
   Complete("http://b.test/");
   EXPECT_EQ(began, 2);
   EXPECT_EQ(ended, 3);
+}
+
+TEST_F(Loads, WhoeverStaysHasThePageOnShow) {
+  Complete("http://a.test/first");
+  // As far as the page itself goes, without a load.
+  address = "http://a.test/moved";
+  load.OnAddress();
+  // The history's: the engine takes it for its own from the wish on.
+  address = "https://b.test/";
+  load.OnAddress();
+  EXPECT_EQ(load.DocumentAddress(), "http://a.test/moved");
+  EXPECT_FALSE(load.AddressHasCome());
+  load.Stay();
+  EXPECT_EQ(load.Address(), "http://a.test/moved");
+  EXPECT_TRUE(load.AddressHasCome());
+  // What a load that comes to nothing was about isn't on show either.
+  Begin("https://b.test/nothing");
+  address = "http://a.test/moved";
+  Fail(Kind::Interrupted);
+  EXPECT_EQ(load.DocumentAddress(), "http://a.test/moved");
+  EXPECT_EQ(load.Address(), "http://a.test/moved");
+}
+
+TEST_F(Loads, ARedirectedLoadGoesNoOtherWay) {
+  Want("https://a.test/", "http://a.test/");
+  Begin("https://a.test/");
+  address = "https://b.test/";
+  load.OnRedirected();
+  Fail(Kind::Connection);
+  EXPECT_EQ(asked.back(), "own https://b.test/");
+  load.Start({"https://word/", "http://word/", true, "https://search.test/?q=word"});
+  Begin("https://word/");
+  address = "https://gone.test/";
+  load.OnRedirected();
+  Fail(Kind::NoSuchHost);
+  EXPECT_EQ(asked.back(), "own https://gone.test/");
 }
 
 TEST_F(Loads, AnotherPlaceOfThePageIsNoLoad) {

@@ -26,6 +26,12 @@ TEST(Sites, NameNobodyWhoMayNotBeTheOne) {
   // A page that comes back from memory has its frames again, and nobody tells.
   sites.Committed("bank.test");
   EXPECT_EQ(sites.Asker(), "bank.test, or a part of it from 2 other sites,");
+  // So it has where an answer came in between that there was no page in.
+  sites.LoadStarted();
+  sites.MainAnswered();
+  sites.LoadStarted();
+  sites.Committed("news.test");
+  EXPECT_EQ(sites.Asker(), "news.test, or a part of it from 3 other sites,");
 }
 
 }  // namespace
