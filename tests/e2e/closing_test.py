@@ -123,15 +123,28 @@ class Closing(ProgramTest):
         self.assertEqual(self.program.close(), 0)
 
     def test_staying_keeps_the_form_at_every_refresh(self):
-        self.begin("Guarded")
-        program = self.program
-        for _ in range(3):
+        self.page("/Form", "<title>Form</title><body style='background:blue'><input autofocus oninput='document.title = value'>"
+                  "<script>onbeforeunload = event => { fetch('/asked'); event.preventDefault(); event.returnValue = 'x' }"
+                  "</script>")
+        self.page("/asked", "")
+        self.program = program = self.start(self.server.address + "/Form", settings={"Default": "about:blank"})
+        program.wait_title("Form")
+        wait_for(lambda: program.page_pixel(self.screen) == (0, 0, 255), "the page, painted")
+        program.click(350, 400)
+        program.key("Tab")
+        for times, letter in enumerate("abc", 1):
+            program.key(letter)
+            program.wait_title("abc"[:times])  # what was typed before is there
             program.key("F5")
-            self.answer("Guarded", "Stay")
-        self.assertEqual(self.server.requests.count("/Guarded"), 1)
+            wait_for(lambda: self.server.requests.count("/asked") == times, f"question {times}")
+            self.answer(program.title, "Stay")
+            self.assertEqual(program.title, "abc"[:times])
+        self.assertEqual(self.server.requests.count("/Form"), 1)
         program.key("F5")
-        self.answer("Guarded", "Leave")
-        wait_for(lambda: self.server.requests.count("/Guarded") == 2, "the page, once more")
+        wait_for(lambda: self.server.requests.count("/asked") == 4, "the last question")
+        self.answer("abc", "Leave")
+        program.wait_title("Form")
+        self.assertEqual(self.server.requests.count("/Form"), 2)
 
     def test_a_form_is_sent_again_only_by_a_yes(self):
         sent = []
@@ -148,8 +161,9 @@ class Closing(ProgramTest):
         program.click(300, 250)
         program.wait_title("Sent")
         question = "To show this page again, what was entered in a form has to be sent once more."
-        for times, (name, count) in enumerate((("Stay", 1), ("Stay", 1), ("Send Again", 2))):
-            program.key("F5")
+        asked = (("F5", "Stay", 1), ("F5", "Stay", 1), ("ctrl+F5", "Stay", 1), ("F5", "Send Again", 2))
+        for times, (key, name, count) in enumerate(asked):
+            program.key(key)
             wait_for(lambda: program.place("Sent", question, "label"), f"question {times}")
             program.press("Sent", name)
             wait_for(lambda: not program.place("Sent", question, "label"), "its end")

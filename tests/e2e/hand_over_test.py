@@ -1,6 +1,7 @@
 """One program a folder: what a further start with the same folder does."""
 
 import os
+import shutil
 import signal
 import tempfile
 import time
@@ -157,6 +158,10 @@ class HandOver(ProgramTest):
                "--method"]
         run(*bus, "org.freedesktop.DBus.ReloadConfig")
         run(*bus, "org.freedesktop.DBus.UpdateActivationEnvironment", str(dict(DISPLAY=os.environ["DISPLAY"])))
+        home = os.path.join(os.environ["XDG_DATA_HOME"], "marlowick")
+        shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), home, dirs_exist_ok=True)
+        old_cache = os.path.join(home, "engine", "cache", "WebKitCache")  # where an earlier version kept it
+        os.makedirs(os.path.join(old_cache, "Records"))
         self.call("Open", str([self.titled("One"), self.titled("Two")]), "{}")
         pid = int(run(*bus, "org.freedesktop.DBus.GetConnectionUnixProcessID", "org.marlowick.Marlowick")
                   .split()[-1].rstrip(",)"))
@@ -173,7 +178,7 @@ class HandOver(ProgramTest):
         self.assertEqual(self.further("", self.titled("Three"), environment={"MARLOWICK_HOME": ""}).wait_end(), 0)
         program.wait_title("Three")
         self.assertIn("WebKitCache", os.listdir(os.path.join(os.environ["XDG_CACHE_HOME"], "marlowick")))
-        self.assertNotIn("WebKitCache", os.listdir(os.path.join(os.environ["XDG_DATA_HOME"], "marlowick", "engine", "cache")))
+        wait_for(lambda: not os.path.exists(old_cache), "the end of the old cache")
         run("wmctrl", "-i", "-c", program.window)
         wait_for(lambda: not os.path.exists(f"/proc/{pid}"), "its end")
 

@@ -60,6 +60,9 @@ void Entry::FindOut() {
     Leftovers::Clear(folder);
     return Leftovers::PutAside(folder / "engine");
   });
+  // Its cache is elsewhere. Nobody waits for this.
+  if (folder_.usual)
+    old_cache_ = std::async(std::launch::async, [folder] { Leftovers::ClearOldCache(folder / "engine"); });
 }
 
 void Entry::WaitForSummons() {

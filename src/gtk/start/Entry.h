@@ -68,4 +68,5 @@ class Entry {
   std::unique_ptr<BusName> bus_;
   std::unique_ptr<SandboxCheck> sandbox_;
   std::future<std::vector<Leftovers::Damaged>> damaged_;
+  std::future<void> old_cache_;
 };

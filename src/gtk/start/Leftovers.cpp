@@ -10,6 +10,7 @@
 #include <cctype>
 #include <cerrno>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "gtk/base/GObjects.h"
@@ -18,11 +19,16 @@ namespace files = std::filesystem;
 
 namespace {
 
-// Each with the number of its process behind it.
-constexpr std::string_view Marks[] = {".new-", ".importing-", ".moving-"};
-// What a library's own writing leaves: a point and six letters behind the name.
-constexpr std::string_view LibraryWrites[] = {"engine.ini.", "frame-error.html.", "sandbox."};
+// What stands before the number of the process that wrote something anew, imported or moved it.
+constexpr std::string_view New = ".new-", Importing = ".importing-", Moving = ".moving-";
+// The program's own files, and those that a library writes: with a point and six letters behind the name.
+constexpr std::string_view Written[] = {"autocomplete.dat", "browser.ini", "contents.htm", "filter.dat",
+                                        "history.dat",      "history.htm", "launch.dat",   "tabs.dat"};
+constexpr std::string_view WrittenByLibrary[] = {"downloads.dat.", "engine.ini.", "frame-error.html.",
+                                                 "sandbox."};
 constexpr size_t LibraryLetters = 6;
+// Of a source that was being fetched; a UUID is behind it.
+constexpr std::string_view Source = "source-";
 
 constexpr std::string_view Magic("SQLite format 3\0", 16);
 constexpr std::string_view Beside[] = {"-wal", "-shm", "-journal"};
@@ -34,13 +40,43 @@ bool HasDied(std::string_view number) {
   return ::kill(std::stoi(std::string(number)), 0) != 0 && errno == ESRCH;
 }
 
-bool IsLeft(const std::string& name) {
-  for (const std::string_view mark : Marks)
-    if (const size_t at = name.rfind(mark); at != name.npos)
-      return HasDied(std::string_view(name).substr(at + mark.size()));
-  return std::any_of(std::begin(LibraryWrites), std::end(LibraryWrites), [&name](std::string_view begin) {
-    return name.starts_with(begin) && name.size() == begin.size() + LibraryLetters;
+// The name before the mark and the number of a process that there is no more.
+std::optional<std::string> Before(std::string_view mark, const std::string& name) {
+  const size_t at = name.rfind(mark);
+  if (at == name.npos || !HasDied(std::string_view(name).substr(at + mark.size()))) return std::nullopt;
+  return name.substr(0, at);
+}
+
+bool IsWritten(const std::string& name) {
+  const std::optional<std::string> file = Before(New, name);
+  return file && std::any_of(std::begin(Written), std::end(Written), [&file](std::string_view one) {
+           return g_ascii_strcasecmp(file->c_str(), one.data()) == 0;
+         });
+}
+
+bool IsWrittenByLibrary(const std::string& name) {
+  return std::any_of(std::begin(WrittenByLibrary), std::end(WrittenByLibrary), [&name](std::string_view one) {
+    return name.starts_with(one) && name.size() == one.size() + LibraryLetters;
   });
+}
+
+bool IsSource(const std::string& name) {
+  return name.starts_with(Source) && g_uuid_string_is_valid(name.c_str() + Source.size());
+}
+
+bool IsWrittenAs(std::string_view extension, const std::string& name) {
+  const std::optional<std::string> file = Before(New, name);
+  return file && file->ends_with(extension);
+}
+
+// A link is neither.
+bool IsFile(const files::path& path) {
+  std::error_code unknown;
+  return files::symlink_status(path, unknown).type() == files::file_type::regular;
+}
+bool IsFolder(const files::path& path) {
+  std::error_code unknown;
+  return files::symlink_status(path, unknown).type() == files::file_type::directory;
 }
 
 // All that a folder has by the time of the call, with no failure.
@@ -53,10 +89,35 @@ std::vector<files::path> Below(const files::path& folder) {
   return all;
 }
 
-void ClearIn(const files::path& folder) {
+// What in a folder is the program's own; a link to a folder is somebody's else.
+template <class IsOurs>
+void ClearIn(const files::path& folder, IsOurs is_ours) {
   std::error_code ignored;
+  if (!IsFolder(folder)) return;
   for (const files::path& path : Below<files::directory_iterator>(folder))
-    if (IsLeft(path.filename().string())) files::remove_all(path, ignored);
+    if (is_ours(path, path.filename().string())) files::remove_all(path, ignored);
+}
+
+void ClearFavourites(const files::path& favourites) {
+  const auto is_ours = [&](const files::path& path, const std::string& name) {
+    if (IsFile(path) && IsWrittenAs(".url", name)) return true;
+    if (!IsFile(path) && !IsFolder(path)) return false;
+    return Before(Moving, name) == "" || (path.parent_path() == favourites && Before(Importing, name) == "");
+  };
+  ClearIn(favourites, is_ours);
+  if (!IsFolder(favourites)) return;
+  for (const files::path& path : Below<files::recursive_directory_iterator>(favourites))
+    ClearIn(path, is_ours);
+}
+
+// First starts that didn't come to their end: what they have made bears the mark of one.
+void ClearInstalls(const files::path& folder) {
+  const auto is_ours = [&](const files::path& path, const std::string& name) {
+    std::error_code unknown;
+    return IsFolder(path) && Before(New, name) == folder.filename() &&
+           (IsFile(path / Leftovers::InstallMark) || files::is_empty(path, unknown));
+  };
+  ClearIn(folder.parent_path(), is_ours);
 }
 
 bool IsWhole(const files::path& path) {
@@ -108,15 +169,28 @@ void Move(const files::path& path, std::vector<Leftovers::Damaged>& damaged) {
 namespace Leftovers {
 
 void Clear(const files::path& folder) {
-  for (const char* part : {"", "history", "engine", "favourites"}) ClearIn(folder / part);
-  for (const files::path& path : Below<files::recursive_directory_iterator>(folder / "favourites"))
-    if (std::error_code unknown; files::is_directory(path, unknown)) ClearIn(path);
-  // First starts that didn't come to their end.
-  const std::string begin = folder.filename().string() + std::string(Marks[0]);
+  std::error_code unknown;
+  const files::path home = files::canonical(folder, unknown);
+  if (unknown) return;
+  ClearIn(home, [](const files::path& path, const std::string& name) {
+    if (IsFile(path)) return IsWritten(name) || IsWrittenByLibrary(name);
+    return IsFolder(path) && Before(New, name) == "skins";
+  });
+  ClearIn(home / "history", [](const files::path& path, const std::string& name) {
+    return IsFile(path) && IsWrittenAs(".htm", name);
+  });
+  ClearIn(home / "engine", [](const files::path& path, const std::string& name) {
+    return IsFile(path) && (IsWrittenByLibrary(name) || IsSource(name));
+  });
+  ClearFavourites(home / "favourites");
+  ClearInstalls(folder);
+}
+
+void ClearOldCache(const files::path& engine) {
   std::error_code ignored;
-  for (const files::path& path : Below<files::directory_iterator>(folder.parent_path()))
-    if (const std::string name = path.filename().string(); name.starts_with(begin) && IsLeft(name))
-      files::remove_all(path, ignored);
+  const files::path cache = engine / "cache";
+  if (IsFolder(engine) && IsFolder(cache) && IsFolder(cache / "WebKitCache"))
+    files::remove_all(cache / "WebKitCache", ignored);
 }
 
 std::vector<Damaged> PutAside(const files::path& engine) {

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <utility>
 
+#include "gtk/start/Leftovers.h"
 #include "platform/Failure.h"
 
 namespace files = std::filesystem;
@@ -48,7 +49,8 @@ HomeFolder ChosenFolder() {
   return {files::path(g_get_user_data_dir()) / "marlowick", true};
 }
 
-const char Mark[] = ".installing", Skins[] = "skins";
+const char Skins[] = "skins";
+const std::string Mark = Leftovers::InstallMark;
 // Until the page of a first start should be on show, in ms.
 constexpr unsigned Pause = 1000;
 
@@ -85,8 +87,11 @@ void Install(const files::path& folder) {
   std::error_code error, ignored;
   try {
     files::create_directories(fresh);
-    InstallMissing(fresh);
-    if (!std::ofstream(fresh / Mark)) error = std::make_error_code(std::errc::io_error);
+    // First of all: by it the next start knows what this one leaves when it is broken off.
+    if (std::ofstream(fresh / Mark))
+      InstallMissing(fresh);
+    else
+      error = std::make_error_code(std::errc::io_error);
     if (!error) files::rename(fresh, folder, error);
   } catch (const files::filesystem_error& failure) {
     error = failure.code();

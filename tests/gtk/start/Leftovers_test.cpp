@@ -38,6 +38,13 @@ class LeftoversTest : public testing::Test {
         nullptr, nullptr, nullptr);
     sqlite3_close(store);
   }
+  // The number of a process that there is no more.
+  static std::string Dead() {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(0);
+    ::waitpid(child, nullptr, 0);
+    return std::to_string(child);
+  }
   std::set<std::string> All() {
     std::set<std::string> names;
     for (const auto& entry : files::recursive_directory_iterator(folder))
@@ -60,23 +67,58 @@ class LeftoversTest : public testing::Test {
 };
 
 TEST_F(LeftoversTest, ClearsWhatDeadProcessesLeftAndNothingElse) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(0);
-  ::waitpid(child, nullptr, 0);
-  const std::string dead = std::to_string(child), alive = std::to_string(::getpid());
+  const std::string dead = Dead(), alive = std::to_string(::getpid());
   for (const std::string& name :
        {"autocomplete.dat.new-" + dead, "history/day.htm.new-" + dead,
         "skins.new-" + dead + "/Steel/skin.ini", "favourites/.importing-" + dead + "/a.url",
-        "favourites/sub/.moving-" + dead, std::string("engine/engine.ini.X1Y2Z3"),
-        "../home.new-" + dead + "/browser.ini"})
+        "favourites/sub/.moving-" + dead, "favourites/sub/a.url.new-" + dead,
+        std::string("engine/engine.ini.X1Y2Z3"), std::string("downloads.dat.X1Y2Z3"),
+        std::string("engine/source-0b5a7f0e-43a4-4f09-9a39-111111111111"),
+        "../home.new-" + dead + "/.installing", "../home.new-" + dead + "/history/day.htm"})
     Write(name);
   const std::set<std::string> kept = {
-      "autocomplete.dat",  "autocomplete.dat.new-" + alive, "notes.new-", "x.new-1a", "favourites/a.url",
-      "engine/engine.ini", "engine/engine.ini.mine"};
+      "autocomplete.dat", "autocomplete.dat.new-" + alive, "notes.new-", "x.new-1a", "favourites/a.url",
+      "engine/engine.ini", "engine/engine.ini.mine",
+      // The user's own.
+      "x.new-" + dead + "/letter", "letter.new-" + dead, "favourites/x.new-" + dead + "/a.url",
+      "engine/source-mine", "favourites/sub/.importing-" + dead + "/a.url",
+      "browser.ini.new-" + dead + "/letter"};
   for (const std::string& name : kept) Write(name);
   Leftovers::Clear(folder);
   EXPECT_EQ(All(), kept);
   EXPECT_FALSE(files::exists(folder.string() + ".new-" + dead));
+  Write("../home.new-" + dead + "/letter");
+  Leftovers::Clear(folder);
+  EXPECT_TRUE(files::exists(folder.string() + ".new-" + dead + "/letter")) << "no first start made it";
+}
+
+TEST_F(LeftoversTest, GoesThroughNoLink) {
+  const std::string dead = Dead();
+  for (const std::string& name :
+       {"../away/day.htm.new-" + dead, "../away/.moving-" + dead + "/a.url",
+        std::string("../away/engine.ini.X1Y2Z3"), std::string("../away/WebKitCache/a")})
+    Write(name);
+  const files::path away = folder.parent_path() / "away";
+  files::remove_all(folder / "engine");
+  files::create_directories(folder / "favourites");
+  for (const char* link : {"history", "engine", "favourites/sub"})
+    files::create_directory_symlink(away, folder / link);
+  const std::string named = "autocomplete.dat.new-" + dead;
+  files::create_symlink(away / "engine.ini.X1Y2Z3", folder / named);
+  Leftovers::Clear(folder);
+  files::create_directory_symlink(away, away / "cache");
+  Leftovers::ClearOldCache(away);
+  for (const std::string& name : {"day.htm.new-" + dead, ".moving-" + dead, std::string("engine.ini.X1Y2Z3"),
+                                  std::string("WebKitCache/a")})
+    EXPECT_TRUE(files::exists(away / name)) << name;
+  EXPECT_TRUE(files::is_symlink(folder / named));
+}
+
+TEST_F(LeftoversTest, ClearsTheCacheOfAnEarlierVersionAndNoPromise) {
+  for (const char* name : {"engine/cache/WebKitCache/Version 17/a", "engine/cache/hsts-storage.sqlite"})
+    Write(name);
+  Leftovers::ClearOldCache(folder / "engine");
+  EXPECT_EQ(All(), std::set<std::string>{"engine/cache/hsts-storage.sqlite"});
 }
 
 TEST_F(LeftoversTest, PutsDamagedStoresAsideWhole) {
