@@ -157,7 +157,7 @@ class OtherPrograms(PageTest):
 
 class Printing(PageTest):
     def dialogs(self):
-        return [number for number, title in self.program.windows().items() if title == "Print"]
+        return [number for number, title in self.program.windows().items() if title == "Print 127.0.0.1"]
 
     def test_a_loop_is_asked_about_and_can_be_stopped(self):
         program = self.begin("<title>Prints</title><script>setInterval(print, 1500)</script>")

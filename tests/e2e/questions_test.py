@@ -190,6 +190,37 @@ class Questions(PageTest):
         self.click_page()
         self.wait_told(wish)
 
+    def shown_bars(self):
+        import pyatspi
+        found = []
+        self.find(lambda node: found.append(node) if node.getRole() == pyatspi.ROLE_INFO_BAR else None)
+        return len(found)
+
+    def test_three_bars_stand_at_the_most_whoever_asks(self):
+        page = """<title>Many</title><body><script>
+            onload = () => { open('/window');
+              navigator.geolocation.getCurrentPosition(() => 0);
+              Notification.requestPermission();
+              document.body.requestPointerLock(); navigator.clipboard.readText(); print(); };
+            onclick = () => setTimeout(() => alert('Hello'), 500);</script>"""
+        program = self.begin(page, {"Popups": "2"})
+        program.wait_title("Many")
+        wait_for(lambda: self.shown_bars() == 3, "three bars")
+        self.wait_told("127.0.0.1 wants to open a new window.")
+        self.click_page()
+        self.wait_told("Hello")
+        self.assertEqual(self.shown_bars(), 3)
+
+    def test_a_held_window_says_why_it_stays_so(self):
+        page = """<title>Opener</title><script>
+            onload = () => open(URL.createObjectURL(new Blob(['<title>Blob</title>'], {type: 'text/html'})));</script>"""
+        program = self.begin(page, {"Popups": "2"})
+        program.wait_title("Opener")
+        self.wait_told("127.0.0.1 wants to open a new window.")
+        self.press("Open")
+        self.wait_told('It wasn\'t opened: an address that begins with "blob:" is opened only where you press for it '
+                       'in the page.')
+
     def test_nobody_answers_by_typing_on(self):
         page = "<title>Opener</title><body style='margin:0'><script>onkeydown = () => open('/new')</script>"
         self.page("/new", "<title>New</title>")

@@ -26,9 +26,16 @@ void PlainGuard::Prepare(std::function<void()> ready) {
                                           if (reason)
                                             g_warning("Pages without encryption can't be told apart: %s",
                                                       reason->message);
+                                          settled_ = true;
                                           if (filter_) ready_();
+                                          for (const auto& known : std::exchange(waiting_, {})) known();
                                         }));
   g_bytes_unref(rule);
+}
+
+void PlainGuard::Await(std::function<void()> known) {
+  if (settled_) return known();
+  waiting_.push_back(std::move(known));
 }
 
 void PlainGuard::Guard(WebKitWebView* view, bool guarded) const {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "gtk/base/Callbacks.h"
 #include "gtk/base/GObjects.h"
@@ -20,6 +21,8 @@ class PlainGuard {
   // Gets ready to guard; `ready` runs once that is so, at once where it is already, and never where it fails.
   void Prepare(std::function<void()> ready);
   bool Ready() const { return filter_ != nullptr; }
+  // `known` runs once Prepare has come to an end, be it that it fails; at once where it has.
+  void Await(std::function<void()> known);
   // Where it isn't ready, nothing is guarded.
   void Guard(WebKitWebView* view, bool guarded) const;
 
@@ -32,5 +35,7 @@ class PlainGuard {
   Owned<WebKitUserContentFilterStore> store_;
   std::unique_ptr<WebKitUserContentFilter, Unreference> filter_;
   std::function<void()> ready_;
+  bool settled_ = false;
+  std::vector<std::function<void()>> waiting_;
   Callbacks callbacks_;
 };

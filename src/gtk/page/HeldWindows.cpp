@@ -16,6 +16,7 @@ constexpr int AllowSite = 1;
 }  // namespace
 
 void HeldWindows::Hold(const std::string& uri) {
+  if (!bar_ && page_.Asks().Full()) return;
   if (!bar_) {
     site_ = SiteName::Of(page_.Load().DocumentAddress());
     asker_ = page_.Asker();
@@ -56,10 +57,16 @@ void HeldWindows::Respond(int response) {
   // The page may go while its windows come; what there is of the bar tells where it stands.
   const auto keep = page_.shared_from_this();
   if (response == AllowSite) page_.World().AllowWindows(site_);
-  bool opened = true;
+  std::string why;
   if (response == AllowSite || response == GTK_RESPONSE_ACCEPT)
-    for (const std::string& uri : wanted) opened = page_.OpenWanted(uri) && opened;
+    for (const std::string& uri : wanted) {
+      if (!page_.MayLeadTo(uri))
+        why = "It wasn't opened: an address that begins with \"" + Address::Scheme(uri) +
+              ":\" is opened only where you press for it in the page.";
+      else if (!page_.OpenWanted(uri))
+        why = "It wasn't opened: Browser Options say which new windows are.";
+    }
   if (!bar_) return;
-  if (opened || wanted.empty()) return gtk_widget_destroy(bar_);
-  Tell("It wasn't opened: Browser Options say which new windows are.");
+  if (why.empty()) return gtk_widget_destroy(bar_);
+  Tell(why);
 }

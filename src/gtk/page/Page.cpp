@@ -66,7 +66,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
       feet_(MakeBox(box_.get(), true)),
       screen_(place_.get(), box_.get(), Runner()),
       load_(*this, *this, Runner()),
-      questions_(bars_.get(), Runner()),
+      questions_(bars_.get(), Runner(), [this] { return OtherBars(); }),
       dialogs_(
           scripts_.get(),
           [this](ScriptDialogs::Outcome outcome) {
@@ -78,6 +78,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
             if (view_) gtk_widget_grab_focus(GTK_WIDGET(view_));
           },
           Runner()),
+      log_in_(scripts_.get(), Runner()),
       hang_(std::make_unique<HangWatch>(*this, bars_.get())),
       downloads_(world.Base().Fetches(), Runner()),
       held_(*this),
@@ -230,6 +231,9 @@ void Page::ListenToPage() {
         AskToPrint(operation);
         return TRUE;
       });
+  callbacks_.On<gboolean(WebKitWebView*, WebKitAuthenticationRequest*)>(
+      view_, "authenticate",
+      [this](auto*, WebKitAuthenticationRequest* request) { return AskToLogIn(request); });
   for (const char* press : {"button-press-event", "key-press-event"})
     callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(view_, press, [this](auto*, auto*) {
       ++presses_;
@@ -241,6 +245,7 @@ void Page::ListenToPage() {
                                                                  if (world_.Base().Driven()) return false;
                                                                  Taken();
                                                                  TakeDialog(dialog);
+                                                                 questions_.MakeRoom();
                                                                  return true;
                                                                });
   if (world_.Base().Driven())
@@ -267,7 +272,9 @@ void Page::LetGoOfView() {
   closing_ = nullptr;
   callbacks_.Cancel(std::exchange(patience_, 0));
   questions_.Forget();
+  held_.Forget();
   dialogs_.Dismiss();
+  log_in_.Forget();
   process_.Begin();
   callbacks_.Off(view);
 }
@@ -392,7 +399,7 @@ void Page::DocumentAnswered(const std::string& uri, bool main) {
 
 bool Page::HasBars() const {
   GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
-  const bool any = bars || dialogs_.Asking() || (find_ && find_->Shown());
+  const bool any = bars || dialogs_.Asking() || log_in_.Asking() || (find_ && find_->Shown());
   g_list_free(bars);
   return any;
 }
@@ -402,7 +409,7 @@ bool Page::CloseTopBar() {
     find_->Hide();
     return true;
   }
-  if (dialogs_.Refuse()) return true;
+  if (dialogs_.Refuse() || log_in_.Refuse()) return true;
   GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
   GList* newest = g_list_last(bars);
   GtkWidget* bar = newest ? static_cast<GtkWidget*>(newest->data) : nullptr;
@@ -445,6 +452,12 @@ bool Page::ComesTooEarly(const std::string& uri) const {
          !world_.Base().Plain().Ready();
 }
 
+void Page::AwaitGuard(std::function<void()> known) {
+  world_.Base().Plain().Await([this, held = weak_from_this(), known = std::move(known)] {
+    if (const auto keep = held.lock()) RunHandler(known);
+  });
+}
+
 void Page::LoadAddress(const std::string& uri) {
   View();
   Wish(uri);
@@ -482,6 +495,11 @@ std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
                                       Runner());
 }
 
+void Page::LoadWanted() {
+  dialogs_.Dismiss();
+  log_in_.Dismiss();
+}
+
 void Page::LoadBegan() {
   Tell([](PageOwner& owner) { owner.LoadBegan(); });
 }
@@ -500,6 +518,7 @@ void Page::LoadCommitted() {
   wished_.clear();
   may_download_ = false;
   dialogs_.Forget();
+  log_in_.Forget();
   Tell([](PageOwner& owner) { owner.NameChanged(); });
 }
 
@@ -545,6 +564,26 @@ void Page::AskToPrint(WebKitPrintOperation* operation) {
                  [this, held = std::shared_ptr<WebKitPrintOperation>(Share(operation))](bool yes) {
                    if (yes) ShowPrint(held.get());
                  });
+}
+
+// The server of the page on show, or of the one on its way, asks for itself; any other one for a part of it.
+bool Page::AskToLogIn(WebKitAuthenticationRequest* request) {
+  const std::string host = TextOf(webkit_authentication_request_get_host(request));
+  const bool own = host == Site() || (load_.Busy() && host == Address::Host(EngineAddress()));
+  const bool taken = log_in_.Ask(request, own ? std::string() : Site());
+  questions_.MakeRoom();
+  return taken;
+}
+
+size_t Page::OtherBars() const {
+  size_t shown = 0;
+  for (GtkWidget* place : {bars_.get(), scripts_.get()}) {
+    GList* bars = gtk_container_get_children(GTK_CONTAINER(place));
+    for (GList* bar = bars; bar; bar = bar->next)
+      if (gtk_widget_get_visible(GTK_WIDGET(bar->data))) ++shown;
+    g_list_free(bars);
+  }
+  return shown - questions_.Standing();
 }
 
 void Page::ShowPrint(WebKitPrintOperation* operation) {

@@ -14,6 +14,7 @@
 #include "gtk/page/DownloadBar.h"
 #include "gtk/page/FullScreen.h"
 #include "gtk/page/HeldWindows.h"
+#include "gtk/page/LogIn.h"
 #include "gtk/page/Questions.h"
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
@@ -91,8 +92,10 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   DownloadBar& Downloads() { return downloads_; }
   // Has the engine keep back what the user wants to be asked about, as far as that isn't let through now.
   void Guard();
-  // Such a page is on its way while the engine isn't ready yet to keep it back.
+  // Such a page is on its way while the engine isn't ready yet to keep it back, or can't be.
   bool ComesTooEarly(const std::string& uri) const;
+  // Tells when that has been found out.
+  void AwaitGuard(std::function<void()> known);
   // For handlers that belong to this page, and for those of what belongs to it.
   Callbacks& Calls() { return callbacks_; }
   Callbacks::Runner Runner();
@@ -209,7 +212,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
                                    std::function<void(const std::string&)> done,
                                    std::function<void(const ErrorPage&)> failed) override;
 
-  void LoadWanted() override { dialogs_.Dismiss(); }
+  void LoadWanted() override;
   void LoadBegan() override;
   void LoadCommitted() override;
   void LoadArrived() override;
@@ -236,6 +239,9 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void ProcessEnded(WebKitWebProcessTerminationReason reason);
   void ShowPrint(WebKitPrintOperation* operation);
   void AskToPrint(WebKitPrintOperation* operation);
+  bool AskToLogIn(WebKitAuthenticationRequest* request);
+  // What stands above the page besides the questions.
+  size_t OtherBars() const;
   void TakeTitle();
   void TakeHover(WebKitHitTestResult* hit);
   bool Paint(cairo_t* cairo);
@@ -262,6 +268,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   PageLoad load_;
   Questions questions_;
   ScriptDialogs dialogs_;
+  LogIn log_in_;
   std::unique_ptr<HangWatch> hang_;
   DownloadBar downloads_;
   HeldWindows held_;

@@ -9,7 +9,9 @@
 #include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/PermissionBar.h"
+#include "gtk/page/text/HostName.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -149,10 +151,6 @@ bool TakeRequest(Page& page, WebKitNavigationAction* action) {
   if (LeadsOutOfHistory(page, uri, action) || TakeOwnAddress(page, uri, action) ||
       TakeMissingDay(page, uri, action))
     return true;
-  if (page.ComesTooEarly(uri)) {
-    page.Load().Denied(uri);
-    return true;
-  }
   if (BelongsToAnotherProgram(Address::Scheme(uri)) &&
       GiveAway(page, uri, webkit_navigation_action_is_user_gesture(action)))
     return true;
@@ -209,6 +207,19 @@ bool DecideResponse(Page& page, WebKitResponsePolicyDecision* decision) {
   return true;
 }
 
+// Until the engine can tell such pages itself; where it never can, none comes.
+bool AwaitGuard(Page& page, const std::string& uri, WebKitPolicyDecision* decision) {
+  if (!page.ComesTooEarly(uri)) return false;
+  page.AwaitGuard([&page, uri, held = std::shared_ptr<WebKitPolicyDecision>(Share(decision))] {
+    if (!page.ComesTooEarly(uri)) return webkit_policy_decision_use(held.get());
+    webkit_policy_decision_ignore(held.get());
+    page.Load().Denied(uri);
+    page.Say("Not opened, since it comes without encryption and Marlowick can't ask before: " +
+             HostName::Shown(WebAddress::WithoutUser(uri)));
+  });
+  return true;
+}
+
 // True: the decision has been made here, or has been made for later.
 bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   page.Taken();
@@ -217,10 +228,9 @@ bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType
   WebKitNavigationAction* action =
       webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
   if (AskToSendAgain(page, action, decision)) return true;
-  const bool taken = type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION
-                         ? TakeRequest(page, action)
-                         : TakeChoice(page, UriOf(action), action);
-  if (!taken) return false;
+  const bool here = type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION;
+  const bool taken = here ? TakeRequest(page, action) : TakeChoice(page, UriOf(action), action);
+  if (!taken) return here && AwaitGuard(page, UriOf(action), decision);
   webkit_policy_decision_ignore(decision);
   return true;
 }

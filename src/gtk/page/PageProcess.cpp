@@ -76,6 +76,7 @@ void Page::ProcessEnded(WebKitWebProcessTerminationReason reason) {
   // Nobody waits for an answer any more.
   questions_.Forget();
   dialogs_.Dismiss();
+  log_in_.Dismiss();
   EndPagesScreen();
   died_ = true;
   process_.Begin();

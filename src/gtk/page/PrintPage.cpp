@@ -50,7 +50,8 @@ Owned<GtkPrintSettings> SettingsFor(const std::string& title) {
 }
 
 GtkPrintUnixDialog* MakeDialog(Page& page, const std::string& title) {
-  auto* dialog = GTK_PRINT_UNIX_DIALOG(gtk_print_unix_dialog_new("Print", page.Window()));
+  const std::string site = page.Site().empty() ? "Print" : "Print " + page.Site();
+  auto* dialog = GTK_PRINT_UNIX_DIALOG(gtk_print_unix_dialog_new(site.c_str(), page.Window()));
   gtk_print_unix_dialog_set_manual_capabilities(
       dialog, static_cast<GtkPrintCapabilities>(GTK_PRINT_CAPABILITY_PAGE_SET | GTK_PRINT_CAPABILITY_COPIES |
                                                 GTK_PRINT_CAPABILITY_COLLATE | GTK_PRINT_CAPABILITY_REVERSE |

@@ -23,8 +23,8 @@ GtkWidget* MakeLabel(const std::string& text) {
 
 }  // namespace
 
-Questions::Questions(GtkWidget* place, Callbacks::Runner runner)
-    : place_(Share(place)), callbacks_(std::move(runner)) {}
+Questions::Questions(GtkWidget* place, Callbacks::Runner runner, std::function<size_t()> others)
+    : place_(Share(place)), others_(std::move(others)), callbacks_(std::move(runner)) {}
 
 Questions::~Questions() { Forget(); }
 
@@ -38,7 +38,7 @@ void Questions::Ask(const Question& question, Answered answered) {
   const bool barred = std::any_of(bars_.begin(), bars_.end(), [&question](const auto& bar) {
     return !question.alone.empty() && bar->question.alone == question.alone;
   });
-  if (barred || bars_.size() == MostBars) return answered(false);
+  if (barred || Full()) return answered(false);
   ++past.asked;
   AddBar(question, std::move(answered));
 }
@@ -82,6 +82,16 @@ void Questions::Respond(const std::string& text, bool yes) {
 void Questions::End(const std::shared_ptr<Bar>& bar, bool yes) {
   gtk_widget_destroy(bar->widget.get());
   for (const Answered& answered : std::exchange(bar->waiting, {})) answered(yes);
+}
+
+bool Questions::Full() const { return All() >= MostBars; }
+
+void Questions::MakeRoom() {
+  while (!bars_.empty() && All() > MostBars) {
+    const auto newest = bars_.back();
+    bars_.pop_back();
+    End(newest, false);
+  }
 }
 
 void Questions::Forget() {

@@ -32,14 +32,18 @@ class Questions {
   // Called once for each that was asked: at once where nobody is asked.
   using Answered = std::function<void(bool yes)>;
 
-  // The bars are made in `place`, a box.
-  Questions(GtkWidget* place, Callbacks::Runner runner);
+  // The bars are made in `place`, a box. `others` tells how many bars stand besides, which count as well.
+  Questions(GtkWidget* place, Callbacks::Runner runner, std::function<size_t()> others = {});
   Questions(const Questions&) = delete;
   ~Questions();
 
   void Ask(const Question& question, Answered answered);
   // The page is left: whatever stands is refused, and the next page begins anew.
   void Forget();
+  // No further bar may stand.
+  bool Full() const;
+  // A bar has come that can't wait: the newest questions make room for it, as if refused this once.
+  void MakeRoom();
   // The questions that stand.
   size_t Standing() const { return bars_.size(); }
 
@@ -59,7 +63,10 @@ class Questions {
   // Takes the bar away, and only then tells: whoever hears it may ask or leave the page.
   static void End(const std::shared_ptr<Bar>& bar, bool yes);
 
+  size_t All() const { return bars_.size() + (others_ ? others_() : 0); }
+
   Owned<GtkWidget> place_;
+  std::function<size_t()> others_;
   std::vector<std::shared_ptr<Bar>> bars_;
   std::map<std::string, Past> past_;  // by the question's text
   Callbacks callbacks_;

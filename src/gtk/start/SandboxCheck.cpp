@@ -1,12 +1,14 @@
 #include "gtk/start/SandboxCheck.h"
 
 #include <glib.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -57,8 +59,12 @@ std::string Missing(const std::string& program, const char* package) {
 
 }  // namespace
 
-SandboxCheck::SandboxCheck(const std::string& folder, std::string sandbox, const std::string& filter)
-    : sandbox_(std::move(sandbox)), kept_in_(folder + "/sandbox"), machine_(Machine(sandbox_, filter)) {
+SandboxCheck::SandboxCheck(const std::string& folder, std::string sandbox, const std::string& filter,
+                           int limit)
+    : sandbox_(std::move(sandbox)),
+      kept_in_(folder + "/sandbox"),
+      machine_(Machine(sandbox_, filter)),
+      limit_(limit) {
   if (::access(Pretence, F_OK) == 0)
     why_not_ = std::string("the file ") + Pretence +
                " makes the engine think that there is one around the whole program";
@@ -92,17 +98,34 @@ void SandboxCheck::Try() {
     why_not_ = OwnedError(error)->message;
 }
 
+bool SandboxCheck::Listen(std::string& said) const {
+  const gint64 end = g_get_monotonic_time() + limit_ * gint64{1000};
+  for (;;) {
+    const gint64 left = (end - g_get_monotonic_time()) / 1000;
+    struct pollfd words {
+      words_, POLLIN, 0
+    };
+    const int ready = left > 0 ? ::poll(&words, 1, static_cast<int>(left)) : 0;
+    if (ready == 0) return false;
+    char piece[1024];
+    const ssize_t got = ready < 0 ? ready : ::read(words_, piece, sizeof piece);
+    if (got > 0) said.append(piece, static_cast<size_t>(got));
+    if (got == 0 || (got < 0 && errno != EINTR)) return true;
+  }
+}
+
 const std::string& SandboxCheck::WhyNot() {
   if (words_ < 0) return why_not_;
   std::string said;
-  char piece[1024];
-  for (ssize_t got; (got = ::read(words_, piece, sizeof piece)) > 0 || (got < 0 && errno == EINTR);)
-    if (got > 0) said.append(piece, static_cast<size_t>(got));
+  const bool ended = Listen(said);
+  if (!ended) ::kill(trial_, SIGKILL);
   ::close(std::exchange(words_, -1));
   int status = 0;
   while (::waitpid(trial_, &status, 0) < 0 && errno == EINTR) {
   }
-  if (status == 0) {
+  if (!ended) {
+    why_not_ = sandbox_ + " doesn't come to an end";
+  } else if (status == 0) {
     std::error_code ignored;
     std::filesystem::create_directory(std::filesystem::path(kept_in_).parent_path(), ignored);
     // Where it can't be kept, the next start tries again.

@@ -35,6 +35,14 @@ class SandboxCheckTest : public testing::Test {
   const std::string program_ = Path("program");
 };
 
+TEST_F(SandboxCheckTest, NobodyWaitsForOneThatHangs) {
+  Become("exec sleep 1000");
+  EXPECT_NE(SandboxCheck(folder_.string(), program_, "/bin/true", 300).WhyNot(), "");
+  // It is no answer to be kept.
+  Become("exit 0");
+  EXPECT_EQ(WhyNot(), "");
+}
+
 TEST_F(SandboxCheckTest, AGoodAnswerIsKeptUntilSomethingChanges) {
   Become("exit 0");
   EXPECT_EQ(WhyNot(), "");
