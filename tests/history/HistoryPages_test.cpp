@@ -56,13 +56,15 @@ TEST_F(HistoryShown, OpensInTheTabOnShowOrInANewOne) {
   EXPECT_EQ(program.main().tabs.CurrentTab, 1);
   // Any other value than 1: into the tab on show, wherever it stands.
   program.preferences.HistoryInTab = 2;
-  program.main().tabs.CurrentTab = 0;
-  for (const int index : {0, 1})
-    dynamic_cast<FakeBrowser&>(program.main().tabs.WebBrowser1(index)).url.clear();
-  program.main().history.OpenHistory();
-  EXPECT_EQ(program.main().tabs.WebBrowser1.UBound(), 1);
-  EXPECT_EQ(program.main().tabs.WebBrowser1(0).LocationURL(), folder.path + "\\History.htm");
-  EXPECT_EQ(program.main().tabs.WebBrowser1(1).LocationURL(), "");
+  for (const int shown : {0, 1}) {
+    program.main().tabs.CurrentTab = static_cast<int16_t>(shown);
+    for (const int index : {0, 1})
+      dynamic_cast<FakeBrowser&>(program.main().tabs.WebBrowser1(index)).url.clear();
+    program.main().history.OpenHistory();
+    EXPECT_EQ(program.main().tabs.WebBrowser1.UBound(), 1);
+    EXPECT_EQ(program.main().tabs.WebBrowser1(shown).LocationURL(), folder.path + "\\History.htm");
+    EXPECT_EQ(program.main().tabs.WebBrowser1(1 - shown).LocationURL(), "");
+  }
 }
 
 TEST_F(HistoryShown, FailsWithWhatIsMissingAndLeavesOldPagesWhole) {

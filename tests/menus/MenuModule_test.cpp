@@ -42,11 +42,13 @@ TEST(MenuCommand, AsksThePageOnShow) {
     rig.Command(command);
     EXPECT_EQ(rig.Asked(), asked) << command;
   }
-  // The window comes to the front before the page's own dialogs do.
+  // The window comes to the front before the page's own dialogs do, and the page has the keyboard.
   for (const char* command : {"print...", "find (on this page) ...", "properties", "new window"}) {
     const int before = rig.desktop.focused;
+    rig.desktop.keyboard = nullptr;
     rig.Command(command);
     EXPECT_EQ(rig.desktop.focused, before + 1) << command;
+    EXPECT_EQ(rig.desktop.keyboard, &rig.Page(1)) << command;
   }
   rig.Asked();
   rig.Page(1).url = "";
