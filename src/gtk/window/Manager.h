@@ -8,4 +8,8 @@ namespace Manager {
 // desktops' standard, such as "_NET_WM_MOVERESIZE".
 bool Can(GtkWindow* window, const char* thing);
 
+// For a window that is never seen: moves of the mouse come to it without the compositor's word that its last
+// frame is on the screen, which would never come.
+void WaitForNoFrames(GtkWidget* frame);
+
 }  // namespace Manager

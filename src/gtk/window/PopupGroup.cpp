@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "gtk/window/Input.h"
+#include "gtk/window/Manager.h"
 
 namespace {
 
@@ -35,6 +36,7 @@ PopupGroup::~PopupGroup() { LetGo(); }
 void PopupGroup::MakeHolder() {
   if (holder_) return;
   holder_.reset(gtk_invisible_new());
+  Manager::WaitForNoFrames(holder_.get());
   gtk_widget_show(holder_.get());
   callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(holder_.get(), "grab-broken-event", [this](auto*, auto*) {
     grabbed_ = false;
