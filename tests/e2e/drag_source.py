@@ -17,6 +17,7 @@ box.add(Gtk.Label(label="drag me"))
 window.add(box)
 box.drag_source_set(Gdk.ModifierType.BUTTON1_MASK, [Gtk.TargetEntry.new(target, 0, 0)], Gdk.DragAction.COPY)
 box.connect("drag-data-get", lambda _w, _c, data, _i, _t: data.set(data.get_target(), 8, value.encode()))
+box.connect("drag-end", lambda *_: Gtk.main_quit())  # once the other side has what it wants
 window.connect("destroy", Gtk.main_quit)
 window.show_all()
 window.move(0, 0)

@@ -136,9 +136,9 @@ class Frame(ProgramTest):
                 time.sleep(0.05)
             time.sleep(0.3)
             run("xdotool", "mouseup", "1")
-            time.sleep(0.5)
+            self.assertEqual(source.wait(20), 0, "the drag's end")
         finally:
-            source.terminate()
+            source.kill()
             source.wait(10)
 
     def test_a_text_dropped_on_a_tab_behind_loads_there(self):
