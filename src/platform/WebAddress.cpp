@@ -53,20 +53,6 @@ bool IsDirection(std::string_view text) {
   return std::any_of(all.begin(), all.end(), [&](std::string_view one) { return text.starts_with(one); });
 }
 
-// Roughly: letters from Hebrew on to the last script of that direction begin with these bytes, and so do the
-// characters that turn it.
-bool MayTurnDirection(std::string_view text) {
-  for (size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
-    if ((byte >= 0xD6 && byte <= 0xDF) || (byte == 0xE0 && next >= 0xA0 && next <= 0xA3) ||
-        (byte == 0xEF && next >= 0xAC && next <= 0xBB) || (byte == 0xF0 && (next == 0x90 || next == 0x9E)) ||
-        IsDirection(text.substr(i)))
-      return true;
-  }
-  return false;
-}
-
 std::string WithoutDirections(std::string_view text) {
   std::string kept;
   for (size_t i = 0; i < text.size();) {
@@ -103,6 +89,20 @@ std::string WithoutUser(std::string_view address) {
 
 bool BeginsWithUser(std::string_view typed) {
   return !SchemeOf(typed).empty() && PlaceStart(typed) == 0 && UserLength(typed) > 0;
+}
+
+// Letters from Hebrew on to the last script of that direction begin with these bytes, and so do the
+// characters that turn it.
+bool MayTurnDirection(std::string_view text) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+    if ((byte >= 0xD6 && byte <= 0xDF) || (byte == 0xE0 && next >= 0xA0 && next <= 0xA3) ||
+        (byte == 0xEF && next >= 0xAC && next <= 0xBB) || (byte == 0xF0 && (next == 0x90 || next == 0x9E)) ||
+        IsDirection(text.substr(i)))
+      return true;
+  }
+  return false;
 }
 
 std::string Beside(std::string_view title, std::string_view address) {

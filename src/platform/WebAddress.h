@@ -16,6 +16,10 @@ std::string WithoutUser(std::string_view address);
 // True for what people type as "name:password@site": it begins like a scheme, and is none.
 bool BeginsWithUser(std::string_view typed);
 
+// Something in the text may be written from the right, and so stand elsewhere than where it is. A guess that
+// never misses one.
+bool MayTurnDirection(std::string_view text);
+
 // A page's title with its address in brackets. Where the title is written from the right, or has characters
 // that turn the direction, neither reaches into the other.
 std::string Beside(std::string_view title, std::string_view address);

@@ -5,7 +5,8 @@ import threading
 
 from PIL import ImageChops
 
-from harness import ProgramTest, main, reply, type_text, wait_for
+from bars import PageTest
+from harness import main, reply, type_text, wait_for
 from hosts import EXPIRED, Hosts
 from widgets import Widgets
 
@@ -17,7 +18,7 @@ COLOURS = {SECURE: (0x1b, 0x7a, 0x3d), OPEN: (0xc6, 0x28, 0x28), EXCEPTION: (0xc
            FILE: (0x4a, 0x55, 0x63), NOBODY: (0x8a, 0x94, 0xa1)}
 
 
-class AddressField(ProgramTest):
+class AddressField(PageTest):
     def begin(self, pages, first, **more):
         self.hosts = Hosts(pages, **more)
         self.addCleanup(self.hosts.close)
@@ -157,6 +158,33 @@ class AddressField(ProgramTest):
                 program.move(10, 10)
                 program.move(*MIDDLE)
                 wait_for(lambda: f"http://{shown}/there" in program.told_by("label"), "the name in the status bar")
+        self.assertEqual(program.close(), 0)
+
+    def starts(self, parts):
+        """From where on each part of the field's text is drawn."""
+        import pyatspi
+        field = wait_for(lambda: self.find(lambda node: node.name == "Address" and node.getRole() == pyatspi.ROLE_TEXT),
+                         "the field").queryText()
+        text, places, at = field.getText(0, -1), [], 0
+        for part in parts:
+            at = text.index(part, at)
+            places.append(min(field.getCharacterExtents(at + n, pyatspi.DESKTOP_COORDS)[0] for n in range(len(part))))
+        return places
+
+    def test_no_part_of_an_address_leaves_its_place(self):
+        hebrew = "שלום"
+        host, path = "xn--9dbne9b", "/%D7%90%D7%97%D7%93/%D7%A9%D7%AA%D7%99%D7%9D"
+        program = self.begin({f"http://{host}.test{path}": "<title>From the right</title>",
+                              "http://a.test/%C3%BC": "<title>From the left</title>"}, "about:blank")
+        # A name that one side alone can tell is shown in its own letters, a path of several only as it is sent.
+        self.go(f"http://{host}.test{path}", "From the right")
+        text = f"http://{hebrew}.test{path}"
+        wait_for(lambda: text in program.field_texts("From the right"), "the address in the field")
+        program.click(*MIDDLE)
+        places = self.starts(["http://", hebrew, ".test", path[:8]])
+        self.assertEqual(places, sorted(places))
+        self.go("http://a.test/%C3%BC", "From the left")
+        wait_for(lambda: "http://a.test/ü" in program.field_texts("From the left"), "the path in its own letters")
         self.assertEqual(program.close(), 0)
 
 

@@ -5,6 +5,7 @@ import shutil
 import signal
 import tempfile
 import time
+from unittest import mock
 
 from harness import ProgramTest, PROGRAM, children_of, main, wait_for
 
@@ -66,6 +67,34 @@ class Start(ProgramTest):
         return sorted(os.path.relpath(os.path.join(at, name), folder) for at, _, names in os.walk(folder)
                       for name in names if name not in (".lock", ".socket") and not at.startswith((os.path.join(folder, "engine"),
                                                               os.path.join(folder, "history"))))
+
+    def others_read(self, top):
+        """The files that another user may read by their modes and those of the folders above them, from `top` on."""
+        mode = os.stat(top).st_mode
+        if not os.path.isdir(top):
+            return [top] if mode & 0o044 else []
+        if not mode & 0o011:
+            return []
+        return [path for name in os.listdir(top) for path in self.others_read(os.path.join(top, name))]
+
+    def test_nobody_else_reads_what_is_kept(self):
+        with tempfile.TemporaryDirectory(prefix="marlowick-e2e-") as folder:
+            carried = os.path.join(folder, "carried")
+            shutil.copytree(os.path.join(os.path.dirname(PROGRAM), "data"), carried)
+            os.makedirs(os.path.join(carried, "engine"))
+            shutil.copy(PROGRAM, os.path.join(carried, "marlowick"))
+            keeps = "<title>Keeps</title><script>localStorage.kept = 1; document.cookie = 'kept=1; max-age=9999'</script>"
+            page = self.page("/", keeps)
+            mask = os.umask(0)
+            self.addCleanup(os.umask, mask)
+            for home, program in ((os.path.join(folder, "own"), PROGRAM), (carried, os.path.join(carried, "marlowick"))):
+                with self.subTest(home), mock.patch("harness.PROGRAM", program):
+                    started = self.start(page, home=home, environment={} if program == PROGRAM else {"MARLOWICK_HOME": ""})
+                    started.wait_title("Keeps")
+                    self.assertEqual(started.close(), 0)
+                    self.assertTrue(os.path.exists(os.path.join(home, "engine", "cookies.sqlite")))
+                    # A folder that is carried about is its owner's to share, but for what sites keep in it.
+                    self.assertEqual(self.others_read(home if program == PROGRAM else os.path.join(home, "engine")), [])
 
     def test_a_first_start_installs_all_and_a_cut_one_is_made_good(self):
         with tempfile.TemporaryDirectory(prefix="marlowick-e2e-") as folder:

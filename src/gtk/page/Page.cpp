@@ -369,7 +369,8 @@ std::string Page::Title() const {
   return title.empty() ? Address::ShortName(Address()) : title;
 }
 
-// The place's name by our own rules, what follows it in its own letters by the engine's.
+// The place's name by our own rules, what follows it in its own letters by the engine's, unless they would
+// trade places.
 std::string Page::ShownAddress() const {
   const std::string address = WebAddress::WithoutUser(Address()), shown = HostName::Shown(address);
   const std::string readable = TakeText(webkit_uri_for_display(address.c_str()));
@@ -377,6 +378,7 @@ std::string Page::ShownAddress() const {
   if (address.find("://") == address.npos || path_of(shown) == shown.npos ||
       path_of(readable) == readable.npos)
     return shown;
+  if (WebAddress::MayTurnDirection(readable.substr(path_of(readable)))) return shown;
   return shown.substr(0, path_of(shown)) + readable.substr(path_of(readable));
 }
 

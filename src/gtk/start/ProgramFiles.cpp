@@ -28,11 +28,12 @@ files::path DeliveredFolder() {
   return files::exists(beside) ? beside : ExecutableFolder().parent_path() / "share" / "marlowick";
 }
 
-// What users do here is nobody else's business, whatever the session's mask says.
+// What users do here is nobody else's business, whatever the session's mask says. A folder that the program
+// is carried about in is its owner's to share, what sites keep in it isn't.
 void KeepPrivate(const files::path& folder) {
   using enum files::perms;
   std::error_code ignored;
-  files::permissions(folder, owner_all, ignored);
+  if (folder != ExecutableFolder()) files::permissions(folder, owner_all, ignored);
   files::create_directory(folder / "engine", ignored);
   files::permissions(folder / "engine", owner_all, ignored);
 }
@@ -153,8 +154,7 @@ HomeFolder HomeFolder::Find() {
   if (::access(folder.c_str(), W_OK | X_OK) != 0)
     throw Failure("The program's folder \"" + folder.string() +
                   "\" can't be written: " + std::strerror(errno));
-  // A folder that the program is carried about in is its owner's to share.
-  if (folder != ExecutableFolder()) KeepPrivate(folder);
+  KeepPrivate(folder);
   return found;
 }
 
