@@ -4,6 +4,8 @@ import os
 import shutil
 import threading
 
+from gi.repository import Gio, GLib
+
 from bars import PageTest
 from harness import main, reply, wait_for
 from widgets import Widgets
@@ -50,11 +52,104 @@ class Downloads(PageTest):
         self.press("Don't Download")
         self.wait_told("wasn't downloaded: it wasn't allowed")
         self.assertEqual(self.files(), [])
+        self.assertEqual(self.listed(), [], "what was refused")
         program.key("F5")
         self.wait_told("127.0.0.1 wants to download files.")
         self.press("Download")
         wait_for(lambda: self.files() == ["a.bin"], "the file")
         self.wait_told("Saved as")
+        self.assertEqual(self.listed(), ["a.bin — 200.0\u00a0kB"])
+
+    def test_what_begins_while_its_page_goes_is_refused(self):
+        self.more.set()
+        # That it may be closed is its last answer: it is given up then.
+        self.server.pages["/leaves"] = (
+            "<title>Leaves</title><a id=link href=/a download></a><script>function work(time) {"
+            "for (const end = Date.now() + time; Date.now() < end;); }"
+            "onbeforeunload = () => setTimeout(() => { work(200); link.click(); work(1000); })</script>")
+        program = self.begin("<title>Stays</title><script>setInterval(() => fetch('/alive'), 100)</script>",
+                             settings={"Popups": "1", "Default": self.server.address + "/leaves"})
+        program.wait_title("Stays")
+        program.key("ctrl+t")
+        program.wait_title("Leaves")
+        program.key("ctrl+w")
+        program.wait_title("Stays")
+        seen = self.server.requests.count("/alive")
+        wait_for(lambda: self.server.requests.count("/alive") > seen + 10, "the process that both pages had")
+        # On a machine that was too busy it had no time for it.
+        if "/a" in self.server.requests:
+            self.wait_told('/a" wasn\'t downloaded')
+        self.assertEqual(self.files(), [])
+        self.assertEqual(self.listed(), [])
+
+    def test_each_row_has_its_progress_and_a_file_is_shown_in_its_folder(self):
+        asked = self.own_file_manager()
+        program = self.begin("<title>Two</title><script>let n = 0; onclick = () => location = '/' + 'ab'[n++]</script>")
+        program.wait_title("Two")
+        for count in (1, 2):
+            self.click_page()
+            wait_for(lambda count=count: len(self.bins()) == count, "a file on its way")
+        program.key("ctrl+j")
+        Widgets(program, LIST).one("Show in Folder")
+
+        left, top, width, _ = wait_for(lambda: program.place(LIST, "Downloads", "table"), "the list")
+
+        def bars():
+            """Of each of the two rows, whether what is done and what isn't look different."""
+            picture = self.screen.shot()
+            return [picture.getpixel((left + width - 100, top + y)) != picture.getpixel((left + width - 30, top + y))
+                    for y in (13, 40)]
+
+        wait_for(lambda: bars() == [True, True], "a bar in each row")
+        self.more.set()
+        wait_for(lambda: self.files() == ["a.bin", "b.bin"], "both files")
+        wait_for(lambda: Widgets(program, LIST).enabled("Show in Folder"), "an ended one")
+        wait_for(lambda: bars() == [False, False], "the end of the bars")
+        program.key("Down", "alt+f")
+        wait_for(lambda: asked == [["file://" + os.path.join(self.folder, "a.bin")]], "the file, chosen in its folder")
+        os.remove(os.path.join(self.folder, "a.bin"))
+        program.key("alt+f")
+        self.wait_told("isn't there any more")
+        self.assertEqual(len(asked), 1)
+
+    def listed(self):
+        """The rows of the list of downloads."""
+        self.program.key("ctrl+j")
+        widgets = Widgets(self.program, LIST)
+        widgets.one("Close")
+        rows = [name for name in self.program.told_by("table cell") if name]
+        widgets.click("Close")
+        widgets.wait_end()
+        return rows
+
+    def own_file_manager(self):
+        """A file manager on the session's bus; returns what it is asked to choose."""
+        bus = Gio.DBusConnection.new_for_address_sync(
+            os.environ["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT |
+            Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        asked = []
+
+        def answer(_bus, _sender, _path, _interface, _method, parameters, call):
+            asked.append(parameters.unpack()[0])
+            call.return_value(None)
+
+        name = "org.freedesktop.FileManager1"
+        node = Gio.DBusNodeInfo.new_for_xml(f"<node><interface name='{name}'><method name='ShowItems'><arg type='as' "
+                                            "direction='in'/><arg type='s' direction='in'/></method></interface></node>")
+        bus.register_object("/" + name.replace(".", "/"), node.interfaces[0], answer)
+        bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+                      GLib.Variant("(su)", (name, 0)), None, Gio.DBusCallFlags.NONE, -1, None)
+        loop = GLib.MainLoop()
+        thread = threading.Thread(target=loop.run, daemon=True)
+        thread.start()
+
+        def end():
+            loop.quit()
+            thread.join()
+            bus.close_sync(None)
+
+        self.addCleanup(end)
+        return asked
 
     def test_the_third_at_once_is_asked_about_and_the_bar_keeps_its_height(self):
         program = self.begin("<title>Many</title><body style='margin:0;background:lime'><script>let n = 0;"

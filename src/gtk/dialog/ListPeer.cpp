@@ -1,22 +1,36 @@
 #include "gtk/dialog/ListPeer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
 #include "gtk/dialog/Rows.h"
 #include "platform/Text.h"
 
+namespace {
+
+enum Column { TextColumn, PercentColumn, HasPercentColumn, Columns };
+constexpr int ShareWidth = 130;  // pixels
+
+void AddColumn(GtkTreeView* view, GtkTreeViewColumn* column) {
+  gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
+  gtk_tree_view_append_column(view, column);
+}
+
+}  // namespace
+
 ListPeer::ListPeer(Controls::ListBox& list, GtkWidget* widget, Callbacks& callbacks)
     : Peer(list, widget), list_(list), callbacks_(callbacks) {
   GtkCellRenderer* text = gtk_cell_renderer_text_new();
   g_object_set(text, "ellipsize", PANGO_ELLIPSIZE_END, nullptr);
-  GtkTreeViewColumn* column = gtk_tree_view_column_new_with_attributes("", text, "text", 0, nullptr);
-  gtk_tree_view_column_set_sizing(column, GTK_TREE_VIEW_COLUMN_FIXED);
-  gtk_tree_view_append_column(View(), column);
+  GtkTreeViewColumn* texts = gtk_tree_view_column_new_with_attributes("", text, "text", TextColumn, nullptr);
+  gtk_tree_view_column_set_expand(texts, TRUE);
+  AddColumn(View(), texts);
+  if (list.Share) AddShares();
   gtk_tree_view_set_headers_visible(View(), FALSE);
   gtk_tree_view_set_fixed_height_mode(View(), TRUE);
-  gtk_tree_view_set_search_column(View(), 0);
+  gtk_tree_view_set_search_column(View(), TextColumn);
   gtk_widget_set_has_tooltip(widget, TRUE);
   GtkTreeSelection* selection = gtk_tree_view_get_selection(View());
   gtk_tree_selection_set_mode(selection,
@@ -36,6 +50,15 @@ ListPeer::ListPeer(Controls::ListBox& list, GtkWidget* widget, Callbacks& callba
       });
 }
 
+void ListPeer::AddShares() {
+  GtkCellRenderer* bar = gtk_cell_renderer_progress_new();
+  g_object_set(bar, "text", "", "ypad", 4, nullptr);
+  GtkTreeViewColumn* shares = gtk_tree_view_column_new_with_attributes("", bar, "value", PercentColumn,
+                                                                       "visible", HasPercentColumn, nullptr);
+  gtk_tree_view_column_set_fixed_width(shares, ShareWidth);
+  AddColumn(View(), shares);
+}
+
 void ListPeer::Changed(Controls::Aspect aspect) {
   Peer::Changed(aspect);
   if (aspect == Controls::Aspect::Selection && !stale_) Select();
@@ -46,9 +69,14 @@ void ListPeer::Changed(Controls::Aspect aspect) {
 
 void ListPeer::Fill() {
   stale_ = false;
-  const Owned<GtkListStore> store(gtk_list_store_new(1, G_TYPE_STRING));
-  for (int i = 0; i < list_.ListCount(); ++i)
-    gtk_list_store_insert_with_values(store.get(), nullptr, -1, 0, Text::Valid(list_.List(i)).c_str(), -1);
+  const Owned<GtkListStore> store(gtk_list_store_new(Columns, G_TYPE_STRING, G_TYPE_INT, G_TYPE_BOOLEAN));
+  for (int i = 0; i < list_.ListCount(); ++i) {
+    const double share = list_.Share ? list_.Share(i) : -1;
+    const int percent = static_cast<int>(std::lround(std::clamp(share, 0.0, 1.0) * 100));
+    gtk_list_store_insert_with_values(store.get(), nullptr, -1, TextColumn,
+                                      Text::Valid(list_.List(i)).c_str(), PercentColumn, percent,
+                                      HasPercentColumn, share >= 0, -1);
+  }
   GtkAdjustment* scroll = gtk_scrollable_get_vadjustment(GTK_SCROLLABLE(View()));
   const double at = scroll ? gtk_adjustment_get_value(scroll) : 0;
   Set([&] {

@@ -12,6 +12,7 @@ class ListPeer : public Peer {
 
  private:
   void JoinOwn() override { Fill(); }
+  void AddShares();
   void Fill();
   void Select();
   void Chosen();

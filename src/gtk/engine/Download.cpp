@@ -71,12 +71,15 @@ int Download::Reserve(const std::string& suggested) {
 
 void Download::Release() {
   held_ = false;
+  if (Changed) Changed();
   if (const auto suggested = std::exchange(suggested_, std::nullopt)) Begin(*suggested);
 }
 
-void Download::Refuse() {
+// It stays held: nobody lists it among what was downloaded.
+void Download::Refuse(const std::string& reason) {
   if (!Running()) return;
-  Fail("it wasn't allowed");
+  held_ = true;
+  Fail(reason);
   webkit_download_cancel(download_.get());
 }
 

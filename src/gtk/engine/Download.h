@@ -39,8 +39,9 @@ class Download : public std::enable_shared_from_this<Download> {
   void Cancel();
   // Nothing is kept of it before the user has agreed: then one of the two others is called.
   void Hold() { held_ = true; }
+  bool Held() const { return held_; }
   void Release();
-  void Refuse();
+  void Refuse(const std::string& reason);
   // The user has named the file.
   bool Named() const { return !named_.empty(); }
   // Bytes in a second since it began; 0 where that isn't known yet.

@@ -41,7 +41,7 @@ void DownloadLog::Load() {
   }
   char** groups = g_key_file_get_groups(file.get(), nullptr);
   for (char** group = groups; *group && entries_.size() < MostEntries; ++group)
-    entries_.push_back({Read(file.get(), *group, "address"), Read(file.get(), *group, "file"),
+    entries_.push_back({++last_number_, Read(file.get(), *group, "address"), Read(file.get(), *group, "file"),
                         Read(file.get(), *group, "state"), Read(file.get(), *group, "reason"),
                         g_key_file_get_uint64(file.get(), *group, "bytes", nullptr)});
   g_strfreev(groups);
@@ -65,16 +65,26 @@ void DownloadLog::Save() const {
 }
 
 void DownloadLog::Begun(Download& download, WebKitWebView*) {
-  entries_.insert(entries_.begin(),
-                  {WebAddress::WithoutUser(download.Uri()), {}, "running", {}, 0, download.weak_from_this()});
+  if (!download.Held()) Add(download);
+}
+
+void DownloadLog::Add(Download& download) {
+  entries_.insert(entries_.begin(), {.number = ++last_number_,
+                                     .address = WebAddress::WithoutUser(download.Uri()),
+                                     .state = "running",
+                                     .live = download.weak_from_this()});
   if (entries_.size() > MostEntries) entries_.pop_back();
   Save();
 }
 
 void DownloadLog::Changed(Download& download) {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&download](const Entry& entry) {
-    return entry.live.lock().get() == &download;
-  });
+  if (download.Held()) return;
+  const auto of_it = [&download](const Entry& entry) { return entry.live.lock().get() == &download; };
+  auto found = std::find_if(entries_.begin(), entries_.end(), of_it);
+  if (found == entries_.end() && download.Running() && download.Received() == 0) {
+    Add(download);
+    found = entries_.begin();
+  }
   if (found == entries_.end()) return;
   found->path = download.Path();
   found->bytes = download.Received();
@@ -82,9 +92,17 @@ void DownloadLog::Changed(Download& download) {
   if (std::exchange(found->state, NameOf(download.Now())) != found->state) Save();
 }
 
-void DownloadLog::Again(size_t index) {
-  const std::string address = entries_.at(index).address;
-  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
+const DownloadLog::Entry* DownloadLog::Find(unsigned number) const {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [number](const Entry& entry) { return entry.number == number; });
+  return found == entries_.end() ? nullptr : &*found;
+}
+
+void DownloadLog::Again(unsigned number) {
+  const Entry* entry = Find(number);
+  if (!entry) return;
+  const std::string address = entry->address;
+  entries_.erase(entries_.begin() + (entry - entries_.data()));
   downloads_.Fetch(address);
 }
 

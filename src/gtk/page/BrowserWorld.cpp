@@ -37,8 +37,8 @@ BrowserWorld::BrowserWorld(std::string folder, EngineGround ground, Events& gate
       link_choice_(std::move(link_choice)),
       engine_(std::make_unique<Engine>(std::move(ground), Through(gate))),
       callbacks_(Through(gate)) {
-  log_ = std::make_unique<DownloadLog>(engine_->Fetches(), HostPath(folder_ + "/downloads.dat"));
   engine_->Fetches().Listen(*this);
+  log_ = std::make_unique<DownloadLog>(engine_->Fetches(), HostPath(folder_ + "/downloads.dat"));
   if (engine_->Driven()) automation_ = std::make_unique<Automation>(*this);
   engine_->GuardChanged = [this] {
     for (Page* page : pages_) page->Guard();
@@ -191,12 +191,15 @@ void BrowserWorld::AllowWindows(const std::string& site) {
 }
 
 void BrowserWorld::Begun(Download& download, WebKitWebView* view) {
-  if (pages_.empty()) return;
   const auto begun_on = std::find_if(pages_.begin(), pages_.end(),
                                      [view](Page* page) { return view && page->PresentView() == view; });
-  Page* page = begun_on == pages_.end() ? pages_.front() : *begun_on;
-  if (begun_on != pages_.end()) page->AskToDownload(download);
-  page->Downloads().Show(download);
+  if (begun_on != pages_.end())
+    (*begun_on)->AskToDownload(download);
+  else if (view && !download.Named())
+    // A page that has been closed lives on for a moment, and there is nobody to ask any more.
+    download.Refuse("its page had been closed");
+  if (pages_.empty()) return;
+  (begun_on == pages_.end() ? pages_.front() : *begun_on)->Downloads().Show(download);
 }
 
 void BrowserWorld::EndView(WebKitWebView* view, bool shared) {

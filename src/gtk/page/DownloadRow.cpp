@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "gtk/base/FileManager.h"
 #include "gtk/engine/Download.h"
-#include "gtk/page/text/Address.h"
 #include "platform/WebAddress.h"
 
 namespace {
@@ -27,7 +27,9 @@ DownloadRow::DownloadRow(Download& download, Callbacks::Runner runner)
   gtk_box_pack_start(GTK_BOX(row_.get()), label_, TRUE, TRUE, 6);
   gtk_box_pack_start(GTK_BOX(row_.get()), bar_, FALSE, FALSE, 0);
   cancel_ = AddButton("Cancel", [this] { download_.Cancel(); });
-  open_ = AddButton("Open folder", [this] { OpenFolder(); });
+  open_ = AddButton("Show in folder", [this] {
+    FileManager::Show(download_.Path(), callbacks_, [this](const std::string& reason) { Tell(reason); });
+  });
   close_ = AddButton("Close", [this] {
     // What is told ends this row.
     if (const auto closed = Closed) closed();
@@ -79,16 +81,4 @@ void DownloadRow::ShowProgress() {
 void DownloadRow::Tell(const std::string& text) {
   gtk_label_set_text(GTK_LABEL(label_), text.c_str());
   gtk_widget_set_tooltip_text(label_, text.c_str());
-}
-
-void DownloadRow::OpenFolder() {
-  const std::string& path = download_.Path();
-  const std::string folder = Address::FromPath(path.substr(0, path.rfind('/')));
-  GtkWidget* top = gtk_widget_get_toplevel(row_.get());
-  GError* error = nullptr;
-  if (gtk_show_uri_on_window(GTK_IS_WINDOW(top) ? GTK_WINDOW(top) : nullptr, folder.c_str(), GDK_CURRENT_TIME,
-                             &error))
-    return;
-  const OwnedError reason(error);
-  Tell("The folder of \"" + path + "\" can't be opened: " + reason->message);
 }

@@ -29,7 +29,6 @@ class DownloadRow {
   GtkWidget* AddButton(const char* text, std::function<void()> pressed);
   void ShowProgress();
   void Tell(const std::string& text);
-  void OpenFolder();
 
   Download& download_;
   Owned<GtkWidget> row_;

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "gtk/base/FileManager.h"
 #include "gtk/dialog/Notice.h"
 #include "gtk/dialog/OwnDialog.h"
 #include "gtk/engine/DownloadLog.h"
 #include "gtk/page/BrowserWorld.h"
-#include "gtk/page/text/Address.h"
 #include "platform/dialog/Controls.h"
 
 namespace {
@@ -43,6 +43,11 @@ bool Runs(const DownloadLog::Entry& entry) {
   return live && live->Running();
 }
 
+// -1 where it isn't running, or nobody knows its length.
+double ShareOf(const DownloadLog::Entry& entry) {
+  return Runs(entry) && entry.live.lock()->Length() > 0 ? entry.live.lock()->Share() : -1;
+}
+
 std::string NameOf(const DownloadLog::Entry& entry) {
   return entry.path.empty() ? entry.address : entry.path.substr(entry.path.rfind('/') + 1);
 }
@@ -59,16 +64,23 @@ class ListDialog : public OwnDialog {
       : OwnDialog(world.MainWindow(), "Downloads"),
         world_(world),
         callbacks_([&gate = world.Gate()](const std::function<void()>& handler) { gate.Run(handler); }) {
-    list.Click = [this] { Update(); };
-    list.DblClick = [this] { ShowFile(""); };
-    open.Click = [this] { ShowFile(""); };
-    folder.Click = [this] { ShowFile("folder"); };
+    list.Click = [this] {
+      if (list.ListIndex() >= 0) chosen_ = rows_.at(static_cast<size_t>(list.ListIndex())).number;
+      Update();
+    };
+    list.Share = [this](int index) { return rows_.at(static_cast<size_t>(index)).share; };
+    list.DblClick = open.Click = [this] {
+      if (const std::string path = SavedPath(); !path.empty()) FileManager::Open(path, Failed());
+    };
+    folder.Click = [this] {
+      if (const std::string path = SavedPath(); !path.empty()) FileManager::Show(path, callbacks_, Failed());
+    };
     cancel.Click = [this] {
       if (const auto live = Chosen() ? Chosen()->live.lock() : nullptr) live->Cancel();
       Update();
     };
     again.Click = [this] {
-      if (Chosen()) world_.Log().Again(static_cast<size_t>(list.ListIndex()));
+      world_.Log().Again(chosen_);
       Update();
     };
     clear.Click = [this] {
@@ -81,27 +93,27 @@ class ListDialog : public OwnDialog {
   }
 
   Controls::ListBox list{*this, "list"};
-  Controls::ProgressBar progress{*this, "progress"};
   Controls::CommandButton open{*this, "open"}, folder{*this, "folder"}, cancel{*this, "cancel"},
       again{*this, "again"}, clear{*this, "clear"}, close{*this, "close"};
 
  private:
-  const DownloadLog::Entry* Chosen() const {
-    const auto& all = world_.Log().All();
-    const int index = list.ListIndex();
-    return index >= 0 && static_cast<size_t>(index) < all.size() ? &all[static_cast<size_t>(index)] : nullptr;
-  }
+  struct Row {
+    unsigned number;  // of the entry
+    std::string text;
+    double share;  // of a running one's length; -1 where nobody knows it
+    bool operator==(const Row&) const = default;
+  };
+
+  const DownloadLog::Entry* Chosen() const { return world_.Log().Find(chosen_); }
 
   void Update() {
-    std::vector<std::string> rows;
-    for (const auto& entry : world_.Log().All()) rows.push_back(RowOf(entry));
+    std::vector<Row> rows;
+    for (const auto& entry : world_.Log().All()) rows.push_back({entry.number, RowOf(entry), ShareOf(entry)});
     if (rows != rows_) {
-      // One that begins pushes the others down.
-      const int added = rows.size() > rows_.size() ? static_cast<int>(rows.size() - rows_.size()) : 0;
-      const int index = list.ListIndex() < 0 ? 0 : list.ListIndex() + (rows_.empty() ? 0 : added);
       rows_ = rows;
-      list.Fill(rows);
-      if (index < list.ListCount()) list.SetListIndex(index);
+      // What has gone leaves the choice to the newest.
+      if (!Chosen() && !rows_.empty()) chosen_ = rows_.front().number;
+      Fill();
     }
     const DownloadLog::Entry* entry = Chosen();
     const bool runs = entry && Runs(*entry);
@@ -109,19 +121,27 @@ class ListDialog : public OwnDialog {
     open.Enabled = folder.Enabled = saved;
     cancel.Enabled = runs;
     again.Enabled = entry && !runs && !saved;
-    progress.Value = runs ? entry->live.lock()->Share() : saved ? 1 : 0;
-    progress.Caption = entry ? NameOf(*entry) : "";
   }
 
-  void ShowFile(const std::string& what) {
+  void Fill() {
+    std::vector<std::string> texts;
+    int index = -1;
+    for (const Row& row : rows_) {
+      if (row.number == chosen_) index = static_cast<int>(texts.size());
+      texts.push_back(row.text);
+    }
+    list.Fill(texts);
+    list.SetListIndex(index);
+  }
+
+  std::string SavedPath() const {
     const DownloadLog::Entry* entry = Chosen();
-    if (!entry || entry->state != "saved") return;
-    const std::string path = what.empty() ? entry->path : entry->path.substr(0, entry->path.rfind('/'));
-    GError* error = nullptr;
-    if (g_app_info_launch_default_for_uri(Address::FromPath(path).c_str(), nullptr, &error)) return;
-    const OwnedError reason(error);
-    Notice::Show(world_.MainWindow(), "It can't be shown",
-                 "\"" + path + "\" can't be opened: " + reason->message);
+    return entry && entry->state == "saved" ? entry->path : "";
+  }
+
+  FileManager::Failed Failed() {
+    return
+        [this](const std::string& reason) { Notice::Show(world_.MainWindow(), "It can't be shown", reason); };
   }
 
   void End() {
@@ -130,7 +150,8 @@ class ListDialog : public OwnDialog {
   }
 
   BrowserWorld& world_;
-  std::vector<std::string> rows_;
+  std::vector<Row> rows_;
+  unsigned chosen_ = 0;  // the entry's number
   Callbacks callbacks_;
 };
 

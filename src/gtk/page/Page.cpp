@@ -26,6 +26,8 @@ constexpr size_t MostTitle = 20000;
 
 // Downloads of one page that run at once without a question.
 constexpr int MostDownloadsAtOnce = 2;
+// And how many of them wait for an answer.
+constexpr int MostDownloadsWaiting = 10;
 
 // Windows that one page may ask for with less than a second between them.
 constexpr int MostInARow = 20;
@@ -602,15 +604,19 @@ void Page::AskToDownload(Download& download) {
   const std::string uri = download.Uri();
   const bool pressed = wished_.erase(uri.substr(0, uri.find('#'))) > 0;
   const std::vector<Download*> shown = downloads_.Shown();
-  const auto running =
-      std::count_if(shown.begin(), shown.end(), [](Download* one) { return one->Running(); });
+  const auto count = [&shown](const auto& counts) {
+    return std::count_if(shown.begin(), shown.end(), counts);
+  };
+  const auto running = count([](Download* one) { return one->Running(); });
+  const auto waiting = count([](Download* one) { return one->Running() && one->Held(); });
   if (may_download_ || download.Named() || (pressed && running < MostDownloadsAtOnce)) return;
   download.Hold();
+  if (waiting == MostDownloadsWaiting) return download.Refuse("too many others wait for an answer");
   questions_.Ask({.text = Asker() + " wants to download files.", .yes = "_Download", .no = "_Don't Download"},
                  [this, held = download.weak_from_this()](bool yes) {
                    may_download_ = may_download_ || yes;
                    const auto download = held.lock();
-                   if (download) yes ? download->Release() : download->Refuse();
+                   if (download) yes ? download->Release() : download->Refuse("it wasn't allowed");
                  });
 }
 

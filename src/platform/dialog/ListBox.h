@@ -46,6 +46,9 @@ class ListBox : public Control {
   std::function<void()> Click;      // the user has selected something else
   std::function<void()> DblClick;   // a double click, or Enter, on the row of ListIndex
   std::function<void()> DeleteKey;  // the Delete key
+  // How much of a row is done, 0 to 1, drawn at the row's end; below 0 there is nothing to draw. Set before
+  // the dialog comes up, and asked again whenever rows are filled in.
+  std::function<double(int index)> Share;
 
   // What the user's selecting does: these rows, the last press on `index`.
   void Choose(const std::vector<int>& rows, int index);
