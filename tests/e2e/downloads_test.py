@@ -60,28 +60,6 @@ class Downloads(PageTest):
         self.wait_told("Saved as")
         self.assertEqual(self.listed(), ["a.bin — 200.0\u00a0kB"])
 
-    def test_what_begins_while_its_page_goes_is_refused(self):
-        self.more.set()
-        # That it may be closed is its last answer: it is given up then.
-        self.server.pages["/leaves"] = (
-            "<title>Leaves</title><a id=link href=/a download></a><script>function work(time) {"
-            "for (const end = Date.now() + time; Date.now() < end;); }"
-            "onbeforeunload = () => setTimeout(() => { work(200); link.click(); work(1000); })</script>")
-        program = self.begin("<title>Stays</title><script>setInterval(() => fetch('/alive'), 100)</script>",
-                             settings={"Popups": "1", "Default": self.server.address + "/leaves"})
-        program.wait_title("Stays")
-        program.key("ctrl+t")
-        program.wait_title("Leaves")
-        program.key("ctrl+w")
-        program.wait_title("Stays")
-        seen = self.server.requests.count("/alive")
-        wait_for(lambda: self.server.requests.count("/alive") > seen + 10, "the process that both pages had")
-        # On a machine that was too busy it had no time for it.
-        if "/a" in self.server.requests:
-            self.wait_told('/a" wasn\'t downloaded')
-        self.assertEqual(self.files(), [])
-        self.assertEqual(self.listed(), [])
-
     def test_each_row_has_its_progress_and_a_file_is_shown_in_its_folder(self):
         asked = self.own_file_manager()
         program = self.begin("<title>Two</title><script>let n = 0; onclick = () => location = '/' + 'ab'[n++]</script>")
