@@ -29,6 +29,7 @@ ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)
 PROGRAM = os.environ.get("MARLOWICK_PROGRAM", os.path.join(ROOT, "build", "marlowick"))
 SCREEN = (1280, 900)
 TEST_LIMIT = 150  # seconds that one test may take, as a last resort where a step hangs without a limit of its own
+SILENCE = 2000  # ms after which a page that waits for the user is taken for one that answers no screen reader
 # What no test may leave in the program's error output: complaints of its own libraries, reports of the sanitizers.
 COMPLAINT = re.compile(r"\(marlowick:\d+\): .*CRITICAL.*|.*ERROR: (?:Address|Leak)Sanitizer.*|.*: runtime error: .*")
 # What the toolkit complains of by itself: its print dialog asked by a screen reader, and its file dialog whose field
@@ -315,7 +316,9 @@ class Marlowick:
         """Left, top, width, height on the screen of what a screen reader finds under this name, in one of these roles,
         in the window with this title; None while it isn't there."""
         import pyatspi  # connects to the session bus, which has to be there
-        from gi.repository import GLib
+        from gi.repository import Atspi, GLib
+
+        Atspi.set_timeout(SILENCE, 0)
 
         def find(node):
             try:
