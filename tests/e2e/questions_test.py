@@ -200,13 +200,17 @@ class Questions(PageTest):
         page = """<title>Many</title><body><script>
             onload = () => { open('/window');
               navigator.geolocation.getCurrentPosition(() => 0);
-              Notification.requestPermission();
-              document.body.requestPointerLock(); navigator.clipboard.readText(); print(); };
+              print();
+              location = '/file';
+              setTimeout(() => fetch('/told/all'), 500); };
             onclick = () => setTimeout(() => alert('Hello'), 500);</script>"""
+        self.page("/file", lambda handler: reply(handler, "file", kind="application/octet-stream"))
         program = self.begin(page, {"Popups": "2"})
         program.wait_title("Many")
         wait_for(lambda: self.shown_bars() == 3, "three bars")
+        wait_for(lambda: "/told/all" in self.server.requests, "all that the page wants")
         self.wait_told("127.0.0.1 wants to open a new window.")
+        self.assertEqual(self.shown_bars(), 3)
         self.click_page()
         self.wait_told("Hello")
         self.assertEqual(self.shown_bars(), 3)
