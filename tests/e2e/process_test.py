@@ -58,7 +58,12 @@ class Sharing(PageTest):
         wait_for(lambda: "/Other-1" in other.requests, "the other page, pressed")
         for n in (1, 2):
             self.open_tab(pages[n], f"Page {n}")
-        for round in range(2):  # once more, since what is refreshed shares again
+        # One that comes back shares again.
+        program.key("ctrl+w")
+        program.wait_title("Page 1")
+        program.key("ctrl+shift+t")
+        program.wait_title("Page 2")
+        for round in range(2):  # once more, since so does what is refreshed
             self.click_page()
             pid = processes.busy(program)
             os.kill(pid, signal.SIGKILL)
