@@ -213,7 +213,7 @@ class Screen(ProgramTest):
         wait_for(lambda: "/hangs" in self.server.requests, "the loop")
         time.sleep(0.5)
         program.key("Escape")
-        wait_for(lambda: not self.whole(LIME), "the end of the whole screen", 5)
+        wait_for(lambda: list(program.windows()) == [program.window], "the end of the whole screen", 5)
         self.assertEqual(program.close(), 0)
 
 

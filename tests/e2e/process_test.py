@@ -10,7 +10,7 @@ from hosts import Hosts
 
 TABS = ((75, 92), (225, 92), (375, 92), (525, 92))
 UNDER_BAR, LIME = (350, 125), (0, 255, 0)
-ENDED = "This page was ended"
+ENDED, DIED = "This page was ended", "This page has come to a sudden end"
 
 
 def counting(title, then=""):
@@ -69,8 +69,7 @@ class Sharing(PageTest):
             os.kill(pid, signal.SIGKILL)
             for tab, n in ((3, 2), (2, 1), (0, 0)):
                 program.click(*TABS[tab])
-                wait_for(lambda: program.place(program.title, "Refresh", "link", "push button"),
-                         f"the page that says so in place of page {n}")
+                wait_for(lambda: program.title == DIED, f"the page that says so in place of page {n}")
                 if round == 0:
                     program.key("F5")
                     program.wait_title(f"Page {n}")
