@@ -1,6 +1,5 @@
 #include "gtk/page/Page.h"
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -10,11 +9,7 @@
 #include "gtk/page/LoadFaults.h"
 #include "gtk/page/PageMenu.h"
 #include "gtk/page/PagePolicy.h"
-#include "gtk/page/PlainWindow.h"
-#include "gtk/page/PrintPage.h"
-#include "gtk/page/SourceLoad.h"
 #include "gtk/page/text/HostName.h"
-#include "gtk/page/text/SiteName.h"
 #include "platform/Failure.h"
 #include "platform/Text.h"
 #include "platform/WebAddress.h"
@@ -23,21 +18,6 @@ namespace {
 
 // Longer titles are cut: characters. Nobody reads them, and every one is handed about whole.
 constexpr size_t MostTitle = 20000;
-
-// Downloads of one page that run at once without a question.
-constexpr int MostDownloadsAtOnce = 2;
-// And how many of them wait for an answer.
-constexpr int MostDownloadsWaiting = 10;
-
-// Windows that one page may ask for with less than a second between them.
-constexpr int MostInARow = 20;
-
-// As the engine reads the address; without a host there is none.
-std::string SiteOf(const std::string& uri) {
-  const std::unique_ptr<WebKitSecurityOrigin, decltype(&webkit_security_origin_unref)> origin(
-      webkit_security_origin_new_for_uri(uri.c_str()), webkit_security_origin_unref);
-  return origin ? TextOf(webkit_security_origin_get_host(origin.get())) : std::string();
-}
 
 GtkWidget* MakeBox(GtkWidget* parent, bool at_end) {
   GtkWidget* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
@@ -292,49 +272,11 @@ void Page::DropView() {
   if (asking_ == 0) world_.EndView(view.get(), shared);
 }
 
-GtkWidget* Page::TakeNewWindow(const Page& opener) {
-  DropView();
-  MakeView(&opener);
-  opened_by_page_ = speaks_for_opener_ = true;
-  process_.Tie();
-  // Until it has a page of its own, its scripts are the opener's.
-  sites_ = opener.sites_;
-  return GTK_WIDGET(view_);
-}
-
 void Page::Renew() {
   if (Closed()) throw Failure("The page is closed");
   DropView();
   MakeView(nullptr);
   opened_by_page_ = speaks_for_opener_ = quit_ = false;
-}
-
-bool Page::OpenWanted(const std::string& uri) {
-  if (!MayLeadTo(uri)) return false;
-  Page* taker = nullptr;
-  bool cancel = false;
-  Tell([&](PageOwner& owner) { owner.WindowWanted(Asker(), taker, cancel); });
-  if (cancel) return false;
-  if (taker)
-    taker->Load().Start({uri, {}, true});
-  else
-    world_.OpenPlainWindow().Show(uri);
-  return true;
-}
-
-// A new page is loaded as the program's own wish, which the engine doesn't look at again.
-bool Page::MayLeadTo(const std::string& uri) const {
-  const std::string scheme = Address::Scheme(uri);
-  return scheme == "http" || scheme == "https" || uri == "about:blank" ||
-         (scheme == "file" && Address::Scheme(load_.DocumentAddress()) == "file");
-}
-
-void Page::OpenChosen(const std::string& uri, LinkPlace place) {
-  if (!MayLeadTo(uri) || !MayAskForWindow()) return;
-  if (place == LinkPlace::PlainWindow)
-    world_.OpenPlainWindow().Show(uri);
-  else
-    Tell([&](PageOwner& owner) { owner.LinkChosen(uri, place == LinkPlace::TabInFront); });
 }
 
 void Page::ShowInFrame(const std::string& wanted, const std::string& name, const std::string& instead) {
@@ -397,10 +339,6 @@ Safety Page::Security() const {
   return flags == G_TLS_CERTIFICATE_NO_FLAGS ? Safety::Secure : Safety::Exception;
 }
 
-void Page::DocumentAnswered(const std::string& uri, bool main) {
-  main ? sites_.MainAnswered() : sites_.FrameAnswered(SiteOf(uri));
-}
-
 bool Page::HasBars() const {
   GList* bars = gtk_container_get_children(GTK_CONTAINER(bars_.get()));
   const bool any = bars || dialogs_.Asking() || log_in_.Asking() || (find_ && find_->Shown());
@@ -433,141 +371,12 @@ GtkWindow* Page::Window() {
   return GTK_IS_WINDOW(top) ? GTK_WINDOW(top) : world_.MainWindow();
 }
 
-std::string Page::EngineAddress() const { return view_ ? TextOf(webkit_web_view_get_uri(view_)) : ""; }
-
-std::string Page::EngineTitle() const { return view_ ? TextOf(webkit_web_view_get_title(view_)) : ""; }
-bool Page::EngineLoads() const { return view_ && webkit_web_view_is_loading(view_); }
-bool Page::WorksOffline() const { return world_.Base().Offline(); }
-std::optional<std::string> Page::BadProxy() const { return world_.Settings().BadProxy(); }
-bool Page::PromisedHttps(const std::string& host) const { return world_.Base().PromisedHttps(host); }
-
-bool Page::AsksBeforePlain() const { return world_.Base().GuardsPlain(); }
-
-void Page::LetPlainThrough(bool through) {
-  if (std::exchange(plain_through_, through) != through) Guard();
-}
-
-void Page::Guard() {
-  if (view_) world_.Base().Plain().Guard(view_, AsksBeforePlain() && !plain_through_);
-}
-
-bool Page::ComesTooEarly(const std::string& uri) const {
-  return Address::Scheme(uri) == "http" && AsksBeforePlain() && !plain_through_ &&
-         !world_.Base().Plain().Ready();
-}
-
-void Page::AwaitGuard(std::function<void()> known) {
-  world_.Base().Plain().Await([this, held = weak_from_this(), known = std::move(known)] {
-    if (const auto keep = held.lock()) RunHandler(known);
-  });
-}
-
-void Page::LoadAddress(const std::string& uri) {
-  View();
-  Wish(uri);
-  hang_->Leave([this, uri] { webkit_web_view_load_uri(View(), uri.c_str()); });
-}
-
-void Page::LoadHtml(const std::string& html, const std::string& address) {
-  View();
-  hang_->Leave([this, html, address] {
-    webkit_web_view_load_alternate_html(View(), html.c_str(), address.c_str(), Engine::OwnOrigin);
-  });
-}
-
-void Page::Reload() {
-  View();
-  hang_->Leave([this] { webkit_web_view_reload(View()); });
-}
-
-void Page::StopLoading() {
-  webkit_web_view_stop_loading(View());
-  hang_->Stop();
-}
-
-void Page::Trust(GTlsCertificate* certificate, const std::string& host) {
-  world_.Base().Trust(certificate, host);
-}
-
-bool Page::Trusts(const std::string& host) const { return world_.Base().Trusts(host); }
-
-std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
-                                       std::function<void(const std::string&)> done,
-                                       std::function<void(const ErrorPage&)> failed) {
-  WebKitWebResource* resource = shown ? webkit_web_view_get_main_resource(View()) : nullptr;
-  return std::make_shared<SourceLoad>(world_.Base(), uri, resource, std::move(done), std::move(failed),
-                                      Runner());
-}
-
-void Page::LoadWanted() {
-  dialogs_.Dismiss();
-  log_in_.Dismiss();
-}
-
-void Page::LoadBegan() {
-  Tell([](PageOwner& owner) { owner.LoadBegan(); });
-}
-
-// What stood above the page belonged to the one before.
-void Page::LoadCommitted() {
-  blank_ = died_ = false;
-  TakeProcess();
-  const std::string& address = load_.DocumentAddress();
-  const bool as_opener = std::exchange(speaks_for_opener_, false) && address == "about:blank";
-  if (!as_opener) sites_.Committed(SiteOf(address));
-  // No press for the page before is one for this.
-  taken_press_ = presses_;
-  questions_.Forget();
-  held_.Forget();
-  wished_.clear();
-  may_download_ = false;
-  dialogs_.Forget();
-  log_in_.Forget();
-  Tell([](PageOwner& owner) { owner.NameChanged(); });
-}
-
-void Page::LoadArrived() {
-  // What the bar found was in another page.
-  if (find_) find_->Renew();
-}
-
-void Page::LoadEnded() {
-  Tell([](PageOwner& owner) { owner.LoadEnded(); });
-}
-
-void Page::Progressed(long progress, long maximum) {
-  Tell([progress, maximum](PageOwner& owner) { owner.Progressed(progress, maximum); });
-}
-
-void Page::LoadStatusChanged(const std::string& text) {
-  load_status_ = text;
-  ShowStatus();
-}
-
-void Page::ProcessDied() {
-  Tell([](PageOwner& owner) { owner.ProcessDied(); });
-}
-
 // What is under the mouse comes before the load.
 void Page::ShowStatus() {
   const std::string& text = hovered_.empty() ? load_status_ : hovered_;
   if (text == shown_status_) return;
   shown_status_ = text;
   Tell([shown = text](PageOwner& owner) { owner.StatusChanged(shown); });
-}
-
-// What a press asks for comes at once, what a script asks for by itself when the user agrees; and one dialog
-// for one page.
-void Page::AskToPrint(WebKitPrintOperation* operation) {
-  if (printing_) return;
-  if (TakePress()) return ShowPrint(operation);
-  questions_.Ask({.text = Asker() + " wants to print.",
-                  .yes = "_Print…",
-                  .no = "_Cancel",
-                  .refusal = Questions::Refusal::MayBeStopped},
-                 [this, held = std::shared_ptr<WebKitPrintOperation>(Share(operation))](bool yes) {
-                   if (yes) ShowPrint(held.get());
-                 });
 }
 
 // The server of the page on show, or of the one on its way, asks for itself; any other one for a part of it.
@@ -588,36 +397,6 @@ size_t Page::OtherBars() const {
     g_list_free(bars);
   }
   return shown - questions_.Standing();
-}
-
-void Page::ShowPrint(WebKitPrintOperation* operation) {
-  if (std::exchange(printing_, true)) return;
-  PrintPage::Ask(*this, operation, [this] { printing_ = false; });
-}
-
-void Page::Print() {
-  const Owned<WebKitPrintOperation> operation(webkit_print_operation_new(View()));
-  ShowPrint(operation.get());
-}
-
-void Page::AskToDownload(Download& download) {
-  const std::string uri = download.Uri();
-  const bool pressed = wished_.erase(uri.substr(0, uri.find('#'))) > 0;
-  const std::vector<Download*> shown = downloads_.Shown();
-  const auto count = [&shown](const auto& counts) {
-    return std::count_if(shown.begin(), shown.end(), counts);
-  };
-  const auto running = count([](Download* one) { return one->Running(); });
-  const auto waiting = count([](Download* one) { return one->Running() && one->Held(); });
-  if (may_download_ || download.Named() || (pressed && running < MostDownloadsAtOnce)) return;
-  download.Hold();
-  if (waiting == MostDownloadsWaiting) return download.Refuse("too many others wait for an answer");
-  questions_.Ask({.text = Asker() + " wants to download files.", .yes = "_Download", .no = "_Don't Download"},
-                 [this, held = download.weak_from_this()](bool yes) {
-                   may_download_ = may_download_ || yes;
-                   const auto download = held.lock();
-                   if (download) yes ? download->Release() : download->Refuse("it wasn't allowed");
-                 });
 }
 
 void Page::Taken() { hang_->Taken(); }
@@ -643,37 +422,4 @@ bool Page::Paint(cairo_t* cairo) {
   cairo_set_source_rgb(cairo, 1, 1, 1);
   cairo_paint(cairo);
   return true;
-}
-
-// Whatever the user's choice is, a page in a loop doesn't fill the machine with windows.
-bool Page::MayAskForWindow() {
-  const gint64 now = g_get_monotonic_time();
-  if (now - std::exchange(last_request_, now) > G_USEC_PER_SEC) requests_ = 0;
-  return ++requests_ <= MostInARow;
-}
-
-GtkWidget* Page::Create(WebKitWebView* view, WebKitNavigationAction* action) {
-  const std::string site = SiteName::Of(load_.DocumentAddress());
-  const bool pressed = webkit_navigation_action_is_user_gesture(action);
-  const std::string wanted = TextOf(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
-  if (!pressed && !world_.MayOpenWindows(site)) {
-    held_.Hold(wanted);
-    return nullptr;
-  }
-  if (!MayAskForWindow()) return nullptr;
-  // The question may take long, and the page that asks may be gone when it is answered.
-  const auto opener = Share(view);
-  Page* taker = nullptr;
-  bool cancel = false;
-  ++asking_;
-  Tell([&](PageOwner& owner) { owner.WindowWanted(Asker(), taker, cancel); });
-  --asking_;
-  const bool gone = view_ != view;
-  if (gone && asking_ == 0) world_.DestroyLater(view);
-  if (cancel || gone || taker == this) return nullptr;
-  if (!taker) taker = &world_.OpenPlainWindow().Shown();
-  GtkWidget* window = taker->TakeNewWindow(*this);
-  process_.Tie();
-  if (pressed) taker->Wish(wanted);
-  return window;
 }
