@@ -5,9 +5,12 @@ import contextlib
 from harness import ProgramTest, main, run, type_text, wait_for
 from inputs import key
 
-# Tells the server of every key that reaches it.
+# Tells the server of every key that reaches it, and when it can be seen: its title is there sooner.
 PAGE = """<title>{0}</title><body style='margin:0;height:3000px'>
-<script>addEventListener('keydown', event => {{ new Image().src = `/key?{0}?${{event.key}}?${{Math.random()}}` }})
+<script>
+const tell = what => {{ new Image().src = `/${{what}}?${{Math.random()}}` }}
+addEventListener('keydown', event => tell(`key?{0}?${{event.key}}`))
+addEventListener('pageshow', () => requestAnimationFrame(() => tell('shown?{0}')))
 </script>
 <p>needle</p><p>needle</p>{1}"""
 
@@ -24,13 +27,18 @@ class Keys(ProgramTest):
         return self.server.requests.count(path)
 
     def reaches(self, page):
-        """A key goes to this page."""
-        before = len(self.keys(page, "x"))
+        """A key goes to this page, once it is on the screen."""
+        wait_for(lambda: self.told(f"shown?{page}?") >= self.count("/" + page), f"the page {page}")
+        before = self.keys(page, "x")
         key("x")
-        wait_for(lambda: len(self.keys(page, "x")) == before + 1, f"a key on the page {page}")
+        wait_for(lambda: self.keys(page, "x") == before + 1, f"a key on the page {page}")
+
+    def told(self, what):
+        """How often pages have told the server this."""
+        return sum(path.startswith("/" + what) for path in self.server.requests)
 
     def keys(self, page, name):
-        return [path for path in self.server.requests if path.startswith(f"/key?{page}?{name}?")]
+        return self.told(f"key?{page}?{name}?")
 
     def type(self, address, title):
         """Where the keyboard is, with nothing done before: it has to be the field, with all of it selected."""

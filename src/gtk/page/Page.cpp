@@ -62,6 +62,7 @@ Page::Page(BrowserWorld& world, PageOwner& owner)
           Runner()),
       log_in_(scripts_.get(), Runner()),
       hang_(std::make_unique<HangWatch>(*this, bars_.get())),
+      keys_(Runner()),
       downloads_(world.Base().Fetches(), Runner()),
       held_(*this),
       callbacks_(Runner()) {
@@ -155,6 +156,7 @@ void Page::AddView(const Page* kin) {
   PagePolicy::Attach(*this, view_);
   PageMenu::Attach(*this, view_);
   hang_->Attach(view_);
+  keys_.Attach(view_);
 }
 
 void Page::ListenToLoad() {
@@ -217,8 +219,8 @@ void Page::ListenToPage() {
       view_, "authenticate",
       [this](auto*, WebKitAuthenticationRequest* request) { return AskToLogIn(request); });
   for (const char* press : {"button-press-event", "key-press-event"})
-    callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(view_, press, [this](auto*, auto*) {
-      ++presses_;
+    callbacks_.On<gboolean(GtkWidget*, GdkEvent*)>(view_, press, [this](auto*, GdkEvent* event) {
+      if (event->type != GDK_KEY_PRESS || !keys_.IsBack()) ++presses_;
       return FALSE;
     });
   callbacks_.On<gboolean(WebKitWebView*, WebKitScriptDialog*)>(view_, "script-dialog",
@@ -251,6 +253,7 @@ void Page::LetGoOfView() {
   load_.Abandon();
   EndPagesScreen();
   hang_->Detach();
+  keys_.Detach();
   closing_ = nullptr;
   callbacks_.Cancel(std::exchange(patience_, 0));
   questions_.Forget();

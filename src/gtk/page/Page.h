@@ -16,6 +16,7 @@
 #include "gtk/page/HeldWindows.h"
 #include "gtk/page/LogIn.h"
 #include "gtk/page/Questions.h"
+#include "gtk/page/ReturnedKeys.h"
 #include "gtk/page/ScriptDialogs.h"
 #include "gtk/page/text/PageLoad.h"
 #include "gtk/page/text/SiteProcess.h"
@@ -270,6 +271,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   ScriptDialogs dialogs_;
   LogIn log_in_;
   std::unique_ptr<HangWatch> hang_;
+  ReturnedKeys keys_;
   DownloadBar downloads_;
   HeldWindows held_;
   std::unique_ptr<FindBar> find_;

@@ -292,7 +292,7 @@ void PlainWindow::ShowAddress() {
   setting_ = true;
   gtk_entry_set_text(GTK_ENTRY(address_), address.c_str());
   setting_ = false;
-  if (whole && gtk_widget_has_focus(address_)) gtk_editable_select_region(GTK_EDITABLE(address_), 0, -1);
+  if (whole && gtk_widget_is_focus(address_)) gtk_editable_select_region(GTK_EDITABLE(address_), 0, -1);
 }
 
 void PlainWindow::ShowMark(Safety safety) {
