@@ -2,9 +2,8 @@
 
 import os
 import shutil
-import subprocess
 
-from harness import LABELS, ProgramTest, click_at, key, main, move_to, run, type_text, wait_for
+from harness import LABELS, ProgramTest, another_program, click_at, key, main, move_to, run, type_text, wait_for
 
 GREEN = (0, 128, 0)
 FIXED_ROWS, FIRST_ROW, ROW = 8, 49, 15  # pixels: where the rows begin in a deeper and in the top window, and a row
@@ -90,18 +89,12 @@ class Favourites(ProgramTest):
         left, top, _, _ = self.program.rect
         click_at(left + 900 if left < 300 else 20, 880)
         self.gone("a press on the desktop")
-        other = subprocess.Popen(["xmessage", "-geometry", "+10+10", "another program"])
-        try:
-            window = wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "xmessage", check=False),
-                              "another window").split()[0]
+        with another_program() as window:
             run("wmctrl", "-i", "-a", self.program.window)
             self.program.wait_active(self.program.window)
             two_levels()
             run("wmctrl", "-i", "-a", window)
             self.gone("another window's becoming active")
-        finally:
-            other.terminate()
-            other.wait(10)
         run("wmctrl", "-i", "-a", self.program.window)
         self.program.wait_active(self.program.window)
         # Another menu of the bar takes over, and back.

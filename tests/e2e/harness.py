@@ -523,6 +523,18 @@ class Marlowick:
             raise AssertionError("the program complained:\n" + self.last_words)
 
 
+@contextlib.contextmanager
+def another_program():
+    """The window of a program that isn't ours."""
+    other = subprocess.Popen(["xmessage", "-geometry", "+10+10", "another program"])
+    try:
+        yield wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "xmessage", check=False),
+                       "another window").split()[0]
+    finally:
+        other.terminate()
+        other.wait(10)
+
+
 def zombie(pid):
     """Whether a process has ended, be it that nobody has asked for its status yet."""
     try:
