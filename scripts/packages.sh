@@ -5,7 +5,7 @@ run_packages="g++ cmake ninja-build pkg-config libglib2.0-dev-bin libgtk-3-dev l
   gstreamer1.0-libav"
 test_packages="libgtest-dev clang-format clang-tidy xvfb openbox xdotool wmctrl x11-utils imagemagick dbus at-spi2-core
   gir1.2-atspi-2.0 gir1.2-gtk-3.0 python3-gi python3 python3-pil python3-pyatspi poppler-utils
-  util-linux openssl ca-certificates webkit2gtk-driver desktop-file-utils appstream ffmpeg"
+  util-linux openssl ca-certificates webkit2gtk-driver desktop-file-utils xdg-utils appstream ffmpeg"
 package_packages="debhelper dpkg-dev fakeroot"
 window_manager_packages="xfwm4 marco mate-settings-daemon-common mutter kwin-x11 fluxbox icewm i3-wm weston xwayland"
 

@@ -71,6 +71,16 @@ class DefaultBrowser(PageTest):
         self.assertEqual(program.close(), 0)
         with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "mimeapps.list")) as file:
             self.assertIn("text/html=" + ENTRY, file.read())
+        self.assertEqual(run("xdg-settings", "get", "default-web-browser"), ENTRY)
+
+    def test_the_desktops_tool_makes_it_so(self):
+        self.install()
+        run("xdg-settings", "set", "default-web-browser", ENTRY)
+        self.assertEqual(run("xdg-settings", "check", "default-web-browser", ENTRY), "yes")
+        program = self.options(self.home())
+        self.wait_told(HERE)
+        self.assertFalse(self.told(MAKE))
+        self.assertEqual(program.close(), 0)
 
 
 if __name__ == "__main__":
