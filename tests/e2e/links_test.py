@@ -3,6 +3,7 @@
 import os
 
 from harness import ProgramTest, main, reply, run, wait_for
+from widgets import Widgets
 
 # Places in the main window: a link, a picture, the page beside them, the buttons of the first two tabs.
 LINK, PICTURE, BESIDE = (350, 150), (250, 300), (500, 400)
@@ -73,6 +74,21 @@ class Links(ProgramTest):
         self.wait_requests("/deep", 1)
         program.wait_title("Deep")
         self.assertEqual(len(program.windows()), 2)
+
+    def test_selected_words_are_searched_for(self):
+        self.server.pages["/find"] = lambda handler: reply(handler, f"<title>{handler.path}</title>")
+        home = self.home(files={}, Popups="0")
+        os.makedirs(os.path.join(home, "engine"))
+        with open(os.path.join(home, "engine", "engine.ini"), "w") as file:
+            file.write(f"[Element]\nsearch={self.server.address}/find?q=%s\n")
+        page = ("<title>Words</title><body style='margin:0'><div style='height:300px;background:yellow'>"
+                "www.some_place.org and more words than a menu has room for</div>"
+                "<script>getSelection().selectAllChildren(document.querySelector('div'))</script>")
+        self.program = program = self.start(self.page("/", page), home=home)
+        program.wait_title("Words")
+        wait_for(lambda: program.pixel(self.screen, 350, 250) == YELLOW, "the page, painted")
+        self.choose((35, 112), 'Search for "www.some_place.org and more wo…"')
+        program.wait_title("/find?q=www.some_place.org%20and%20more%20words%20than%20a%20menu%20has%20room%20for")
 
     def choose(self, place, row):
         self.program.click(*place, button=3)
@@ -159,6 +175,15 @@ class Links(ProgramTest):
         program.key("F5")  # nobody is asked any more
         self.wait_requests("/new?2", 3)
         program.wait_title("New page")
+        program.click(*FIRST_TAB)
+        program.wait_title("Held")
+        program.choose_row("View", "Internet Options...")  # the permission is taken back
+        options = Widgets(program, "Internet Options")
+        options.fill("Sites that may open windows:", "http://other.example")
+        options.click("OK")
+        options.wait_end()
+        program.key("F5")
+        wait_for(lambda: program.place("Held", text, "label"), "the bar again")
         self.assertEqual(program.close(), 0)
 
 

@@ -36,6 +36,24 @@ class Typing(ProgramTest):
         self.assertFalse([path for path in self.server.requests if path not in ("/first", "/slow", "/typed")])
         self.assertEqual(program.close(), 0)
 
+    def test_what_is_composed_is_typed(self):
+        program = self.start(self.page("/", "<title>Moves</title><script>let n = 0; setInterval(() => {"
+                                            "history.replaceState(0, '', '/' + ++n); fetch('/moved') }, 100)</script>"))
+        program.wait_title("Moves")
+
+        def moves_on():
+            seen = self.server.requests.count("/moved")
+            wait_for(lambda: self.server.requests.count("/moved") > seen + 5, "further addresses of the page")
+
+        key("ctrl+l", "ctrl+shift+u", "e")
+        moves_on()
+        key("9")
+        moves_on()
+        key("space")
+        wait_for(lambda: "\u00e9" in program.field_texts("Moves"), "the character that was composed, alone")
+        moves_on()
+        self.assertIn("\u00e9", program.field_texts("Moves"))
+
 
 class FromOutside(ProgramTest):
     """Words, and what comes from other programs."""

@@ -1,8 +1,11 @@
 #include "gtk/page/InternetOptions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "gtk/base/DefaultBrowser.h"
 #include "gtk/dialog/Notice.h"
@@ -19,6 +22,18 @@ namespace {
 
 constexpr const char* OpenKey = "internet-options";
 
+// With blanks between.
+std::string Joined(const std::vector<std::string>& sites) {
+  std::string text;
+  for (const std::string& site : sites) text += (text.empty() ? "" : " ") + site;
+  return text;
+}
+
+std::vector<std::string> Split(const std::string& text) {
+  std::istringstream parts(text);
+  return {std::istream_iterator<std::string>(parts), {}};
+}
+
 class OptionsDialog : public OwnDialog {
  public:
   explicit OptionsDialog(BrowserWorld& world);
@@ -34,6 +49,7 @@ class OptionsDialog : public OwnDialog {
   Controls::TextBox proxy_address{*this, "proxy_address"};
   Controls::CheckBox scripts{*this, "scripts"}, https_only{*this, "https_only"},
       tracking_prevention{*this, "tracking_prevention"};
+  Controls::TextBox window_sites{*this, "window_sites"};
   Controls::NumberBox font_size{*this, "font_size", ElementSettings::LeastFontSize,
                                 ElementSettings::MostFontSize};
   Controls::NumberBox zoom{*this, "zoom", ElementSettings::LeastZoom, ElementSettings::MostZoom};
@@ -61,6 +77,7 @@ class OptionsDialog : public OwnDialog {
   void End();
 
   BrowserWorld& world_;
+  std::string shown_sites_;  // those that may open windows, as the dialog came up
   bool clearing_ = false;
   Owned<GCancellable> cancel_{g_cancellable_new()};
   Callbacks callbacks_;
@@ -97,6 +114,7 @@ void OptionsDialog::Fill(const ElementSettings& settings) {
   tracking_prevention.Value = settings.tracking_prevention ? 1 : 0;
   font_size.Value = settings.minimum_font_size;
   zoom.Value = settings.zoom;
+  window_sites.Text = shown_sites_ = Joined(settings.window_sites);
 }
 
 ElementSettings OptionsDialog::Read() const {
@@ -112,6 +130,8 @@ ElementSettings OptionsDialog::Read() const {
   settings.tracking_prevention = tracking_prevention.Value != 0;
   settings.minimum_font_size = font_size.Value;
   settings.zoom = zoom.Value;
+  // What the user allows in a page while the dialog is open stays, unless this was changed.
+  if (window_sites.Text() != shown_sites_) settings.window_sites = Split(window_sites.Text);
   return settings;
 }
 

@@ -2,10 +2,14 @@
 
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <string>
 
+#include "gtk/page/BrowserWorld.h"
 #include "gtk/page/Page.h"
 #include "gtk/page/SaveLink.h"
+#include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 namespace {
 
@@ -28,11 +32,21 @@ constexpr std::initializer_list<WebKitContextMenuAction> Replaced = {
     WEBKIT_CONTEXT_MENU_ACTION_OPEN_AUDIO_IN_NEW_WINDOW,
 };
 
+constexpr size_t LongestWords = 30;  // characters of them in a label
+constexpr const char* SelectedWords = "getSelection().toString().slice(0, 1000)";
+
+std::string WordsOf(GObject* view, GAsyncResult* result) {
+  const Owned<JSCValue> value(
+      webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+  return value ? WebAddress::OneLine(Text::Valid(TakeText(jsc_value_to_string(value.get())))) : std::string();
+}
+
 class Menu {
  public:
   Menu(Page& page, WebKitContextMenu* menu) : page_(page), menu_(menu) {}
 
-  void Fill(WebKitHitTestResult* hit) {
+  // `words`: those that are selected, as far as the page has told them.
+  void Fill(WebKitHitTestResult* hit, const std::string& words) {
     for (const WebKitContextMenuAction action : Replaced) Remove(action);
     const bool link = webkit_hit_test_result_context_is_link(hit);
     const bool picture = webkit_hit_test_result_context_is_image(hit);
@@ -40,6 +54,7 @@ class Menu {
     const bool field = webkit_hit_test_result_context_is_editable(hit);
     if (link) AddLink(TextOf(webkit_hit_test_result_get_link_uri(hit)));
     if (picture) AddPicture(TextOf(webkit_hit_test_result_get_image_uri(hit)));
+    if (selection && !field && !words.empty()) AddSearch(words);
     if (!link && !picture && !selection && !field && !webkit_hit_test_result_context_is_media(hit)) AddWays();
     TakeRest();
     // An own page is nobody's to look into.
@@ -120,6 +135,19 @@ class Menu {
     AddStock(WEBKIT_CONTEXT_MENU_ACTION_COPY_IMAGE_URL_TO_CLIPBOARD, "Copy Picture Address");
   }
 
+  // What is searched for isn't the page's choice: the words, and nothing that they may mean besides.
+  void AddSearch(const std::string& words) {
+    const std::string uri = page_.World().FromTyped("? " + words).uri;
+    if (!page_.MayLeadTo(uri)) return;
+    Separate();
+    const std::string shown =
+        Text::Length(words) > LongestWords ? Text::Left(words, LongestWords) + "…" : words;
+    // An underscore would be a key's mark.
+    std::string label = "Search for \"";
+    for (const char c : shown) label += c == '_' ? std::string("__") : std::string(1, c);
+    Add((label + "\"").c_str(), [uri](Page& page) { page.OpenChosen(uri, LinkPlace::TabInFront); });
+  }
+
   void AddWays() {
     WebKitWebView* view = page_.View();
     const auto step = [](void (*go)(WebKitWebView*)) {
@@ -155,9 +183,28 @@ class Menu {
 namespace PageMenu {
 
 void Attach(Page& page, WebKitWebView* view) {
+  // The page answers in the order in which it is asked, so the words are there before the menu.
+  const auto words = std::make_shared<std::string>();
+  const auto ask = [&page, view, words] {
+    words->clear();
+    webkit_web_view_evaluate_javascript(view, SelectedWords, -1, "marlowick", nullptr, nullptr,
+                                        Callbacks::Ended,
+                                        page.Calls().Ending([words](GObject* asked, GAsyncResult* result) {
+                                          *words = WordsOf(asked, result);
+                                        }));
+  };
+  page.Calls().On<gboolean(GtkWidget*, GdkEventButton*)>(view, "button-press-event",
+                                                         [ask](auto*, GdkEventButton* event) {
+                                                           if (event->button == GDK_BUTTON_SECONDARY) ask();
+                                                           return FALSE;
+                                                         });
+  page.Calls().On<gboolean(GtkWidget*)>(view, "popup-menu", [ask](auto*) {
+    ask();
+    return FALSE;
+  });
   page.Calls().On<gboolean(WebKitWebView*, WebKitContextMenu*, GdkEvent*, WebKitHitTestResult*)>(
-      view, "context-menu", [&page](auto*, WebKitContextMenu* menu, auto*, WebKitHitTestResult* hit) {
-        Menu(page, menu).Fill(hit);
+      view, "context-menu", [&page, words](auto*, WebKitContextMenu* menu, auto*, WebKitHitTestResult* hit) {
+        Menu(page, menu).Fill(hit, *words);
         return FALSE;
       });
 }

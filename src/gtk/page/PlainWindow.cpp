@@ -36,8 +36,15 @@ const PlainWindow::Binding PlainWindow::Bindings[] = {
     {"d", Alt, &PlainWindow::AskForAddress},
     {"F6", 0, &PlainWindow::AskForAddress},
     {"OpenURL", 0, &PlainWindow::AskForAddress},
+    {"k", Ctrl, &PlainWindow::AskForSearch},
+    {"e", Ctrl, &PlainWindow::AskForSearch},
+    {"Search", 0, &PlainWindow::AskForSearch},
+    {"j", Ctrl, &PlainWindow::ShowDownloads},
     {"Left", Alt, &PlainWindow::Back},
     {"Right", Alt, &PlainWindow::Forward},
+    {"KP_Left", Alt, &PlainWindow::Back},
+    {"KP_Right", Alt, &PlainWindow::Forward},
+    {"KP_Home", Alt, &PlainWindow::GoHome},
     {"Back", 0, &PlainWindow::Back},
     {"Forward", 0, &PlainWindow::Forward},
     {"Home", Alt, &PlainWindow::GoHome},
@@ -64,6 +71,8 @@ const PlainWindow::Binding PlainWindow::Bindings[] = {
     {"plus", Ctrl + AnyShift, &PlainWindow::ZoomIn},
     {"equal", Ctrl + AnyShift, &PlainWindow::ZoomIn},
     {"KP_Add", Ctrl + AnyShift, &PlainWindow::ZoomIn},
+    {"ZoomIn", AnyShift, &PlainWindow::ZoomIn},
+    {"ZoomOut", AnyShift, &PlainWindow::ZoomOut},
     {"minus", Ctrl + AnyShift, &PlainWindow::ZoomOut},
     {"KP_Subtract", Ctrl + AnyShift, &PlainWindow::ZoomOut},
     {"0", Ctrl + AnyShift, &PlainWindow::ZoomNone},
@@ -170,6 +179,8 @@ bool PlainWindow::TakeKey(const GdkEventKey& event) {
     return true;
   }
   if (press->Is("Escape", 0)) return Escape();
+  // The page itself gets it, whatever stands over it.
+  if (press->Is("Escape", Shift)) FocusPage();
   return false;
 }
 
@@ -239,6 +250,15 @@ void PlainWindow::AskForAddress() {
   gtk_widget_grab_focus(address_);
   gtk_editable_select_region(GTK_EDITABLE(address_), 0, -1);
 }
+
+// The mark says that what follows is searched for, be it an address.
+void PlainWindow::AskForSearch() {
+  gtk_entry_grab_focus_without_selecting(GTK_ENTRY(address_));
+  gtk_entry_set_text(GTK_ENTRY(address_), "? ");
+  gtk_editable_set_position(GTK_EDITABLE(address_), -1);
+}
+
+void PlainWindow::ShowDownloads() { world_.ShowDownloads(); }
 
 void PlainWindow::FocusPage() {
   if (!page_->Closed()) gtk_widget_grab_focus(GTK_WIDGET(page_->View()));

@@ -79,6 +79,8 @@ class PlainWindow : private PageOwner {
   void ZoomOut();
   void ZoomNone();
   void OpenAnother();
+  void AskForSearch();
+  void ShowDownloads();
 
   BrowserWorld& world_;
   GtkWidget *window_, *address_, *bar_, *status_;

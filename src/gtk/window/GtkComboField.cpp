@@ -150,8 +150,10 @@ void GtkComboField::ListenToKeys() {
     EntryKeyRelease(*event);
     return FALSE;
   });
-  callbacks_.On<void(GtkEntry*, const char*)>(
-      entry_, "preedit-changed", [this](auto*, const char* text) { composing_ = *text != '\0'; });
+  callbacks_.On<void(GtkEntry*, const char*)>(entry_, "preedit-changed", [this](auto*, const char* text) {
+    // What is composed is typed: from here on the field belongs to the typist.
+    if (!std::exchange(composing_, *text != '\0') && composing_ && Change) Change();
+  });
   using Focus = gboolean(GtkWidget*, GdkEventFocus*);
   callbacks_.On<Focus>(entry_, "focus-in-event", [this](auto*, auto*) {
     down_.clear();
