@@ -337,6 +337,7 @@ class Trial:
     def try_full_screen(self):
         before = self.program.settled()
         left, top, width, height = before
+        time.sleep(1)  # a page that has just come back has its title before it takes a press
         click_at(left + width // 2, top + height // 2)
         try:
             soon(lambda: self.program.shows(*[side - 30 for side in SCREEN], GREEN)
