@@ -49,8 +49,8 @@ class Sharing(PageTest):
     def test_its_end_takes_all_its_tabs_to_a_page_that_can_be_refreshed_and_no_other_tab(self):
         other = Server({"/": counting("Other")}, place=("127.0.0.2", 0))
         self.addCleanup(other.close)
-        loop = "for (const end = Date.now() + 3000; Date.now() < end;);"
-        pages = [self.page(f"/{n}", f"<title>Page {n}</title><body onclick='{loop}'>") for n in range(3)]
+        pages = [self.page(f"/{n}", f"<title>Page {n}</title><body style='background:lime' onclick='for (;;);'>")
+                 for n in range(3)]
         self.begin_at(pages[0], "Page 0")
         program = self.program
         self.open_tab(f"http://127.0.0.2:{other.http.server_address[1]}/", "Other")
@@ -64,6 +64,7 @@ class Sharing(PageTest):
         program.key("ctrl+shift+t")
         program.wait_title("Page 2")
         for round in range(2):  # once more, since so does what is refreshed
+            wait_for(lambda: program.page_pixel(self.screen) == LIME, "the page, painted")
             self.click_page()
             pid = processes.busy(program)
             os.kill(pid, signal.SIGKILL)
@@ -91,6 +92,7 @@ class Sharing(PageTest):
         self.open_tab("http://b.example.com/", "Hangs")
 
     def hang(self):
+        wait_for(lambda: self.program.page_pixel(self.screen) == LIME, "the page, painted")
         self.click_page()
         self.program.wait_title("Hanging")
         return processes.busy(self.program)

@@ -33,6 +33,6 @@ def busy(program):
         # In hundredths of a second, on a machine that others use as well.
         worked = {pid: used(pid) - ticks for pid, ticks in before.items()}
         most = max(worked, key=worked.get, default=None)
-        return most if most and worked[most] > 12 else None
+        return most if most and worked[most] > 8 else None
 
     return wait_for(look, "the process in a loop")
