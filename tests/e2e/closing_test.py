@@ -109,6 +109,22 @@ class Closing(ProgramTest):
         wait_for(lambda: program.pixel(self.screen, *SECOND_TAB) == program.pixel(self.screen, 640, 92), "one tab")
         self.assertEqual(program.close(), 0)
 
+    def test_a_page_that_takes_its_time_is_heard_out(self):
+        self.begin("Plain")
+        program = self.program
+        self.page("/Slow", GUARDED.format("Slow").replace(
+            "event =>", "event => { for (const end = Date.now() + 500; Date.now() < end;); say(event) }; function say(event)"))
+        program.key("ctrl+t")
+        wait_for(lambda: program.title != "Plain", "the new tab")
+        program.type_address(self.server.address + "/Slow")
+        program.wait_title("Slow")
+        self.touch()
+        for answer, left in (("Stay", "Slow"), ("Leave", "Plain")):
+            program.key("ctrl+w")
+            self.answer("Slow", answer)
+            program.wait_title(left)
+        self.assertEqual(program.close(), 0)
+
     def test_a_page_that_hangs_holds_nothing(self):
         self.begin("Plain")
         self.page("/Loop", "<title>Loop</title><script>onbeforeunload = () => { for (;;); }</script>")

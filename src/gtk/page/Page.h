@@ -256,6 +256,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void TellScreenEnds();
   bool TakeScreenKey(const GdkEventKey& event);
   void AnswerClosing(bool agreed);
+  void HearOut();
   void TakeClose();
   void TakeDialog(WebKitScriptDialog* dialog);
 
@@ -287,6 +288,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool wants_screen_ = false;            // the page itself wants to fill it
   bool user_wants_screen_ = false;       // the user wants it to
   std::function<void(bool)> closing_;    // who waits to hear whether the page may be closed
+  unsigned closings_ = 0;                // how often it was asked so far
   unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet
   bool opened_by_page_ = false;
