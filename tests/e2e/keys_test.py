@@ -1,9 +1,12 @@
 """Each key of the program's window and of its plain windows, and the place that the keyboard always has."""
 
 import contextlib
+import os
+import signal
 
 from harness import ProgramTest, main, run, type_text, wait_for
 from inputs import key
+from processes import of_pages
 
 # Tells the server of every key that reaches it, and when it can be seen: its title is there sooner.
 PAGE = """<title>{0}</title><body style='margin:0;height:3000px'>
@@ -42,7 +45,7 @@ class Keys(ProgramTest):
 
     def type(self, address, title):
         """Where the keyboard is, with nothing done before: it has to be the field, with all of it selected."""
-        type_text(self.server.address + address)
+        type_text(self.server.address + address if address.startswith("/") else address)
         key("Return")
         self.program.wait_title(title)
         self.reaches(title)
@@ -112,6 +115,19 @@ class Keys(ProgramTest):
         wait_for(lambda: program.title == "Welcome to Marlowick", "the home page")
         key("ctrl+h")
         wait_for(lambda: "istory" in program.title, "the history")
+
+    def test_a_key_that_the_page_returns_late(self):
+        """It acts nowhere else, and the next page gets its first key."""
+        pages = of_pages(self.program)
+        for pid in pages:
+            os.kill(pid, signal.SIGSTOP)
+        key("x")
+        key("ctrl+l")
+        type_text(self.server.address + "/tw")
+        for pid in pages:
+            os.kill(pid, signal.SIGCONT)
+        wait_for(lambda: self.keys("one", "x"), "the key on the page")
+        self.type("o", "two")
 
     def test_past_the_cache(self):
         def kept(handler):
