@@ -6,6 +6,7 @@
     desktop_bench.py cookies   the start with 1,000 cookies in the store against the start with none, both against the
                                bare window with the same store; and how long the engine takes to list and delete them
     desktop_bench.py recovery  the start with twenty tabs to recover against the start with none, interleaved
+    desktop_bench.py memory    proportional memory of the process tree with 30 tabs of one site, and with 30 sites
     desktop_bench.py keyboard  20 times Ctrl+T, until the address field stands there with all of it selected
     desktop_bench.py handover  exec of a further start to its tab's first paint, against a cold start; the further start is
                                timed to its own end, too
@@ -43,9 +44,11 @@ BASELINE, SCAN, DELETION = "the baseline of 1,000 cookies", "a scan of 1,000 coo
 RECOVERY = "start with twenty tabs to recover against a plain one"
 HAND_OVER = "hand-over to painted tab against a cold start"
 IDLE, DRAG = "60 s idle, CPU of the main process", "grip drag, CPU of the main process a move"
+ONE_SITE, MANY_SITES = "memory of 30 tabs of one site", "memory of a tab, with 30 sites"
+TABS = 30
 NEW_TAB = "Ctrl+T to the selected address on the screen"
 # Of the last one: 16 ms until the field takes keys, and a frame until it is seen.
-BOUNDS = {NEW_TAB: 33, HAND_OVER: 0.75, START: 0.95, FIRST_START: 1.10, MEMORY: 5, IDLE: 0.1, DRAG: 5,
+BOUNDS = {NEW_TAB: 33, ONE_SITE: 250, MANY_SITES: 31, HAND_OVER: 0.75, START: 0.95, FIRST_START: 1.10, MEMORY: 5, IDLE: 0.1, DRAG: 5,
           RECOVERY: 1.05, COOKIES: 0.05, BASELINE: 20, SCAN: 100, DELETION: 1000}  # ratios, MB, s, ms
 TICKS = os.sysconf("SC_CLK_TCK")
 
@@ -310,6 +313,31 @@ def drag(screen):
     server.close()
 
 
+def memory_of_tabs(screen):
+    text = "Many words, and a paragraph of them. " * 400
+    # On all of this machine's addresses: each of them is a site of its own.
+    server = Server({f"/{i}": f"<title>Page {i}</title><p>{text}" for i in range(TABS)}, place=("0.0.0.0", 0))
+    used = {}
+    for name, host in ((ONE_SITE, lambda i: "127.0.0.1"), (MANY_SITES, lambda i: f"127.0.0.{i + 1}")):
+        with tempfile.TemporaryDirectory(prefix="marlowick-bench-") as folder:
+            def address(i, host=host):
+                return server.address.replace("127.0.0.1", host(i)) + f"/{i}"
+
+            program = Marlowick(address(0), home=os.path.join(folder, "home"), settings={"Default": "about:blank"})
+            program.wait_title("Page 0")
+            for i in range(1, TABS):
+                program.key("ctrl+t")
+                program.type_address(address(i))
+                program.wait_title(f"Page {i}")
+            time.sleep(10)  # the engine's own settling
+            used[name] = memory(program.process.pid)
+            program.kill()
+    print(f"{TABS} sites: {used[MANY_SITES]:.0f} MB")
+    verdict(ONE_SITE, used[ONE_SITE], " MB")
+    verdict(MANY_SITES, used[MANY_SITES] / TABS, " MB")
+    server.close()
+
+
 class Keyboard:
     """Presses keys, quickly."""
 
@@ -371,6 +399,8 @@ def main():
             recovery(screen)
         elif what == "drag":
             drag(screen)
+        elif what == "memory":
+            memory_of_tabs(screen)
         elif what == "keyboard":
             keyboard(screen)
         elif what == "handover":
