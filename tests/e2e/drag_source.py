@@ -1,4 +1,7 @@
-"""A window of another program that offers a text, a link or a file for dragging: drag_source.py KIND VALUE."""
+"""A window of another program that offers a text, a link or a file for dragging: drag_source.py KIND VALUE.
+
+Its title says how the drag goes: "Drag source", "Dragging", "Taken" where the place under the mouse would take it.
+"""
 
 import sys
 
@@ -17,6 +20,18 @@ box.add(Gtk.Label(label="drag me"))
 window.add(box)
 box.drag_source_set(Gdk.ModifierType.BUTTON1_MASK, [Gtk.TargetEntry.new(target, 0, 0)], Gdk.DragAction.COPY)
 box.connect("drag-data-get", lambda _w, _c, data, _i, _t: data.set(data.get_target(), 8, value.encode()))
+
+
+def begin(_box, context):
+    def look():
+        window.set_title("Taken" if context.get_selected_action() else "Dragging")
+        return True
+
+    window.set_title("Dragging")
+    GLib.timeout_add(20, look)
+
+
+box.connect("drag-begin", begin)
 box.connect("drag-end", lambda *_: Gtk.main_quit())  # once the other side has what it wants
 window.connect("destroy", Gtk.main_quit)
 window.show_all()

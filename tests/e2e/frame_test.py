@@ -1,11 +1,13 @@
 """The self-made frame under a real window manager: moving, sizing, maximising, minimising, dropping."""
 
+import itertools
 import os
 import subprocess
 import sys
 import time
 
 from harness import ProgramTest, main, run, wait_for
+from inputs import move_to
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 SCREEN_AREA = (0, 0, 1280, 900)
@@ -123,21 +125,38 @@ class Frame(ProgramTest):
         with open(os.path.join(self.program.home, "autocomplete.dat"), newline="") as file:
             self.assertEqual(file.read(), self.server.address + "/typed\r\n")
 
-    def drop(self, kind, value, x, y):
+    def drop(self, kind, value, x, y, title="Taken"):
+        """`title`: the source's, over the place."""
+        def shown(title):
+            return run("xdotool", "search", "--onlyvisible", "--name", f"^{title}$", check=False)
+
+        def steady(window):
+            places = {run("xdotool", "getwindowgeometry", "--shell", window) for _ in range(5) if not time.sleep(0.03)}
+            values = dict(line.split("=") for line in places.pop().splitlines())
+            return (int(values["X"]), int(values["Y"])) if not places else None
+
         source = subprocess.Popen([sys.executable, os.path.join(HERE, "drag_source.py"), kind, value])
         try:
-            wait_for(lambda: run("xdotool", "search", "--onlyvisible", "--name", "Drag source", check=False), "the source")
-            time.sleep(0.3)
-            left, top, _, _ = self.program.rect
-            run("xdotool", "mousemove", "60", "50")
+            window = wait_for(lambda: shown("Drag source"), "the source")
+            at = wait_for(lambda: steady(window), "the source's place")
+            move_to(at[0] + 60, at[1] + 30)
             run("xdotool", "mousedown", "1")
-            for step in range(1, 11):
-                run("xdotool", "mousemove", str(60 + (left + x - 60) * step // 10), str(50 + (top + y - 50) * step // 10))
-                time.sleep(0.05)
-            time.sleep(0.3)
+            for step in (10, 20, 30):
+                move_to(at[0] + 60 + step, at[1] + 30)
+            wait_for(lambda: shown("Dragging"), "the drag")
+            left, top, _, _ = self.program.settled()
+            tries = itertools.count()
+
+            def there():
+                tried = next(tries)
+                move_to(left + x + tried % 2, top + y)  # the place is asked at every move
+                return tried > 4 and shown(title)
+
+            wait_for(there, f"the source to say: {title}")
             run("xdotool", "mouseup", "1")
             self.assertEqual(source.wait(20), 0, "the drag's end")
         finally:
+            run("xdotool", "mouseup", "1")
             source.kill()
             source.wait(10)
 
@@ -152,7 +171,7 @@ class Frame(ProgramTest):
         self.assertEqual(self.program.title, title, "the tab stays behind")
         self.program.click(75, 93)
         self.program.wait_title("Dropped")
-        self.drop("file", "file:///etc/hostname\r\n", 75, 93)
+        self.drop("file", "file:///etc/hostname\r\n", 75, 93, title="Dragging")
         self.program.wait_title("Dropped")
 
     def test_what_is_dropped_on_the_field_replaces_its_text_and_loads(self):
