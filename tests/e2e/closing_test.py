@@ -1,6 +1,7 @@
 """Nothing goes without a word: a page that wants it is asked before it goes, and a form isn't sent twice by itself."""
 
 from harness import ProgramTest, main, reply, run, wait_for
+from inputs import click_at
 
 QUESTION = "Leave this page? What you have entered may be lost."
 FIRST_TAB, SECOND_TAB = (75, 92), (225, 92)
@@ -54,6 +55,40 @@ class Closing(ProgramTest):
         self.answer("Guarded", "Leave")
         program.wait_title("Plain")
         self.assertEqual(self.server.requests.count("/asked"), 2)
+
+    def test_a_page_that_is_left_for_another_site(self):
+        """Typed, by a link and back: the other page comes into another process."""
+        other = self.page("/other", "<title>Other</title>").replace("127.0.0.1", "localhost")
+        link = f"<a href='{other}' style='position:fixed;left:0;top:0;width:100px;height:100px'>Other</a>"
+        self.page("/Guarded", GUARDED.format("Guarded") + link)
+        for path in ("/pressed", "/asked"):
+            self.page(path, "")
+        program = self.program = self.start(other)
+        program.wait_title("Other")
+        program.type_address(self.server.address + "/Guarded")
+        program.wait_title("Guarded")
+        left, top, _, _ = program.place("Guarded", "Other", "link")
+        ways = (lambda: program.type_address(other), lambda: click_at(left + 5, top + 5), lambda: program.key("alt+Left"))
+        for leave in ways:
+            self.touch()
+            leave()
+            self.answer("Guarded", "Stay")
+            self.assertEqual(program.title, "Guarded")
+        self.assertEqual(self.server.requests.count("/other"), 1)
+        for leave in ways:
+            self.touch()
+            leave()
+            self.answer("Guarded", "Leave")
+            program.wait_title("Other")
+            program.type_address(self.server.address + "/Guarded")
+            program.wait_title("Guarded")
+        # Whoever wants another page while it asks has it without a second question.
+        self.touch()
+        program.type_address(other)
+        wait_for(lambda: self.asks("Guarded"), "the question")
+        program.type_address(other + "?again")
+        wait_for(lambda: "/other?again" in self.server.requests, "the second page")
+        program.wait_title("Other")
 
     def test_the_program(self):
         self.begin("Guarded", "Other", "Plain")

@@ -77,6 +77,12 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   // Asks whether it may be closed; as AskToClose of the browser element. Asked again meanwhile, it answers
   // the last who asked.
   void AskToClose(std::function<void(bool agreed)> answered);
+  // The engine asks a page that is left only where the next one, of this address, comes into its process.
+  bool LeavesUnasked(const std::string& uri) const;
+  // Asks it in the engine's place. Answered with no as well where the user wants something else meanwhile.
+  void AskToLeave(const std::string& uri, std::function<void(bool agreed)> answered);
+  // The same for a link that the user has pressed; one within a frame may leave the page where it is.
+  void AskToFollow(const std::string& uri, std::function<void(bool agreed)> answered);
   // The owner leaves: the widget goes, and nothing is told any more.
   void Close();
   bool Closed() const { return !view_ && !quit_; }
@@ -256,6 +262,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void TellScreenEnds();
   bool TakeScreenKey(const GdkEventKey& event);
   void AnswerClosing(bool agreed);
+  void LeaveAnyway();
   void HearOut();
   void TakeClose();
   void TakeDialog(WebKitScriptDialog* dialog);
@@ -277,7 +284,7 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   HeldWindows held_;
   std::unique_ptr<FindBar> find_;
   std::string load_status_, hovered_, shown_status_;
-  unsigned presses_ = 0, taken_press_ = 0;
+  unsigned presses_ = 0, taken_press_ = 0, presses_before_ = 0;
   std::set<std::string> wished_;  // addresses, until the page is left
   bool may_download_ = false;     // until the page is left
   bool printing_ = false;
@@ -288,6 +295,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   bool wants_screen_ = false;            // the page itself wants to fill it
   bool user_wants_screen_ = false;       // the user wants it to
   std::function<void(bool)> closing_;    // who waits to hear whether the page may be closed
+  bool leaving_ = false;                 // it is asked about, and no more than left
+  bool left_anyway_ = false;             // asked already, and the user wants another page all the same
   unsigned closings_ = 0;                // how often it was asked so far
   unsigned patience_ = 0;                // runs while the page may still answer that
   bool blank_ = true;                    // the view has shown nothing yet

@@ -1,9 +1,12 @@
 // A page is asked before it is closed.
 
+#include <algorithm>
 #include <utility>
 
 #include "gtk/page/BrowserWorld.h"
+#include "gtk/page/HangWatch.h"
 #include "gtk/page/Page.h"
+#include "gtk/page/text/SiteName.h"
 
 namespace {
 
@@ -15,6 +18,7 @@ constexpr unsigned PatienceMilliseconds = 2000;
 void Page::AskToClose(std::function<void(bool agreed)> answered) {
   const bool nobody = world_.Base().Driven() || !view_ || blank_ || died_ || load_.ShowsOwnPage() ||
                       !webkit_web_view_get_is_web_process_responsive(view_);
+  leaving_ = false;
   if (nobody) return answered(true);
   // What else it has asked, be it about leaving by itself, would keep it from answering, and is no answer.
   if (!closing_) dialogs_.Refuse();
@@ -31,8 +35,44 @@ void Page::AskToClose(std::function<void(bool agreed)> answered) {
 
 void Page::AnswerClosing(bool agreed) {
   callbacks_.Cancel(std::exchange(patience_, 0));
+  leaving_ = false;
   // The engine's own handler still runs, and the answer may be the page's end.
   if (const auto answered = std::exchange(closing_, nullptr)) callbacks_.Later([=] { answered(agreed); });
+}
+
+// A page that nobody has touched has nothing to lose, and may not ask.
+bool Page::LeavesUnasked(const std::string& uri) const {
+  const std::string from = SiteName::Of(load_.DocumentAddress()), to = SiteName::Of(uri);
+  // The engine doesn't look at the scheme.
+  const bool same =
+      from.substr(std::min(from.find("://"), from.size())) == to.substr(std::min(to.find("://"), to.size()));
+  return !same && presses_ != presses_before_ && !left_anyway_ && !opened_by_page_ && !process_.Tied() &&
+         !hang_->Hung();
+}
+
+void Page::AskToLeave(const std::string& uri, std::function<void(bool agreed)> answered) {
+  if (!LeavesUnasked(uri)) return answered(true);
+  AskToClose(std::move(answered));
+  leaving_ = closing_ != nullptr;
+}
+
+void Page::AskToFollow(const std::string& uri, std::function<void(bool agreed)> answered) {
+  const char* script = "/^(I?FRAME|OBJECT|EMBED)$/.test(document.activeElement?.tagName)";
+  webkit_web_view_evaluate_javascript(
+      view_, script, -1, "marlowick", nullptr, nullptr, Callbacks::Ended,
+      callbacks_.Ending([this, uri, answered = std::move(answered)](GObject* view, GAsyncResult* result) {
+        const Owned<JSCValue> in_frame(
+            webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+        if (in_frame && jsc_value_to_boolean(in_frame.get())) return answered(true);
+        AskToLeave(uri, answered);
+      }));
+}
+
+// What the user wants now comes without a second question.
+void Page::LeaveAnyway() {
+  if (!std::exchange(leaving_, false)) return;
+  left_anyway_ = true;
+  AnswerClosing(false);
 }
 
 // The engine takes a page for one that agrees when it hasn't answered within a twentieth of a second. By the

@@ -9,16 +9,30 @@
 
 namespace PageCommands {
 
+namespace {
+
+// -1 back, 1 forward.
+void Go(Page& page, int step) {
+  WebKitBackForwardListItem* item =
+      webkit_back_forward_list_get_nth_item(webkit_web_view_get_back_forward_list(page.View()), step);
+  const std::string uri = item ? TextOf(webkit_back_forward_list_item_get_uri(item)) : std::string();
+  page.AskToLeave(uri, [&page, step](bool agreed) {
+    if (!agreed) return;
+    page.Command();
+    step < 0 ? webkit_web_view_go_back(page.View()) : webkit_web_view_go_forward(page.View());
+  });
+}
+
+}  // namespace
+
 void GoBack(Page& page) {
   if (!webkit_web_view_can_go_back(page.View())) throw Failure("There is no earlier page to go back to");
-  page.Command();
-  webkit_web_view_go_back(page.View());
+  Go(page, -1);
 }
 
 void GoForward(Page& page) {
   if (!webkit_web_view_can_go_forward(page.View())) throw Failure("There is no later page to go forward to");
-  page.Command();
-  webkit_web_view_go_forward(page.View());
+  Go(page, 1);
 }
 
 void RefreshPastCache(Page& page) {

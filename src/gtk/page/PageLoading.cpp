@@ -55,7 +55,9 @@ void Page::AwaitGuard(std::function<void()> known) {
 void Page::LoadAddress(const std::string& uri) {
   View();
   Wish(uri);
-  hang_->Leave([this, uri] { webkit_web_view_load_uri(View(), uri.c_str()); });
+  AskToLeave(uri, [this, uri](bool agreed) {
+    if (agreed) hang_->Leave([this, uri] { webkit_web_view_load_uri(View(), uri.c_str()); });
+  });
 }
 
 void Page::LoadHtml(const std::string& html, const std::string& address) {
@@ -90,6 +92,7 @@ std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
 }
 
 void Page::LoadWanted() {
+  LeaveAnyway();
   dialogs_.Dismiss();
   log_in_.Dismiss();
 }
@@ -106,7 +109,7 @@ void Page::LoadCommitted() {
   const bool as_opener = std::exchange(speaks_for_opener_, false) && address == "about:blank";
   if (!as_opener) sites_.Committed(SiteOf(address));
   // No press for the page before is one for this.
-  taken_press_ = presses_;
+  taken_press_ = presses_before_ = presses_;
   questions_.Forget();
   held_.Forget();
   wished_.clear();
@@ -122,6 +125,7 @@ void Page::LoadArrived() {
 }
 
 void Page::LoadEnded() {
+  left_anyway_ = false;
   Tell([](PageOwner& owner) { owner.LoadEnded(); });
 }
 

@@ -220,6 +220,18 @@ bool AwaitGuard(Page& page, const std::string& uri, WebKitPolicyDecision* decisi
   return true;
 }
 
+// A link to another site: the page may want to be asked before.
+bool AskToFollow(Page& page, WebKitNavigationAction* action, WebKitPolicyDecision* decision) {
+  const std::string uri = UriOf(action);
+  if (!IsPress(action) || !page.LeavesUnasked(uri)) return false;
+  page.AskToFollow(uri,
+                   [&page, uri, held = std::shared_ptr<WebKitPolicyDecision>(Share(decision))](bool agreed) {
+                     if (!agreed) return webkit_policy_decision_ignore(held.get());
+                     if (!AwaitGuard(page, uri, held.get())) webkit_policy_decision_use(held.get());
+                   });
+  return true;
+}
+
 // True: the decision has been made here, or has been made for later.
 bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
   page.Taken();
@@ -230,7 +242,8 @@ bool Decide(Page& page, WebKitPolicyDecision* decision, WebKitPolicyDecisionType
   if (AskToSendAgain(page, action, decision)) return true;
   const bool here = type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION;
   const bool taken = here ? TakeRequest(page, action) : TakeChoice(page, UriOf(action), action);
-  if (!taken) return here && AwaitGuard(page, UriOf(action), decision);
+  if (!taken)
+    return here && (AskToFollow(page, action, decision) || AwaitGuard(page, UriOf(action), decision));
   webkit_policy_decision_ignore(decision);
   return true;
 }
