@@ -84,7 +84,7 @@ int GtkDesktop::Run(const std::function<void()>& start) {
 std::string GtkDesktop::ProgramFolder() {
   if (!files_)
     files_ = std::make_unique<ProgramFiles>(
-        start_.Folder().path, [this](const std::function<void()>& handler) { Gate.Run(handler); });
+        start_.Folder(), [this](const std::function<void()>& handler) { Gate.Run(handler); });
   return files_->Folder();
 }
 

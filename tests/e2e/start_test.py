@@ -65,8 +65,8 @@ class Start(ProgramTest):
 
     def files_below(self, folder):
         return sorted(os.path.relpath(os.path.join(at, name), folder) for at, _, names in os.walk(folder)
-                      for name in names if name not in (".lock", ".socket") and not at.startswith((os.path.join(folder, "engine"),
-                                                              os.path.join(folder, "history"))))
+                      for name in names if name not in (".lock", ".socket", "tabs.dat") and
+                      not at.startswith((os.path.join(folder, "engine"), os.path.join(folder, "history"))))
 
     def others_read(self, top):
         """The files that another user may read by their modes and those of the folders above them, from `top` on."""

@@ -147,7 +147,8 @@ HomeFolder HomeFolder::Find() {
   files::path& folder = found.path;
   if (!folder.has_filename()) folder = folder.parent_path();
   try {
-    if (!files::exists(folder) || files::is_empty(folder)) Install(folder);
+    found.fresh = !files::exists(folder) || files::is_empty(folder);
+    if (found.fresh) Install(folder);
   } catch (const files::filesystem_error& error) {
     CantBeMade(folder, error.code());
   }
@@ -158,9 +159,10 @@ HomeFolder HomeFolder::Find() {
   return found;
 }
 
-ProgramFiles::ProgramFiles(files::path folder, Callbacks::Runner runner)
-    : folder_(std::move(folder)), callbacks_(std::move(runner)) {
-  // What another start left half done.
+ProgramFiles::ProgramFiles(const HomeFolder& folder, Callbacks::Runner runner)
+    : folder_(folder.path), callbacks_(std::move(runner)) {
+  // What this start has begun itself can wait until its page is on show.
+  if (folder.fresh) return;
   if (const std::error_code error = InstallRest(folder_)) CantBeMade(folder_, error);
 }
 

@@ -11,7 +11,8 @@
 // delivered files; a folder with anything in it is taken as it is.
 struct HomeFolder {
   std::filesystem::path path;
-  bool usual = true;  // neither named nor carried about with the program
+  bool usual = true;   // neither named nor carried about with the program
+  bool fresh = false;  // installed by this start
 
   // Fails where the folder can't be made or written.
   static HomeFolder Find();
@@ -25,7 +26,7 @@ struct HomeFolder {
 class ProgramFiles {
  public:
   // Fails where what another start left half done can't be finished.
-  ProgramFiles(std::filesystem::path folder, Callbacks::Runner runner);
+  ProgramFiles(const HomeFolder& folder, Callbacks::Runner runner);
   ~ProgramFiles() { Finish(); }
 
   std::string Folder() const { return folder_.string(); }
