@@ -124,8 +124,8 @@ class ScreenReader(ProgramTest):
         view = self.one(pyatspi.ROLE_PAGE_TAB, "First page").parent
         self.press(self.one(pyatspi.ROLE_PUSH_BUTTON, "New Tab"))
         self.wait(lambda: self.tabs() == (["First page", "Second page"], [False, True]), "a second tab, selected")
-        self.assertTrue(self.heard_of("object:property-change:accessible-name", self.all(pyatspi.ROLE_PAGE_TAB)[1]))
-        self.assertTrue(self.heard_of("object:children-changed:add", view))
+        self.wait(lambda: self.heard_of("object:property-change:accessible-name", self.all(pyatspi.ROLE_PAGE_TAB)[1]) and
+                  self.heard_of("object:children-changed:add", view), "the news of it")
         self.one(pyatspi.ROLE_FRAME, "Second page")
 
         self.heard.clear()

@@ -262,7 +262,8 @@ class Page : public std::enable_shared_from_this<Page>, private LoadView, privat
   void TellScreenEnds();
   bool TakeScreenKey(const GdkEventKey& event);
   void AnswerClosing(bool agreed);
-  void LeaveAnyway();
+  void BePatient(unsigned milliseconds);
+  void GoElsewhere();
   void HearOut();
   void TakeClose();
   void TakeDialog(WebKitScriptDialog* dialog);

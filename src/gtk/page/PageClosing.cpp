@@ -10,8 +10,9 @@
 
 namespace {
 
-// What a page may take to say that it has nothing against it, or to ask its question.
-constexpr unsigned PatienceMilliseconds = 2000;
+// What a page may take to say that it has nothing against being closed, or left, or to ask its question. Who
+// goes elsewhere doesn't wait for a page that is busy.
+constexpr unsigned PatienceMilliseconds = 2000, PatienceOfLeavers = 500;
 
 }  // namespace
 
@@ -27,7 +28,12 @@ void Page::AskToClose(std::function<void(bool agreed)> answered) {
   if (asked) return;
   ++closings_;
   webkit_web_view_try_close(view_);
-  patience_ = callbacks_.After(PatienceMilliseconds, [this] {
+  BePatient(PatienceMilliseconds);
+}
+
+void Page::BePatient(unsigned milliseconds) {
+  callbacks_.Cancel(std::exchange(patience_, 0));
+  patience_ = callbacks_.After(milliseconds, [this] {
     patience_ = 0;
     if (!dialogs_.Up()) AnswerClosing(true);
   });
@@ -52,8 +58,13 @@ bool Page::LeavesUnasked(const std::string& uri) const {
 
 void Page::AskToLeave(const std::string& uri, std::function<void(bool agreed)> answered) {
   if (!LeavesUnasked(uri)) return answered(true);
-  AskToClose(std::move(answered));
+  AskToClose([this, answered = std::move(answered)](bool agreed) {
+    // The load may go on to another address by itself.
+    if (agreed) left_anyway_ = true;
+    answered(agreed);
+  });
   leaving_ = closing_ != nullptr;
+  if (leaving_ && patience_) BePatient(PatienceOfLeavers);
 }
 
 void Page::AskToFollow(const std::string& uri, std::function<void(bool agreed)> answered) {
@@ -68,11 +79,11 @@ void Page::AskToFollow(const std::string& uri, std::function<void(bool agreed)> 
       }));
 }
 
-// What the user wants now comes without a second question.
-void Page::LeaveAnyway() {
-  if (!std::exchange(leaving_, false)) return;
-  left_anyway_ = true;
-  AnswerClosing(false);
+// The user wants another page, or none: nobody is to be closed or left any more. Who was asked about leaving
+// isn't asked a second time.
+void Page::GoElsewhere() {
+  left_anyway_ = leaving_;
+  if (closing_) AnswerClosing(false);
 }
 
 // The engine takes a page for one that agrees when it hasn't answered within a twentieth of a second. By the

@@ -92,7 +92,7 @@ std::shared_ptr<void> Page::ReadSource(const std::string& uri, bool shown,
 }
 
 void Page::LoadWanted() {
-  LeaveAnyway();
+  GoElsewhere();
   dialogs_.Dismiss();
   log_in_.Dismiss();
 }
@@ -103,7 +103,7 @@ void Page::LoadBegan() {
 
 // What stood above the page belonged to the one before.
 void Page::LoadCommitted() {
-  blank_ = died_ = false;
+  blank_ = died_ = left_anyway_ = false;
   TakeProcess();
   const std::string& address = load_.DocumentAddress();
   const bool as_opener = std::exchange(speaks_for_opener_, false) && address == "about:blank";

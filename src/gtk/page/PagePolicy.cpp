@@ -220,6 +220,20 @@ bool AwaitGuard(Page& page, const std::string& uri, WebKitPolicyDecision* decisi
   return true;
 }
 
+// One that waits for an answer. The engine follows what nobody decides about, so it is turned down then.
+class Undecided {
+ public:
+  explicit Undecided(WebKitPolicyDecision* decision) : decision_(Share(decision)) {}
+  Undecided(const Undecided&) = delete;
+  ~Undecided() {
+    if (decision_) webkit_policy_decision_ignore(decision_.get());
+  }
+  Owned<WebKitPolicyDecision> Take() { return std::move(decision_); }
+
+ private:
+  Owned<WebKitPolicyDecision> decision_;
+};
+
 // A link to another site: the page may want to be asked before.
 bool AskToFollow(Page& page, WebKitNavigationAction* action, WebKitPolicyDecision* decision) {
   const std::string uri = UriOf(action);
